@@ -1,0 +1,155 @@
+#include "ozTreeNode.h"
+
+unsigned long ozTreeNode::s_relinkCount = 0;
+
+ozTreeNode::~ozTreeNode()
+{
+    while (m_down != nullptr)
+        delete m_down;  // the child's destructor unlinks it, so m_down moves on
+    Isolate();
+}
+
+bool ozTreeNode::Execute(ExecuteContextCallback callback, void* context)
+{
+    if (!callback(this, context))
+        return false;
+    if (m_down != nullptr && !m_down->Execute(callback, context))
+        return false;
+    if (m_next != nullptr && !m_next->Execute(callback, context))
+        return false;
+    return true;
+}
+
+bool ozTreeNode::Execute(ExecuteCallback callback)
+{
+    if (!callback(this))
+        return false;
+    if (m_down != nullptr && !m_down->Execute(callback))
+        return false;
+    if (m_next != nullptr && !m_next->Execute(callback))
+        return false;
+    return true;
+}
+
+bool ozTreeNode::SaveNode(FILE*)
+{
+    return true;
+}
+
+bool ozTreeNode::SaveNodeAfter(FILE*)
+{
+    return true;
+}
+
+bool ozTreeNode::Save(FILE* file)
+{
+    if (!SaveNode(file))
+        return false;
+    if (m_down != nullptr && !m_down->Save(file))
+        return false;
+    if (!SaveNodeAfter(file))
+        return false;
+    if (m_next != nullptr)
+        return m_next->Save(file);
+    return true;
+}
+
+ozTreeNode* ozTreeNode::Up() const
+{
+    for (const ozTreeNode* node = this; node != nullptr; node = node->m_prev) {
+        if (node->m_parent != nullptr)
+            return node->m_parent;
+    }
+    return nullptr;
+}
+
+ozTreeNode* ozTreeNode::GetTree()
+{
+    ozTreeNode* top = this;
+    for (ozTreeNode* parent = Up(); parent != nullptr; parent = parent->Up())
+        top = parent;
+    return top;
+}
+
+bool ozTreeNode::AddBelow(ozTreeNode* n)
+{
+    if (n == nullptr)
+        return false;
+    n->m_prev = nullptr;
+    n->m_parent = this;
+    if (m_down != nullptr) {
+        ++s_relinkCount;
+        m_down->m_parent = nullptr;
+        m_down->m_prev = n;
+        n->m_next = m_down;
+    }
+    m_down = n;
+    return true;
+}
+
+bool ozTreeNode::AddAfter(ozTreeNode* n)
+{
+    if (n == nullptr)
+        return false;
+    if (m_next != nullptr)
+        ++s_relinkCount;
+    n->m_parent = nullptr;
+    n->m_next = m_next;
+    if (m_next != nullptr)
+        m_next->m_prev = n;
+    m_next = n;
+    n->m_prev = this;
+    return true;
+}
+
+bool ozTreeNode::AddBefore(ozTreeNode* n)
+{
+    if (m_prev != nullptr)
+        return m_prev->AddAfter(n);
+    if (m_parent != nullptr)
+        return m_parent->AddBelow(n);
+    return false;
+}
+
+bool ozTreeNode::AddAbove(ozTreeNode* n)
+{
+    if (n == nullptr)
+        return false;
+    ++s_relinkCount;
+    n->m_next = m_next;
+    n->m_prev = m_prev;
+    if (m_next != nullptr)
+        m_next->m_prev = n;
+    if (m_prev != nullptr)
+        m_prev->m_next = n;
+    n->m_parent = m_parent;
+    if (m_parent != nullptr && m_parent->m_down == this)
+        m_parent->m_down = n;
+
+    m_next = nullptr;
+    m_prev = nullptr;
+    m_parent = n;
+    n->m_down = this;
+    return true;
+}
+
+bool ozTreeNode::Isolate()
+{
+    if (m_prev == nullptr && m_next == nullptr && m_parent == nullptr)
+        return true;
+    ++s_relinkCount;
+    if (m_prev != nullptr)
+        m_prev->m_next = m_next;
+    if (m_next != nullptr)
+        m_next->m_prev = m_prev;
+    if (m_parent != nullptr) {
+        if (m_parent->m_down == this)
+            m_parent->m_down = m_next;
+        if (m_next != nullptr)
+            m_next->m_parent = m_parent;
+    }
+    m_next = nullptr;
+    m_prev = nullptr;
+    m_parent = nullptr;
+    return true;
+}

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Installs with apt every Debian package that building and testing ozADM needs.
+# Does nothing when they are all present. Run as root (or with sudo available).
+set -euo pipefail
+
+packages=(
+  # native build and tests
+  cmake ninja-build g++ clang libclang-rt-14-dev clang-format
+  googletest libgtest-dev libgmock-dev libbenchmark-dev
+  # offline registry hives on POSIX
+  libhivex-dev
+  # the Windows half: cross-build, and tests under Wine
+  g++-mingw-w64-x86-64 mingw-w64-tools wine wine64 libwine-dev xvfb xauth
+)
+
+missing=()
+for package in "${packages[@]}"; do
+  status=$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || true)
+  [[ "$status" == "install ok installed" ]] || missing+=("$package")
+done
+[[ ${#missing[@]} -eq 0 ]] && exit 0
+
+echo "setup: installing ${missing[*]}"
+sudo_cmd=()
+[[ $(id -u) -eq 0 ]] || sudo_cmd=(sudo)
+export DEBIAN_FRONTEND=noninteractive
+"${sudo_cmd[@]}" apt-get update -qq
+"${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozRootKey.h"
+#include "core/registry/ozSubKey.h"
+#include "core/registry/ozVariableMarkers.h"
+
+namespace {
+
+int ChildCount(ozTreeNode* node)
+{
+    int count = 0;
+    for (ozTreeNode* child = node->Down(); child != nullptr; child = child->Next())
+        ++count;
+    return count;
+}
+
+class KeyTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ozVariableMarkers::Start("");
+        ozVariableMarkers::End("");
+        tree.AddBelow(root = new ozRootKey(HKEY_LOCAL_MACHINE));
+    }
+    void TearDown() override
+    {
+        ozVariableMarkers::Start("");
+        ozVariableMarkers::End("");
+    }
+
+    ozRegTree tree;
+    ozRootKey* root = nullptr;
+};
+
+TEST_F(KeyTest, FindSubKeyCreatesEachMissingComponentOnce)
+{
+    ozSubKey* b = root->FindSubKey("Software\\A\\B", 2);
+    ASSERT_NE(b, nullptr);
+    EXPECT_STREQ(b->Name(), "B");
+    EXPECT_EQ(b->Root(), 2u);
+    EXPECT_EQ(tree.GetCurr(), b);
+    EXPECT_EQ(b->KeyPath(), "Software\\A\\B");
+    EXPECT_EQ(ChildCount(root), 1);
+
+    EXPECT_EQ(root->FindSubKey("software\\a\\B", 2), b);
+    EXPECT_EQ(root->HasSubKey("SOFTWARE\\A\\b"), b);
+    auto* software = static_cast<ozSubKey*>(root->Down());
+    EXPECT_STREQ(software->Name(), "Software");  // not renamed by the lower-case lookup
+    EXPECT_EQ(ChildCount(root), 1);
+    EXPECT_EQ(ChildCount(software), 1);
+
+    EXPECT_EQ(root->HasSubKey("Software\\Missing"), nullptr);
+    EXPECT_EQ(ChildCount(software), 1);
+}
+
+TEST_F(KeyTest, NewKeysAreAppendedAsLastChild)
+{
+    ozSubKey* first = root->FindSubKey("P\\one", 2);
+    ozSubKey* second = root->FindSubKey("P\\two", 2);
+    ozSubKey* third = root->FindSubKey("P\\three", 2);
+    EXPECT_EQ(first->Next(), second);
+    EXPECT_EQ(second->Next(), third);
+    EXPECT_EQ(third->Next(), nullptr);
+    EXPECT_EQ(first->ParentLink(), root->Down());
+    EXPECT_EQ(second->ParentLink(), nullptr);
+}
+
+TEST_F(KeyTest, PathComponentsMayBeEmptyButNotTooLong)
+{
+    ozSubKey* empty = root->FindSubKey("A\\", 2);
+    ASSERT_NE(empty, nullptr);
+    EXPECT_STREQ(empty->Name(), "");
+    EXPECT_EQ(root->FindSubKey("A\\", 2), empty);
+
+    std::string longName(ozRegKey::MaxNameLength, 'x');
+    EXPECT_EQ(root->FindSubKey(longName.c_str(), 2), nullptr);
+    EXPECT_EQ(root->FindSubKey(nullptr, 2), nullptr);
+    EXPECT_EQ(root->HasSubKey(nullptr), nullptr);
+}
+
+TEST_F(KeyTest, AKeyInNoTreeCreatesNothing)
+{
+    ozRootKey loose(HKEY_CURRENT_USER);
+    EXPECT_EQ(loose.FindSubKey("A", 1), nullptr);
+    EXPECT_EQ(loose.Down(), nullptr);
+}
+
+TEST_F(KeyTest, LookupsNoticeKeysMovedRenamedOrDeletedByOtherMeans)
+{
+    ozSubKey* a = root->FindSubKey("P\\a", 2);
+    ozSubKey* b = root->FindSubKey("P\\b", 2);
+    ozSubKey* c = root->FindSubKey("P\\c", 2);
+
+    b->Name("renamed");
+    EXPECT_EQ(root->HasSubKey("P\\b"), nullptr);
+    EXPECT_EQ(root->HasSubKey("P\\Renamed"), b);
+
+    ASSERT_TRUE(tree.SetCurrentNode(a));
+    ASSERT_TRUE(tree.Delete());
+    EXPECT_EQ(root->HasSubKey("P\\a"), nullptr);
+    EXPECT_EQ(root->HasSubKey("P\\c"), c);
+
+    // A key linked in the middle by a plain tree operation is found as well.
+    auto* inserted = new ozSubKey;
+    inserted->Name("inserted");
+    b->AddAfter(inserted);
+    EXPECT_EQ(root->FindSubKey("P\\INSERTED", 2), inserted);
+
+    // The first of two equally named siblings wins.
+    auto* twin = new ozSubKey;
+    twin->Name("C");
+    c->AddAfter(twin);
+    EXPECT_EQ(root->HasSubKey("P\\c"), c);
+    auto* earlier = new ozSubKey;
+    earlier->Name("c");
+    b->AddBefore(earlier);
+    EXPECT_EQ(root->HasSubKey("P\\c"), earlier);
+}
+
+TEST_F(KeyTest, KeyPathOfKeysWithAndWithoutNames)
+{
+    ozSubKey* direct = root->FindSubKey("Direct", 2);
+    EXPECT_EQ(direct->KeyPath(), "Direct");
+    ozSubKey* a = root->FindSubKey("A", 2);
+    auto* unnamed = new ozSubKey;
+    tree.AppendChild(a, nullptr, unnamed);
+    char path[ozSubKey::KeyPathCapacity];
+    EXPECT_TRUE(unnamed->GetKeyPath(path));
+    EXPECT_STREQ(path, "A");
+
+    // A path that would not fit the buffer is refused rather than written past its end.
+    std::string component(600, 'k');
+    ozSubKey* deep = root->FindSubKey((component + "\\" + component).c_str(), 2);
+    ASSERT_NE(deep, nullptr);
+    EXPECT_FALSE(deep->GetKeyPath(path));
+    EXPECT_STREQ(path, "");
+    FILE* file = std::tmpfile();
+    EXPECT_FALSE(deep->SaveADM(file));
+    EXPECT_TRUE(a->SaveADM(file));
+    std::rewind(file);
+    char text[16] = {};
+    EXPECT_EQ(std::fread(text, 1, sizeof text - 1, file), 3u);
+    EXPECT_STREQ(text, "\"A\"");
+    std::fclose(file);
+    EXPECT_FALSE(a->SaveADM(nullptr));
+}
+
+TEST_F(KeyTest, ValuesAreFoundWithoutRegardToCaseAndRemovedByIdentity)
+{
+    ozSubKey* key = root->FindSubKey("Env", 2);
+    ozSubKey* other = root->FindSubKey("Other", 2);
+    ozRegValue* path = key->FindValue("Path");
+    ASSERT_NE(path, nullptr);
+    EXPECT_EQ(path->SubKey(), key);
+    EXPECT_EQ(path->Root(), 2u);
+    EXPECT_EQ(key->HasValue("PATH"), path);
+    EXPECT_EQ(key->FindValue("path"), path);
+    EXPECT_EQ(key->Values().Count(), 1);
+    EXPECT_EQ(key->FindValue(nullptr), nullptr);
+
+    ozRegValue* temp = key->FindValue("Temp");
+    EXPECT_EQ(key->Values().At(1), temp);
+    temp->Name("TMP");
+    EXPECT_EQ(key->HasValue("temp"), nullptr);
+    EXPECT_EQ(key->HasValue("tmp"), temp);
+
+    ozRegValue* foreign = other->FindValue("Path");
+    EXPECT_FALSE(key->RemoveValue(foreign));
+    EXPECT_EQ(other->HasValue("Path"), foreign);
+    EXPECT_TRUE(key->RemoveValue(path));
+    EXPECT_EQ(key->HasValue("Path"), nullptr);
+    EXPECT_EQ(key->Values().Count(), 1);
+}
+
+TEST_F(KeyTest, VariablesFlagFollowsKeyPathsAndMarkers)
+{
+    ozSubKey* plain = root->FindSubKey("Plain", 2);
+    plain->Name("%USER%");  // markers empty: the flag is left as it was
+    EXPECT_FALSE(plain->WVar());
+
+    ozVariableMarkers::Start("%");
+    ozVariableMarkers::End("%");
+    ozSubKey* holder = root->FindSubKey("Users\\%USER%", 2);
+    EXPECT_TRUE(holder->WVar());
+    ozSubKey* below = holder->FindSubKey("X\\Y", 2);
+    EXPECT_TRUE(below->WVar());
+    // Only the key returned inherits the flag; the intermediate key judges its own name.
+    EXPECT_FALSE(holder->HasSubKey("X")->WVar());
+
+    ozRegValue* value = holder->FindValue("v");
+    ozSubKey* users = root->HasSubKey("Users");
+    users->Name("Accounts");
+    holder->Name("fixed");
+    EXPECT_FALSE(holder->WVar());
+    EXPECT_FALSE(value->WVar());
+    holder->Name("%HOME%");
+    EXPECT_TRUE(holder->WVar());
+    EXPECT_TRUE(value->WVar());
+}
+
+TEST_F(KeyTest, DestroyingAKeyDestroysItsValuesAndSubKeys)
+{
+    ozSubKey* key = root->FindSubKey("A\\B\\C", 2);
+    key->FindValue("v")->SetString("text");
+    root->FindSubKey("A\\B2", 2)->FindValue("w");
+    ASSERT_TRUE(tree.SetCurrentNode(root->HasSubKey("A")));
+    EXPECT_TRUE(tree.Delete());
+    EXPECT_EQ(root->Down(), nullptr);
+    EXPECT_EQ(root->FindSubKey("A\\B", 2)->Down(), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,281 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/tree/ozTree.h"
+
+namespace {
+
+// A node that records its name and, when destroyed, that it was.
+struct NamedNode : ozTreeNode {
+    explicit NamedNode(std::string n, std::vector<std::string>* destroyed = nullptr)
+        : name(std::move(n)), destroyedLog(destroyed)
+    {
+    }
+    ~NamedNode() override
+    {
+        if (destroyedLog != nullptr)
+            destroyedLog->push_back(name);
+    }
+    bool SaveNode(FILE* file) override { return std::fprintf(file, "<%s>", name.c_str()) >= 0; }
+    bool SaveNodeAfter(FILE* file) override
+    {
+        return std::fprintf(file, "</%s>", name.c_str()) >= 0;
+    }
+
+    std::string name;
+    std::vector<std::string>* destroyedLog;
+};
+
+std::string NameOf(ozTreeNode* node)
+{
+    return node != nullptr ? static_cast<NamedNode*>(node)->name : "(null)";
+}
+
+// A tree with top-level nodes a and d, a having children b and c:
+//   a
+//     b
+//     c
+//   d
+class TreeTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        tree.AddBelow(a = new NamedNode("a", &destroyed));
+        tree.AddBelowAsLast(b = new NamedNode("b", &destroyed));
+        tree.AddAfter(c = new NamedNode("c", &destroyed));
+        tree.SetCurrentNode(a);
+        tree.AddAfter(d = new NamedNode("d", &destroyed));
+    }
+
+    // The pre-order walk as a string: "a(b c) d".
+    std::string Shape(ozTreeNode* first) const
+    {
+        std::string out;
+        for (ozTreeNode* node = first; node != nullptr; node = node->Next()) {
+            if (!out.empty())
+                out += ' ';
+            out += NameOf(node);
+            if (node->Down() != nullptr)
+                out += "(" + Shape(node->Down()) + ")";
+        }
+        return out;
+    }
+    std::string Shape() const { return Shape(tree.Down()); }
+
+    std::vector<std::string> destroyed;
+    ozTree tree;
+    NamedNode *a = nullptr, *b = nullptr, *c = nullptr, *d = nullptr;
+};
+
+TEST_F(TreeTest, ParentLinkIsHeldOnlyByTheFirstChild)
+{
+    ASSERT_EQ(Shape(), "a(b c) d");
+    EXPECT_EQ(a->ParentLink(), &tree);
+    EXPECT_EQ(d->ParentLink(), nullptr);
+    EXPECT_EQ(b->ParentLink(), a);
+    EXPECT_EQ(c->ParentLink(), nullptr);
+    // Up() still finds the parent of a later sibling by walking back.
+    auto* e = new NamedNode("e");
+    c->AddAfter(e);
+    EXPECT_EQ(e->Up(), a);
+    EXPECT_EQ(d->Up(), &tree);
+    EXPECT_EQ(c->GetTree(), &tree);
+    NamedNode free("free");
+    EXPECT_EQ(free.Up(), nullptr);
+    EXPECT_EQ(free.GetTree(), &free);
+}
+
+TEST_F(TreeTest, AddBelowMakesTheNewNodeTheFirstChildAndMovesTheParentLink)
+{
+    auto* x = new NamedNode("x");
+    EXPECT_TRUE(a->AddBelow(x));
+    EXPECT_EQ(Shape(), "a(x b c) d");
+    EXPECT_EQ(x->ParentLink(), a);
+    EXPECT_EQ(b->ParentLink(), nullptr);
+    EXPECT_EQ(b->Prev(), x);
+    EXPECT_FALSE(a->AddBelow(nullptr));
+}
+
+TEST_F(TreeTest, AddBeforeUsesThePreviousSiblingOrTheParent)
+{
+    tree.SetCurrentNode(a);
+    EXPECT_TRUE(tree.AddBefore(new NamedNode("x")));  // the tree is a's parent
+    EXPECT_EQ(Shape(), "x a(b c) d");
+    EXPECT_EQ(NameOf(tree.GetCurr()), "x");
+    EXPECT_TRUE(c->AddBefore(new NamedNode("y")));
+    EXPECT_EQ(Shape(), "x a(b y c) d");
+
+    NamedNode free("free");
+    NamedNode other("other");
+    EXPECT_FALSE(free.AddBefore(&other));
+}
+
+TEST_F(TreeTest, AddAboveWrapsTheNodeInPlace)
+{
+    tree.SetCurrentNode(a);
+    auto* wrapper = new NamedNode("w");
+    EXPECT_TRUE(tree.AddAbove(wrapper));
+    EXPECT_EQ(Shape(), "w(a(b c)) d");
+    EXPECT_EQ(wrapper->ParentLink(), &tree);
+    EXPECT_EQ(a->ParentLink(), wrapper);
+    EXPECT_EQ(d->Prev(), wrapper);
+
+    EXPECT_TRUE(c->AddAbove(new NamedNode("v")));
+    EXPECT_EQ(Shape(), "w(a(b v(c))) d");
+}
+
+TEST_F(TreeTest, IsolateHandsTheParentLinkToTheNextSibling)
+{
+    EXPECT_TRUE(b->Isolate());
+    EXPECT_EQ(Shape(), "a(c) d");
+    EXPECT_EQ(c->ParentLink(), a);
+    EXPECT_EQ(a->Down(), c);
+    EXPECT_EQ(b->Next(), nullptr);
+    EXPECT_EQ(b->Up(), nullptr);
+    delete b;
+}
+
+TEST_F(TreeTest, CursorMovesOnlyWhereThereIsANode)
+{
+    EXPECT_EQ(tree.GetRoot(), a);
+    EXPECT_EQ(tree.GetPrev(), nullptr);
+    EXPECT_EQ(tree.GetCurr(), a);
+    EXPECT_EQ(tree.GetUp(), nullptr);  // never onto the tree object
+    EXPECT_EQ(tree.GetCurr(), a);
+    EXPECT_EQ(tree.GetDown(), b);
+    EXPECT_EQ(tree.GetNext(), c);
+    EXPECT_EQ(tree.GetNext(), nullptr);
+    EXPECT_EQ(tree.GetDown(), nullptr);
+    EXPECT_EQ(tree.GetCurr(), c);
+    EXPECT_EQ(tree.GetUp(), a);
+
+    NamedNode stranger("stranger");
+    EXPECT_FALSE(tree.SetCurrentNode(&stranger));
+    EXPECT_FALSE(tree.SetCurrentNode(nullptr));
+    EXPECT_EQ(tree.GetCurr(), a);
+}
+
+TEST_F(TreeTest, AddBelowAsLastAppendsToTheCurrentNodeButToTheFrontWithoutOne)
+{
+    tree.SetCurrentNode(a);
+    EXPECT_TRUE(tree.AddBelowAsLast(new NamedNode("x")));
+    EXPECT_EQ(Shape(), "a(b c x) d");
+    EXPECT_EQ(NameOf(tree.GetCurr()), "x");
+
+    ozTree other;
+    EXPECT_TRUE(other.AddBelowAsLast(new NamedNode("p")));
+    EXPECT_TRUE(other.AddBelowAsLast(new NamedNode("q")));  // below p, the current node
+    EXPECT_EQ(Shape(other.Down()), "p(q)");
+}
+
+TEST_F(TreeTest, AppendChildMatchesAddBelowAsLast)
+{
+    EXPECT_TRUE(tree.AppendChild(a, c, new NamedNode("x")));
+    EXPECT_TRUE(tree.AppendChild(d, nullptr, new NamedNode("y")));
+    EXPECT_EQ(Shape(), "a(b c x) d(y)");
+    EXPECT_EQ(NameOf(tree.GetCurr()), "y");
+}
+
+TEST_F(TreeTest, AddOperationsNeedACurrentNode)
+{
+    ozTree empty;
+    NamedNode n("n");
+    EXPECT_FALSE(empty.AddAfter(&n));
+    EXPECT_FALSE(empty.AddBefore(&n));
+    EXPECT_FALSE(empty.AddAbove(&n));
+    EXPECT_EQ(empty.GetRoot(), nullptr);
+    EXPECT_EQ(empty.GetCurr(), nullptr);
+    EXPECT_EQ(empty.GetNext(), nullptr);
+    EXPECT_FALSE(empty.Delete());
+    EXPECT_EQ(empty.IsolateNode(), nullptr);
+}
+
+// Which node becomes current after removing the current one.
+TEST_F(TreeTest, RemovalMovesTheCursorToTheSuccessor)
+{
+    tree.AddBelow(nullptr);  // no effect
+    auto* e = new NamedNode("e", &destroyed);
+    c->AddAfter(e);  // a(b c e) d
+
+    tree.SetCurrentNode(c);  // middle sibling: next one
+    EXPECT_TRUE(tree.Delete());
+    EXPECT_EQ(tree.GetCurr(), e);
+    tree.SetCurrentNode(e);  // last of several: previous one
+    EXPECT_TRUE(tree.Delete());
+    EXPECT_EQ(tree.GetCurr(), b);
+    tree.SetCurrentNode(b);  // only child: its parent
+    ozTreeNode* isolated = tree.IsolateNode();
+    EXPECT_EQ(isolated, b);
+    EXPECT_EQ(tree.GetCurr(), a);
+    delete isolated;
+    EXPECT_EQ(destroyed, (std::vector<std::string>{"c", "e", "b"}));
+
+    tree.SetCurrentNode(d);
+    EXPECT_TRUE(tree.Delete());
+    EXPECT_EQ(tree.GetCurr(), a);
+    EXPECT_TRUE(tree.Delete());  // the last top-level node: no successor
+    EXPECT_EQ(tree.GetCurr(), nullptr);
+    EXPECT_EQ(tree.Down(), nullptr);
+}
+
+TEST_F(TreeTest, DeleteDestroysTheWholeSubtree)
+{
+    tree.SetCurrentNode(a);
+    EXPECT_TRUE(tree.Delete());
+    // The derived destructor logs before the base destroys the children.
+    EXPECT_EQ(destroyed, (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(Shape(), "d");
+    EXPECT_EQ(d->ParentLink(), &tree);
+}
+
+struct Visits {
+    std::vector<std::string> names;
+    std::string stopAt;
+};
+
+bool Record(ozTreeNode* node, void* context)
+{
+    auto* visits = static_cast<Visits*>(context);
+    visits->names.push_back(NameOf(node));
+    return NameOf(node) != visits->stopAt;
+}
+
+TEST_F(TreeTest, ExecuteWalksPreOrderAndStopsAtTheFirstFalse)
+{
+    Visits all;
+    EXPECT_TRUE(tree.Execute(Record, &all));
+    EXPECT_EQ(all.names, (std::vector<std::string>{"a", "b", "c", "d"}));
+
+    Visits stopped{{}, "b"};
+    EXPECT_FALSE(tree.Execute(Record, &stopped));
+    EXPECT_EQ(stopped.names, (std::vector<std::string>{"a", "b"}));
+
+    ozTree empty;
+    EXPECT_TRUE(empty.Execute([](ozTreeNode*) { return false; }));
+}
+
+TEST_F(TreeTest, SaveClosesANodeAfterItsDescendants)
+{
+    FILE* file = std::tmpfile();
+    ASSERT_NE(file, nullptr);
+    EXPECT_TRUE(tree.Save(file));
+    std::rewind(file);
+    char text[128] = {};
+    size_t length = std::fread(text, 1, sizeof text - 1, file);
+    std::fclose(file);
+    EXPECT_EQ(std::string(text, length), "<a><b></b><c></c></a><d></d>");
+}
+
+TEST_F(TreeTest, RelinkCountIgnoresAppendsAtTheEnd)
+{
+    unsigned long before = ozTreeNode::RelinkCount();
+    c->AddAfter(new NamedNode("x"));
+    d->AddBelow(new NamedNode("y"));
+    EXPECT_EQ(ozTreeNode::RelinkCount(), before);
+    b->AddAfter(new NamedNode("z"));  // inserted in the middle
+    EXPECT_GT(ozTreeNode::RelinkCount(), before);
+}
+
+}  // namespace
