@@ -76,9 +76,38 @@ ozRegKey::ChildIndex& ozRegKey::UpToDateIndex()
     return index;
 }
 
-ozSubKey* ozRegKey::FindChild()
+namespace {
+
+ozSubKey* AsSubKeyNamed(ozTreeNode* child, const char* name)
 {
+    auto* key = static_cast<ozRegKey*>(child);
+    if (key->Type() != KeySub)
+        return nullptr;
+    auto* subKey = static_cast<ozSubKey*>(key);
+    return ozSameName(subKey->Name(), name) ? subKey : nullptr;
+}
+
+}  // namespace
+
+ozSubKey* ozRegKey::FindChild(ozTreeNode** lastChild)
+{
+    if (m_childIndex == nullptr) {
+        // A few children are searched directly; the index pays off only beyond that.
+        int scanned = 0;
+        ozTreeNode* last = nullptr;
+        for (ozTreeNode* child = Down(); child != nullptr && scanned < IndexThreshold;
+             child = child->Next(), ++scanned) {
+            if (ozSubKey* match = AsSubKeyNamed(child, m_vBuf))
+                return match;
+            last = child;
+        }
+        if (last == nullptr || last->Next() == nullptr) {
+            *lastChild = last;
+            return nullptr;
+        }
+    }
     ChildIndex& index = UpToDateIndex();
+    *lastChild = index.lastChild;
     auto found = index.byName.find(ozFoldedName(m_vBuf));
     return found != index.byName.end() ? found->second : nullptr;
 }
@@ -115,7 +144,8 @@ ozSubKey* ozRegKey::FindSubKey(const char* path, unsigned int root)
         return nullptr;
     bool last = *rest == '\0';
 
-    ozSubKey* child = FindChild();
+    ozTreeNode* lastChild = nullptr;
+    ozSubKey* child = FindChild(&lastChild);
     if (child == nullptr) {
         ozTree* tree = Tree();
         if (tree == nullptr)
@@ -123,12 +153,16 @@ ozSubKey* ozRegKey::FindSubKey(const char* path, unsigned int root)
         auto created = std::make_unique<ozSubKey>();
         created->Name(m_vBuf);
         created->Root(root);
-        ChildIndex& index = UpToDateIndex();
-        if (!tree->AppendChild(this, index.lastChild, created.get()))
+        if (!tree->AppendChild(this, lastChild, created.get()))
             return nullptr;
         child = created.release();
-        index.Add(child);
-        index.firstChild = Down();
+        // Appending at the end relinks nothing, so the index and the parent stay trusted.
+        child->m_cachedParent = this;
+        child->m_cachedParentRelinkCount = ozTreeNode::RelinkCount();
+        if (m_childIndex != nullptr) {
+            m_childIndex->Add(child);
+            m_childIndex->firstChild = Down();
+        }
     }
     return last ? child : child->FindSubKey(rest + 1, root);
 }
@@ -140,7 +174,8 @@ ozSubKey* ozRegKey::HasSubKey(const char* path)
     const char* rest = _CutName(path);
     if (rest == nullptr)
         return nullptr;
-    ozSubKey* child = FindChild();
+    ozTreeNode* lastChild = nullptr;
+    ozSubKey* child = FindChild(&lastChild);
     if (child == nullptr || *rest == '\0')
         return child;
     return child->HasSubKey(rest + 1);

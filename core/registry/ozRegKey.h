@@ -15,8 +15,8 @@ enum tKEYTYPE : int {
 };
 
 enum tOPKEY : int {
-    KeyOpInsert = 'I',        // default operation of a new key
-    KeyOpEraseValues = 'E',   // all values of the key are to be erased
+    KeyOpInsert = 'I',       // default operation of a new key
+    KeyOpEraseValues = 'E',  // all values of the key are to be erased
 };
 
 // Sub keys are the key's tree children, in order of creation. Names of keys compare without
@@ -29,6 +29,8 @@ class ozRegKey : public ozRegItem {
 public:
     // The longest path component a lookup accepts, terminator included.
     static constexpr int MaxNameLength = 1024;
+    // Keys with more children than this search them through a name index.
+    static constexpr int IndexThreshold = 16;
 
     ozRegKey();
     ~ozRegKey() override;
@@ -63,8 +65,9 @@ private:
     // Copies the first component of path into m_vBuf and returns the backslash or the
     // terminating zero after it; null when the component does not fit.
     static const char* _CutName(const char* path);
-    // The first child whose name matches m_vBuf, ignoring case; null if none.
-    ozSubKey* FindChild();
+    // The first child whose name matches m_vBuf, ignoring case; null if none, with
+    // *lastChild set to the last child (null for a key without children).
+    ozSubKey* FindChild(ozTreeNode** lastChild);
     ChildIndex& UpToDateIndex();
 
     bool m_isOpen = false;

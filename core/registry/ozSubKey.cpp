@@ -196,6 +196,14 @@ ozRegValue* ozSubKey::HasValue(const char* name)
 {
     if (name == nullptr)
         return nullptr;
+    if (m_valueIndex == nullptr && m_values.Count() <= IndexThreshold) {
+        // A few values are searched directly; the index pays off only beyond that.
+        for (int position = 0; position < m_values.Count(); ++position) {
+            if (ozSameName(m_values.At(position)->Name(), name))
+                return m_values.At(position);
+        }
+        return nullptr;
+    }
     ValueIndex& index = UpToDateValueIndex();
     auto found = index.byName.find(ozFoldedName(name));
     return found != index.byName.end() ? found->second : nullptr;

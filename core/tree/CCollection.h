@@ -51,7 +51,7 @@ public:
     // The element filed under name (exact comparison), or null.
     T* Find(const char* name) const
     {
-        if (name == nullptr)
+        if (name == nullptr || m_buckets == nullptr)
             return nullptr;
         const IndexEntry* entry = m_buckets[Hash(name)];
         while (entry != nullptr) {
@@ -110,10 +110,11 @@ public:
         m_items = nullptr;
         m_count = 0;
         m_capacity = 0;
-        m_lastAdded = -1;
-        for (IndexEntry*& bucket : m_buckets) {
-            DestroySearchTree(bucket);
-            bucket = nullptr;
+        if (m_buckets != nullptr) {
+            for (unsigned bucket = 0; bucket < BucketCount; ++bucket)
+                DestroySearchTree(m_buckets[bucket]);
+            std::free(m_buckets);
+            m_buckets = nullptr;
         }
         ForgetLastName();
     }
@@ -166,7 +167,7 @@ private:
         if (name != nullptr && (nameCopy = CopyName(name)) == nullptr)
             return false;
         m_items[m_count] = Item{element, nameCopy, m_ownsElements};
-        m_lastAdded = m_count++;
+        ++m_count;
         return true;
     }
 
@@ -179,6 +180,12 @@ private:
 
     bool AddToIndex(const char* name, T* element)
     {
+        // The buckets are allocated with the first name, so that collections that are only
+        // used as sequences (the values of every registry key) stay small.
+        if (m_buckets == nullptr)
+            m_buckets = static_cast<IndexEntry**>(std::calloc(BucketCount, sizeof(IndexEntry*)));
+        if (m_buckets == nullptr)
+            return false;
         IndexEntry** link = &m_buckets[Hash(name)];
         while (*link != nullptr) {
             int order = std::strcmp(name, (*link)->name);
@@ -204,6 +211,8 @@ private:
     // element when asked and the entry owns it. False when there is no such entry.
     bool RemoveFromIndex(const char* name, bool destroyElement)
     {
+        if (m_buckets == nullptr)
+            return false;
         IndexEntry** link = &m_buckets[Hash(name)];
         while (*link != nullptr && std::strcmp(name, (*link)->name) != 0)
             link = std::strcmp(name, (*link)->name) < 0 ? &(*link)->left : &(*link)->right;
@@ -264,10 +273,9 @@ private:
     }
 
     bool m_ownsElements;
-    IndexEntry* m_buckets[BucketCount] = {};
+    IndexEntry** m_buckets = nullptr;  // BucketCount search trees, allocated on first use
     Item* m_items = nullptr;
     int m_count = 0;
     int m_capacity = 0;
-    int m_lastAdded = -1;
     char* m_lastName = nullptr;
 };
