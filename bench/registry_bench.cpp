@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "core/registry/ozRegTree.h"
@@ -71,5 +72,23 @@ void BM_CreateAndFindValues(benchmark::State& state)
     state.SetComplexityN(count);
 }
 BENCHMARK(BM_CreateAndFindValues)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// A reference point, not part of the model: inserting and finding N short names in a plain
+// hash map. Its time ratio between the two sizes shows what the memory hierarchy of the
+// machine alone adds once the working set outgrows the caches.
+void BM_BaselineHashMap(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0));
+    std::vector<std::string> names = Names("value", count);
+    for (auto _ : state) {
+        std::unordered_map<std::string, const void*> map;
+        for (const std::string& name : names)
+            map.emplace(name, &name);
+        for (const std::string& name : names)
+            benchmark::DoNotOptimize(map.find(name));
+    }
+    state.SetComplexityN(count);
+}
+BENCHMARK(BM_BaselineHashMap)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
