@@ -2,6 +2,7 @@
 // keys in use, in the order they were first needed, with sub keys below them.
 #pragma once
 
+#include "CRegistryKey.h"
 #include "core/tree/ozTree.h"
 #include "platform/ozRegistryTypes.h"
 
@@ -25,6 +26,29 @@ public:
     // returned. False for a null exporter.
     virtual bool Save(ozRegExport* exporter);
 
+protected:
+    // Reads the opened registry key `key` into the model key at `path` below root: sets its
+    // Save flag, reads every sub key (depth-first, before the key's own values), then copies
+    // the values. Stops at the first false. Registry failures throw CRegistryKey::Exception.
+    virtual bool AddFromRegistry(CRegistryKey& key, HKEY root, const char* path);
+
+public:
+    // Copies `key` below the predefined key root from the registry of `machine` (null: this
+    // machine) into the tree. Without a value name the model key is marked to be saved and,
+    // when recursive, filled with all sub keys and values; with one, only the value of that
+    // name (compared without regard to case) is copied, if it exists. False for a null key or
+    // a model failure. Registry failures throw CRegistryKey::Exception before anything is
+    // added to the tree.
+    virtual bool AddFromRegistry(HKEY root, const char* key, const char* value, bool recursive,
+                                 const char* machine);
+
+protected:
+    // Copies one registry value into the model key (found or created by name) as an insert
+    // of item type 'r': strings and numbers through their setters, every other type as raw
+    // data. An existing value is overwritten in place.
+    virtual bool AddValueFromReg(ozSubKey* key, CRegistryKey::Value& value);
+
+public:
     using ozTree::Save;
 
 private:

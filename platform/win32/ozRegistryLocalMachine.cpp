@@ -1,0 +1,6 @@
+#include "platform/ozRegistryApi.h"
+
+bool ozRegistryUseLocalMachine(const char*, const char*)
+{
+    return false;
+}

@@ -1,0 +1,204 @@
+// The registry functions over offline hive files: how a machine folder maps onto the
+// predefined keys, and how bad hives and bad calls fail.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "core/registry/CRegistryKey.h"
+#include "platform/ozRegistryApi.h"
+#include "tests/support/ozTestHive.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+
+std::vector<std::string> SubKeys(HKEY key)
+{
+    std::vector<std::string> names;
+    char name[256];
+    for (DWORD index = 0;; ++index) {
+        DWORD length = sizeof name;
+        LONG error = RegEnumKeyExA(key, index, name, &length, nullptr, nullptr, nullptr, nullptr);
+        if (error != ERROR_SUCCESS) {
+            EXPECT_EQ(error, ERROR_NO_MORE_ITEMS);
+            return names;
+        }
+        names.emplace_back(name, length);
+    }
+}
+
+// A copied Windows installation: hives under Windows/System32/config (in the mixed case such
+// copies have) and two user profiles.
+class MachineFolderTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        std::string pattern = (fs::temp_directory_path() / "ozadm-machine-XXXXXX").string();
+        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+        folder = pattern;
+        fs::path config = folder / "WINDOWS" / "system32" / "config";
+        fs::create_directories(config);
+        fs::create_directories(folder / "Users" / "alice");
+        fs::create_directories(folder / "Users" / "bob");
+
+        ozTestHive software((config / "software").string());
+        software.SetString("Classes\\.txt", "", "txtfile");
+        software.SetString("Vendor", "Grüße", "Grüße €");
+        software.SetValue("Vendor", "Blob", REG_BINARY, std::string(300, 'x'));
+        ASSERT_TRUE(software.Commit());
+        ozTestHive system((config / "SYSTEM").string());
+        system.SetDword("Select", "Current", 2);
+        system.SetDword("ControlSet002\\Services\\Tcpip", "Start", 1);
+        ASSERT_TRUE(system.Commit());
+        ozTestHive defaults((config / "DEFAULT").string());
+        ASSERT_TRUE(defaults.Commit());
+        ozTestHive alice((folder / "Users" / "alice" / "NTUSER.DAT").string());
+        alice.SetString("Environment", "Owner", "alice");
+        ASSERT_TRUE(alice.Commit());
+        ozTestHive bob((folder / "Users" / "bob" / "ntuser.dat").string());
+        bob.SetString("Environment", "Owner", "bob");
+        ASSERT_TRUE(bob.Commit());
+    }
+    void TearDown() override
+    {
+        ozRegistryUseLocalMachine(nullptr, nullptr);
+        fs::remove_all(folder);
+    }
+
+    // Opens path below root of the machine folder; returns the error.
+    LONG Open(HKEY root, const char* path, HKEY* key)
+    {
+        HKEY connected = nullptr;
+        LONG error = RegConnectRegistryA(folder.c_str(), root, &connected);
+        if (error != ERROR_SUCCESS)
+            return error;
+        error = RegOpenKeyExA(connected, path, 0, KEY_READ, key);
+        RegCloseKey(connected);
+        return error;
+    }
+
+    fs::path folder;
+};
+
+TEST_F(MachineFolderTest, PredefinedKeysMapOntoTheHiveFiles)
+{
+    HKEY key = nullptr;
+    ASSERT_EQ(Open(HKEY_LOCAL_MACHINE, "", &key), ERROR_SUCCESS);
+    EXPECT_EQ(SubKeys(key), (std::vector<std::string>{"SOFTWARE", "SYSTEM"}));
+    RegCloseKey(key);
+
+    ASSERT_EQ(Open(HKEY_USERS, "", &key), ERROR_SUCCESS);
+    std::vector<std::string> users = SubKeys(key);
+    std::sort(users.begin(), users.end());
+    EXPECT_EQ(users, (std::vector<std::string>{".DEFAULT", "alice", "bob"}));
+    RegCloseKey(key);
+
+    ASSERT_EQ(Open(HKEY_CLASSES_ROOT, "", &key), ERROR_SUCCESS);
+    EXPECT_EQ(SubKeys(key), std::vector<std::string>{".txt"});
+    RegCloseKey(key);
+
+    // The current control set is the one Select\Current names.
+    ASSERT_EQ(Open(HKEY_LOCAL_MACHINE, "system\\CurrentControlSet\\Services\\TCPIP", &key),
+              ERROR_SUCCESS);
+    RegCloseKey(key);
+    EXPECT_EQ(Open(HKEY_LOCAL_MACHINE, "SYSTEM\\ControlSet001", &key), ERROR_FILE_NOT_FOUND);
+    // Two profiles and no user chosen: no current user.
+    EXPECT_EQ(Open(HKEY_CURRENT_USER, "", &key), ERROR_CANTOPEN);
+}
+
+TEST_F(MachineFolderTest, TheLocalMachineAndItsUserAreChosen)
+{
+    HKEY key = nullptr;
+    ozRegistryUseLocalMachine("", nullptr);
+    EXPECT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE", 0, KEY_READ, &key), ERROR_CANTOPEN);
+
+    ozRegistryUseLocalMachine(folder.c_str(), "Bob");
+    CRegistryKey environment(HKEY_CURRENT_USER, "Environment");
+    auto value = environment.BeginValueIteration();
+    ASSERT_NE(value, environment.EndValueIteration());
+    EXPECT_EQ(value->AsString(), "bob");
+}
+
+TEST_F(MachineFolderTest, ValuesAreEnumeratedWithTheirSizesAndConvertedText)
+{
+    HKEY key = nullptr;
+    ASSERT_EQ(Open(HKEY_LOCAL_MACHINE, "SOFTWARE\\Vendor", &key), ERROR_SUCCESS);
+    DWORD values = 0, longestName = 0, longestData = 0;
+    ASSERT_EQ(RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &values,
+                               &longestName, &longestData, nullptr, nullptr),
+              ERROR_SUCCESS);
+    EXPECT_EQ(values, 2u);
+    EXPECT_EQ(longestName, std::string("Grüße").size());
+    EXPECT_GE(longestData, 300u);
+
+    char name[64];
+    BYTE data[400];
+    DWORD nameLength = 3, dataLength = sizeof data, type = 0;
+    EXPECT_EQ(RegEnumValueA(key, 0, name, &nameLength, nullptr, &type, data, &dataLength),
+              ERROR_MORE_DATA);
+    nameLength = sizeof name;
+    dataLength = 4;
+    EXPECT_EQ(RegEnumValueA(key, 0, name, &nameLength, nullptr, &type, data, &dataLength),
+              ERROR_MORE_DATA);
+    EXPECT_EQ(dataLength, std::string("Grüße €").size() + 1);
+    nameLength = sizeof name;
+    ASSERT_EQ(RegEnumValueA(key, 0, name, &nameLength, nullptr, &type, data, &dataLength),
+              ERROR_SUCCESS);
+    EXPECT_EQ(std::string(name, nameLength), "Grüße");
+    EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(data), dataLength), "Grüße €\0"s);
+    nameLength = sizeof name;
+    EXPECT_EQ(RegEnumValueA(key, 2, name, &nameLength, nullptr, &type, data, &dataLength),
+              ERROR_NO_MORE_ITEMS);
+    EXPECT_EQ(RegCloseKey(key), ERROR_SUCCESS);
+    EXPECT_EQ(RegCloseKey(key), ERROR_INVALID_HANDLE);
+}
+
+TEST_F(MachineFolderTest, HivesAreNeverOpenedForWriting)
+{
+    HKEY key = nullptr;
+    HKEY connected = nullptr;
+    ASSERT_EQ(RegConnectRegistryA(folder.c_str(), HKEY_LOCAL_MACHINE, &connected), ERROR_SUCCESS);
+    EXPECT_EQ(RegOpenKeyExA(connected, "SOFTWARE", 0, KEY_WRITE, &key), ERROR_ACCESS_DENIED);
+    RegCloseKey(connected);
+    EXPECT_EQ(RegConnectRegistryA((folder / "absent").c_str(), HKEY_LOCAL_MACHINE, &connected),
+              ERROR_BAD_NETPATH);
+    EXPECT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "x", 0, KEY_READ, nullptr),
+              ERROR_INVALID_PARAMETER);
+}
+
+TEST_F(MachineFolderTest, DamagedHivesFailWithAClearError)
+{
+    fs::path software = folder / "WINDOWS" / "system32" / "config" / "software";
+    std::string bytes;
+    {
+        std::ifstream in(software, std::ios::binary);
+        bytes.assign(std::istreambuf_iterator<char>(in), {});
+    }
+    const struct {
+        const char* what;
+        std::string content;
+    } damaged[] = {
+        {"not a hive", "this is not a registry hive"},
+        {"truncated", bytes.substr(0, 4096 + 100)},
+        {"bad checksum", bytes.substr(0, 0x1FC) + "\x01\x02\x03\x04" + bytes.substr(0x200)}};
+    for (const auto& hive : damaged) {
+        std::ofstream(software, std::ios::binary | std::ios::trunc) << hive.content;
+        try {
+            CRegistryKey key(HKEY_LOCAL_MACHINE, "SOFTWARE\\Vendor", KEY_READ, folder.c_str());
+            ADD_FAILURE() << hive.what << ": opened";
+        } catch (const CRegistryKey::Exception& e) {
+            EXPECT_EQ(e.GetWhere(), "CRegistryKey::CRegistryKey(HKEY hKey ...)") << hive.what;
+            EXPECT_EQ(e.GetError(), static_cast<unsigned long>(ERROR_BADDB)) << hive.what;
+            EXPECT_EQ(e.GetErrorMessage(), "The configuration registry database is corrupt.");
+        }
+    }
+}
+
+}  // namespace
