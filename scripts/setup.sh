@@ -8,7 +8,7 @@ packages=(
   cmake ninja-build g++ clang libclang-rt-14-dev clang-format
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   # offline registry hives on POSIX
-  libhivex-dev
+  libhivex-dev libhivex-bin
   # the Windows half: cross-build, and tests under Wine
   g++-mingw-w64-x86-64 mingw-w64-tools wine wine64 libwine-dev xvfb xauth
 )

@@ -135,48 +135,64 @@ ozTree* ozRegKey::Tree()
     }
 }
 
-ozSubKey* ozRegKey::FindSubKey(const char* path, unsigned int root)
+ozSubKey* ozRegKey::FindOrAddChild(unsigned int root, bool create)
 {
-    if (path == nullptr)
-        return nullptr;
-    const char* rest = _CutName(path);
-    if (rest == nullptr)
-        return nullptr;
-    bool last = *rest == '\0';
-
     ozTreeNode* lastChild = nullptr;
     ozSubKey* child = FindChild(&lastChild);
-    if (child == nullptr) {
-        ozTree* tree = Tree();
-        if (tree == nullptr)
-            return nullptr;
-        auto created = std::make_unique<ozSubKey>();
-        created->Name(m_vBuf);
-        created->Root(root);
-        if (!tree->AppendChild(this, lastChild, created.get()))
-            return nullptr;
-        child = created.release();
-        // Appending at the end relinks nothing, so the index and the parent stay trusted.
-        child->m_cachedParent = this;
-        child->m_cachedParentRelinkCount = ozTreeNode::RelinkCount();
-        if (m_childIndex != nullptr) {
-            m_childIndex->Add(child);
-            m_childIndex->firstChild = Down();
-        }
+    if (child != nullptr || !create)
+        return child;
+    ozTree* tree = Tree();
+    if (tree == nullptr)
+        return nullptr;
+    auto created = std::make_unique<ozSubKey>();
+    created->Name(m_vBuf);
+    created->Root(root);
+    if (!tree->AppendChild(this, lastChild, created.get()))
+        return nullptr;
+    child = created.release();
+    // Appending at the end relinks nothing, so the index and the parent stay trusted.
+    child->m_cachedParent = this;
+    child->m_cachedParentRelinkCount = ozTreeNode::RelinkCount();
+    if (m_childIndex != nullptr) {
+        m_childIndex->Add(child);
+        m_childIndex->firstChild = Down();
     }
-    return last ? child : child->FindSubKey(rest + 1, root);
+    return child;
+}
+
+ozSubKey* ozRegKey::WalkPath(const char* path, unsigned int root, bool create)
+{
+    // A loop rather than a lookup per level, so that a path of many components cannot exhaust
+    // the stack. A sub key on the way that holds a variable passes the flag on to the key
+    // returned, as its own lookup would.
+    if (path == nullptr)
+        return nullptr;
+    ozRegKey* key = this;
+    bool passesVariable = false;
+    for (;;) {
+        const char* rest = _CutName(path);
+        if (rest == nullptr)
+            return nullptr;
+        ozSubKey* child = key->FindOrAddChild(root, create);
+        if (child == nullptr)
+            return nullptr;
+        if (*rest == '\0') {
+            if (create && passesVariable)
+                child->WVar(true);
+            return child;
+        }
+        passesVariable = passesVariable || child->WVar();
+        key = child;
+        path = rest + 1;
+    }
+}
+
+ozSubKey* ozRegKey::FindSubKey(const char* path, unsigned int root)
+{
+    return WalkPath(path, root, true);
 }
 
 ozSubKey* ozRegKey::HasSubKey(const char* path)
 {
-    if (path == nullptr)
-        return nullptr;
-    const char* rest = _CutName(path);
-    if (rest == nullptr)
-        return nullptr;
-    ozTreeNode* lastChild = nullptr;
-    ozSubKey* child = FindChild(&lastChild);
-    if (child == nullptr || *rest == '\0')
-        return child;
-    return child->HasSubKey(rest + 1);
+    return WalkPath(path, 0, false);
 }

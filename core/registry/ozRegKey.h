@@ -69,6 +69,10 @@ private:
     // *lastChild set to the last child (null for a key without children).
     ozSubKey* FindChild(ozTreeNode** lastChild);
     ChildIndex& UpToDateIndex();
+    // The child named m_vBuf; with `create`, a missing one is appended with root number root.
+    ozSubKey* FindOrAddChild(unsigned int root, bool create);
+    // Finds (and with `create` makes) the key at path below this key.
+    ozSubKey* WalkPath(const char* path, unsigned int root, bool create);
 
     bool m_isOpen = false;
     std::unique_ptr<ChildIndex> m_childIndex;

@@ -1,6 +1,7 @@
 #include "ozRegTree.h"
 
 #include <string>
+#include <vector>
 
 #include "ozFoldedName.h"
 #include "ozRegExport.h"
@@ -89,25 +90,55 @@ bool ozRegTree::AddFromRegistry(HKEY root, const char* key, const char* value, b
 
 bool ozRegTree::AddFromRegistry(CRegistryKey& key, HKEY root, const char* path)
 {
-    ozSubKey* modelKey = FindKey(root, path);
-    if (modelKey == nullptr)
-        return false;
-    modelKey->Save(true);
+    // Depth-first with a stack of open keys instead of a call per level, so that a deep or
+    // damaged registry cannot exhaust the call stack. Each key's sub keys are read, each with
+    // all of its own, before the key's values; the enumeration of a key moves on only after
+    // the sub key it stands on has been read.
+    struct Level {
+        CRegistryKey key;
+        std::string path;
+        ozSubKey* modelKey;
+        CRegistryKey::SubkeyIterator subKey;
+        bool subKeyRead;
+    };
+    std::vector<Level> levels;
+    auto enter = [&](const CRegistryKey& opened, std::string keyPath) {
+        ozSubKey* modelKey = FindKey(root, keyPath.c_str());
+        if (modelKey == nullptr)
+            return false;
+        modelKey->Save(true);
+        levels.push_back(Level{opened, std::move(keyPath), modelKey, {}, false});
+        levels.back().subKey = levels.back().key.BeginSubkeyIteration();
+        return true;
+    };
 
-    bool result = true;
-    for (auto it = key.BeginSubkeyIteration(); result && it != key.EndSubkeyIteration(); ++it) {
-        // Child paths are cut to the length of the path buffer the model works with.
-        std::string childPath = std::string(path) + "\\" + it.Name();
-        if (childPath.size() >= static_cast<size_t>(ozSubKey::KeyPathCapacity))
-            childPath.resize(ozSubKey::KeyPathCapacity - 1);
-        CRegistryKey child = it.OpenKey(KEY_READ);
-        result = AddFromRegistry(child, root, childPath.c_str());
+    if (!enter(key, path))
+        return false;
+    while (!levels.empty()) {
+        Level& level = levels.back();
+        if (level.subKeyRead) {
+            ++level.subKey;
+            level.subKeyRead = false;
+        }
+        if (level.subKey != level.key.EndSubkeyIteration()) {
+            // Child paths are cut to the length of the path buffer the model works with.
+            std::string childPath = level.path + "\\" + level.subKey.Name();
+            if (childPath.size() >= static_cast<size_t>(ozSubKey::KeyPathCapacity))
+                childPath.resize(ozSubKey::KeyPathCapacity - 1);
+            CRegistryKey child = level.subKey.OpenKey(KEY_READ);
+            level.subKeyRead = true;
+            if (!enter(child, std::move(childPath)))
+                return false;
+            continue;
+        }
+        for (auto it = level.key.BeginValueIteration(); it != level.key.EndValueIteration(); ++it) {
+            CRegistryKey::Value value = *it;
+            if (!AddValueFromReg(level.modelKey, value))
+                return false;
+        }
+        levels.pop_back();
     }
-    for (auto it = key.BeginValueIteration(); result && it != key.EndValueIteration(); ++it) {
-        CRegistryKey::Value value = *it;
-        result = AddValueFromReg(modelKey, value);
-    }
-    return result;
+    return true;
 }
 
 bool ozRegTree::AddValueFromReg(ozSubKey* key, CRegistryKey::Value& value)

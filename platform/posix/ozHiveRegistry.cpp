@@ -98,10 +98,16 @@ LONG ErrorOfFailedOpen(int error)
     }
 }
 
+// Registry keys nest at most this deep.
+constexpr size_t MaxDepth = 512;
+
 // One hive file, open read-only.
 class Hive {
 public:
-    explicit Hive(hive_h* handle, bool isSystemHive) : m_handle(handle), m_isSystem(isSystemHive) {}
+    Hive(hive_h* handle, bool isSystemHive, size_t fileSize)
+        : m_handle(handle), m_isSystem(isSystemHive), m_fileSize(fileSize)
+    {
+    }
     Hive(const Hive&) = delete;
     Hive& operator=(const Hive&) = delete;
     ~Hive() { hivex_close(m_handle); }
@@ -109,10 +115,13 @@ public:
     hive_h* Handle() const { return m_handle; }
     // The SYSTEM hive, whose root offers CurrentControlSet as an alias.
     bool IsSystem() const { return m_isSystem; }
+    // No datum of the hive can be longer than its file.
+    size_t FileSize() const { return m_fileSize; }
 
 private:
     hive_h* m_handle;
     bool m_isSystem;
+    size_t m_fileSize;
 };
 
 // A hive file mounted under a name: below HKEY_LOCAL_MACHINE or HKEY_USERS.
@@ -200,7 +209,9 @@ LONG Machine::OpenHive(const std::string& file, std::shared_ptr<Hive>& hive)
     bool isSystem = false;
     for (const Mount& mount : m_machineHives)
         isSystem = isSystem || (mount.name == "SYSTEM" && mount.file == file);
-    hive = std::make_shared<Hive>(handle, isSystem);
+    struct stat info;
+    size_t fileSize = stat(file.c_str(), &info) == 0 ? static_cast<size_t>(info.st_size) : 0;
+    hive = std::make_shared<Hive>(handle, isSystem, fileSize);
     m_openHives[file] = hive;
     return ERROR_SUCCESS;
 }
@@ -213,6 +224,8 @@ struct OpenKey {
     const std::vector<Mount>* mounts = nullptr;
     std::shared_ptr<Hive> hive;
     hive_node_h node = 0;
+    // How many keys lie between the hive's root and this key.
+    size_t depth = 0;
 
     bool subKeysRead = false;
     std::vector<std::string> subKeyNames;
@@ -240,9 +253,14 @@ LONG OpenKey::ReadSubKeys()
         Malloced<hive_node_h> children(hivex_node_children(hive->Handle(), node));
         if (children == nullptr)
             return ERROR_REGISTRY_CORRUPT;
+        std::unordered_set<hive_node_h> listed;
         for (hive_node_h* child = children.get(); *child != 0; ++child) {
+            if (!listed.insert(*child).second)
+                return ERROR_REGISTRY_CORRUPT;  // a key listed twice
             Malloced<char> name(hivex_node_name(hive->Handle(), *child));
-            if (name == nullptr)
+            // A key name is never empty and never holds a backslash; opening such a name
+            // would reach another key (or the key itself) instead.
+            if (name == nullptr || name.get()[0] == '\0' || std::strchr(name.get(), '\\'))
                 return ERROR_REGISTRY_CORRUPT;
             subKeyNames.emplace_back(name.get());
             subKeyNodes.push_back(*child);
@@ -306,8 +324,14 @@ LONG OpenKey::OpenSubKey(const std::string& name, OpenKey& child)
         child.node = hivex_root(child.hive->Handle());
         return child.node != 0 ? ERROR_SUCCESS : ERROR_BADDB;
     }
+    // Every key of a sound hive names its parent. A damaged one can list a key below itself or
+    // below several parents, which would make walks over it endless or exponential.
+    hive_node_h childNode = subKeyNodes[found->second];
+    if (depth + 1 >= MaxDepth || hivex_node_parent(hive->Handle(), childNode) != node)
+        return ERROR_REGISTRY_CORRUPT;
     child.hive = hive;
-    child.node = subKeyNodes[found->second];
+    child.node = childNode;
+    child.depth = depth + 1;
     return ERROR_SUCCESS;
 }
 
@@ -337,6 +361,7 @@ LONG OpenPath(OpenKey& key, const std::string& path, OpenKey& result)
     result.mounts = current->mounts;
     result.hive = current->hive;
     result.node = current->node;
+    result.depth = current->depth;
     return ERROR_SUCCESS;
 }
 
@@ -454,9 +479,19 @@ HKEY Keep(OpenKey&& key)
     return reinterpret_cast<HKEY>(kept);
 }
 
-bool IsStringType(hive_type type)
+// The registry type code a hive stores; read through its bytes, since a hive may hold codes
+// outside libhivex's enumeration, which C++ must not load as that enumeration.
+DWORD TypeCode(const hive_type& type)
 {
-    return type == hive_t_REG_SZ || type == hive_t_REG_EXPAND_SZ || type == hive_t_REG_MULTI_SZ;
+    std::uint32_t code = 0;
+    static_assert(sizeof code == sizeof type);
+    std::memcpy(&code, &type, sizeof code);
+    return code;
+}
+
+bool IsStringType(DWORD type)
+{
+    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
 }
 
 // UTF-16LE to UTF-8, unit by unit (zero units included); a string lacking its terminator
@@ -586,10 +621,12 @@ LONG RegQueryInfoKeyA(HKEY hKey, char* lpClass, DWORD* lpcchClass, DWORD*, DWORD
             longestValueName = std::max(longestValueName, key->valueNames[i].size());
             hive_type type;
             size_t length = 0;
-            if (hivex_value_type(key->hive->Handle(), key->valueHandles[i], &type, &length) != 0)
+            if (hivex_value_type(key->hive->Handle(), key->valueHandles[i], &type, &length) != 0 ||
+                length > key->hive->FileSize())
                 return static_cast<LONG>(ERROR_REGISTRY_CORRUPT);
             // A UTF-16 unit becomes at most three narrow bytes, plus a terminator.
-            longestData = std::max(longestData, IsStringType(type) ? length / 2 * 3 + 1 : length);
+            longestData =
+                std::max(longestData, IsStringType(TypeCode(type)) ? length / 2 * 3 + 1 : length);
         }
         if (lpClass != nullptr && lpcchClass != nullptr && *lpcchClass > 0)
             lpClass[0] = '\0';
@@ -680,8 +717,8 @@ LONG RegEnumValueA(HKEY hKey, DWORD dwIndex, char* lpValueName, DWORD* lpcchValu
             hivex_value_value(key->hive->Handle(), key->valueHandles[dwIndex], &type, &length));
         if (raw == nullptr)
             return static_cast<LONG>(ERROR_REGISTRY_CORRUPT);
-        std::string data =
-            IsStringType(type) ? NarrowText(raw.get(), length) : std::string(raw.get(), length);
+        std::string data = IsStringType(TypeCode(type)) ? NarrowText(raw.get(), length)
+                                                        : std::string(raw.get(), length);
         if (lpcbData != nullptr) {
             DWORD available = *lpcbData;
             *lpcbData = static_cast<DWORD>(data.size());
@@ -694,7 +731,7 @@ LONG RegEnumValueA(HKEY hKey, DWORD dwIndex, char* lpValueName, DWORD* lpcchValu
         std::memcpy(lpValueName, name.c_str(), name.size() + 1);
         *lpcchValueName = static_cast<DWORD>(name.size());
         if (lpType != nullptr)
-            *lpType = static_cast<DWORD>(type);
+            *lpType = TypeCode(type);
         return static_cast<LONG>(ERROR_SUCCESS);
     });
 }
