@@ -7,12 +7,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <type_traits>
 
 // Two parts: a sequence of item records in insertion order (capacity 100, grown 100 slots at
 // a time) and a name index of 101 buckets, each a binary search tree ordered by byte-wise
 // comparison. Names compare exactly (case-sensitively).
 //
-// Ownership: an owning collection destroys its elements. A named element is destroyed by its
+// Ownership: an owning collection destroys its elements (a collection of char holds strings
+// allocated with new[] and destroys them with delete[]). A named element is destroyed by its
 // index entry, an element without a name by its sequence item. Collections are not copied.
 template <class T>
 class CCollection {
@@ -144,6 +146,14 @@ private:
 
     bool InRange(int pos) const { return pos >= 0 && pos < m_count; }
 
+    static void DestroyElement(T* element)
+    {
+        if constexpr (std::is_same_v<T, char>)
+            delete[] element;
+        else
+            delete element;
+    }
+
     static char* CopyName(const char* name)
     {
         size_t size = std::strlen(name) + 1;
@@ -174,7 +184,7 @@ private:
     void DestroyItem(Item& item)
     {
         if (item.name == nullptr && item.ownsElement)
-            delete item.element;
+            DestroyElement(item.element);
         std::free(item.name);
     }
 
@@ -191,7 +201,7 @@ private:
             int order = std::strcmp(name, (*link)->name);
             if (order == 0) {
                 if (m_ownsElements)
-                    delete element;
+                    DestroyElement(element);
                 return false;
             }
             link = order < 0 ? &(*link)->left : &(*link)->right;
@@ -239,7 +249,7 @@ private:
     static void DestroyEntry(IndexEntry* entry, bool destroyElement)
     {
         if (destroyElement && entry->ownsElement)
-            delete entry->element;
+            DestroyElement(entry->element);
         std::free(entry->name);
         delete entry;
     }

@@ -96,11 +96,25 @@ bool ozTree::AddBelow(ozTreeNode* n)
 
 bool ozTree::AddBelowAsLast(ozTreeNode* n)
 {
-    if (GetDown() == nullptr)
-        return AddBelow(n);
+    ozTreeNode* parent = m_current;
+    if (parent != nullptr && parent == m_lastAppendParent &&
+        m_lastAppendRelinkCount == ozTreeNode::RelinkCount())
+        m_current = m_lastAppended;  // a child of parent, at or before its last one
+    else if (GetDown() == nullptr)
+        return Remember(parent, AddBelow(n));
     while (GetNext() != nullptr) {
     }
-    return AddAfter(n);
+    return Remember(parent, AddAfter(n));
+}
+
+bool ozTree::Remember(ozTreeNode* parent, bool appended)
+{
+    if (appended && parent != nullptr) {
+        m_lastAppendParent = parent;
+        m_lastAppended = m_current;
+        m_lastAppendRelinkCount = ozTreeNode::RelinkCount();
+    }
+    return appended;
 }
 
 bool ozTree::SetCurrentNode(ozTreeNode* n)

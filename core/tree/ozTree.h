@@ -63,5 +63,15 @@ protected:
     ozTreeNode* _NextCurrentWhenRemoved() const;
 
 private:
+    // Remembers where AddBelowAsLast appended below parent when it did; returns appended.
+    bool Remember(ozTreeNode* parent, bool appended);
+
+private:
     ozTreeNode* m_current = nullptr;
+    // The node AddBelowAsLast appended last and its parent, trusted while nothing was relinked
+    // since: appending many children to one parent then costs constant time each instead of
+    // a walk over all earlier children.
+    ozTreeNode* m_lastAppendParent = nullptr;
+    ozTreeNode* m_lastAppended = nullptr;
+    unsigned long m_lastAppendRelinkCount = 0;
 };

@@ -164,6 +164,16 @@ TEST_F(TreeTest, AddBelowAsLastAppendsToTheCurrentNodeButToTheFrontWithoutOne)
     EXPECT_EQ(Shape(), "a(b c x) d");
     EXPECT_EQ(NameOf(tree.GetCurr()), "x");
 
+    // Appending again goes after children linked in by other means since.
+    c->AddAfter(new NamedNode("y"));  // in the middle
+    tree.SetCurrentNode(a);
+    auto* z = new NamedNode("z");
+    EXPECT_TRUE(tree.AddBelowAsLast(z));
+    z->AddAfter(new NamedNode("w"));  // at the end, without the tree
+    tree.SetCurrentNode(a);
+    EXPECT_TRUE(tree.AddBelowAsLast(new NamedNode("v")));
+    EXPECT_EQ(Shape(), "a(b c y x z w v) d");
+
     ozTree other;
     EXPECT_TRUE(other.AddBelowAsLast(new NamedNode("p")));
     EXPECT_TRUE(other.AddBelowAsLast(new NamedNode("q")));  // below p, the current node
