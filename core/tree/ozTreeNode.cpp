@@ -9,25 +9,27 @@ ozTreeNode::~ozTreeNode()
     Isolate();
 }
 
+// The walks recurse into children but loop over siblings, so that a node with very many
+// children (a registry key with 10^5 sub keys) cannot exhaust the stack.
 bool ozTreeNode::Execute(ExecuteContextCallback callback, void* context)
 {
-    if (!callback(this, context))
-        return false;
-    if (m_down != nullptr && !m_down->Execute(callback, context))
-        return false;
-    if (m_next != nullptr && !m_next->Execute(callback, context))
-        return false;
+    for (ozTreeNode* node = this; node != nullptr; node = node->m_next) {
+        if (!callback(node, context))
+            return false;
+        if (node->m_down != nullptr && !node->m_down->Execute(callback, context))
+            return false;
+    }
     return true;
 }
 
 bool ozTreeNode::Execute(ExecuteCallback callback)
 {
-    if (!callback(this))
-        return false;
-    if (m_down != nullptr && !m_down->Execute(callback))
-        return false;
-    if (m_next != nullptr && !m_next->Execute(callback))
-        return false;
+    for (ozTreeNode* node = this; node != nullptr; node = node->m_next) {
+        if (!callback(node))
+            return false;
+        if (node->m_down != nullptr && !node->m_down->Execute(callback))
+            return false;
+    }
     return true;
 }
 
@@ -43,14 +45,14 @@ bool ozTreeNode::SaveNodeAfter(FILE*)
 
 bool ozTreeNode::Save(FILE* file)
 {
-    if (!SaveNode(file))
-        return false;
-    if (m_down != nullptr && !m_down->Save(file))
-        return false;
-    if (!SaveNodeAfter(file))
-        return false;
-    if (m_next != nullptr)
-        return m_next->Save(file);
+    for (ozTreeNode* node = this; node != nullptr; node = node->m_next) {
+        if (!node->SaveNode(file))
+            return false;
+        if (node->m_down != nullptr && !node->m_down->Save(file))
+            return false;
+        if (!node->SaveNodeAfter(file))
+            return false;
+    }
     return true;
 }
 

@@ -26,8 +26,9 @@ public:
     virtual ~ozTreeNode();
 
     // Calls `callback` on this node, then walks its subtree and then every following sibling
-    // with its subtree, depth-first in pre-order. The first false stops the whole walk and
-    // is returned; otherwise true. `context` is passed through unchanged.
+    // with its subtree, depth-first in pre-order. Siblings are walked in a loop (their own
+    // Execute is not called), so a node may have any number of them. The first false stops the
+    // whole walk and is returned; otherwise true. `context` is passed through unchanged.
     virtual bool Execute(ExecuteContextCallback callback, void* context);
     virtual bool Execute(ExecuteCallback callback);
 

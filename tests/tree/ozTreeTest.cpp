@@ -289,3 +289,27 @@ TEST_F(TreeTest, RelinkCountIgnoresAppendsAtTheEnd)
 }
 
 }  // namespace
+
+namespace {
+
+TEST(TreeWalkTest, ManySiblingsDoNotExhaustTheStack)
+{
+    ozTree tree;
+    ozTreeNode* last = nullptr;
+    for (int i = 0; i < 300000; ++i) {
+        auto* node = new ozTreeNode;
+        tree.AppendChild(&tree, last, node);
+        last = node;
+    }
+    long visited = 0;
+    EXPECT_TRUE(tree.Execute(
+        [](ozTreeNode*, void* count) {
+            ++*static_cast<long*>(count);
+            return true;
+        },
+        &visited));
+    EXPECT_EQ(visited, 300000);
+    EXPECT_TRUE(tree.Save(static_cast<FILE*>(nullptr)));  // the base writes nothing
+}
+
+}  // namespace

@@ -1,0 +1,155 @@
+#include "ozADMActionList.h"
+
+#include <cstring>
+
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "ozADMRegEntry.h"
+
+namespace {
+
+std::unique_ptr<char[]> CopyString(const char* s)
+{
+    if (s == nullptr)
+        return nullptr;
+    size_t size = std::strlen(s) + 1;
+    auto copy = std::make_unique<char[]>(size);
+    std::memcpy(copy.get(), s, size);
+    return copy;
+}
+
+// The item's value in its key, found or created; null when the item names no key or value.
+ozRegValue* TargetValue(const ozActionItem* item)
+{
+    if (item == nullptr || item->RegKey() == nullptr || item->ValueName() == nullptr)
+        return nullptr;
+    return item->RegKey()->FindValue(item->ValueName());
+}
+
+}  // namespace
+
+ozActionItem::ozActionItem(const ozActionItem& other)
+    : m_key(other.m_key), m_valueName(CopyString(other.m_valueName.get())), m_value(other.m_value)
+{
+}
+
+ozActionItem& ozActionItem::operator=(const ozActionItem& other)
+{
+    if (this != &other) {
+        m_key = other.m_key;
+        m_valueName = CopyString(other.m_valueName.get());
+        m_value = other.m_value;
+    }
+    return *this;
+}
+
+ozActionItem::~ozActionItem() = default;
+
+bool ozActionItem::RegKey(ozRegTree& tree, HKEY root, const char* path)
+{
+    // Like a part's key: without a path the item keeps the key it has.
+    if (path == nullptr)
+        return false;
+    ozSubKey* key = tree.FindKey(root, path);
+    RegKey(key);
+    return key != nullptr;
+}
+
+void ozActionItem::RegKey(ozSubKey* key)
+{
+    m_key = key;
+    if (key != nullptr)
+        key->ADM(true);
+}
+
+ozSubKey* ozActionItem::RegKey() const
+{
+    return m_key;
+}
+
+void ozActionItem::ValueName(const char* valueName)
+{
+    m_valueName = CopyString(valueName);
+}
+
+const char* ozActionItem::ValueName() const
+{
+    return m_valueName.get();
+}
+
+ozADMValue& ozActionItem::Value()
+{
+    return m_value;
+}
+
+const ozADMValue& ozActionItem::Value() const
+{
+    return m_value;
+}
+
+ozActionItem* ozActionItem::Copy() const
+{
+    return new ozActionItem(*this);
+}
+
+bool ozActionItem::Sync() const
+{
+    if (m_key == nullptr || m_valueName == nullptr)
+        return false;
+    // Looked up without creating, so that comparing leaves the registry tree as it was.
+    ozRegValue* value = m_key->HasValue(m_valueName.get());
+    return value != nullptr && m_value.IsEqualWith(*value);
+}
+
+bool ozADMActionList::SaveToRegistry(ozRegTree& /*tree*/)
+{
+    for (int pos = 0; pos < Count(); ++pos) {
+        const ozActionItem* item = At(pos);
+        ozRegValue* value = TargetValue(item);
+        if (value == nullptr || !item->Value().SaveToRegistry(*value))
+            return false;
+    }
+    return true;
+}
+
+bool ozADMActionList::SaveToCollection(CCollection<ozADMRegEntry>& collection)
+{
+    for (int pos = 0; pos < Count(); ++pos) {
+        const ozActionItem* item = At(pos);
+        if (TargetValue(item) == nullptr)
+            return false;
+        ozSubKey* key = item->RegKey();
+        // A path too deep for the buffer comes back empty; the entry is listed all the same,
+        // as every part lists its own.
+        char keyPath[ozSubKey::KeyPathCapacity + 1];
+        key->GetKeyPath(keyPath);
+        if (!item->Value().SaveToCollection(key->Root(), keyPath, item->ValueName(), collection,
+                                            false))
+            return false;
+    }
+    return true;
+}
+
+bool ozADMActionList::SaveADM(FILE* /*file*/, ozADMTree& /*tree*/, ozSubKey* /*key*/)
+{
+    // The list's template text is written by the template writer.
+    return false;
+}
+
+ozADMActionList* ozADMActionList::Copy() const
+{
+    auto copy = std::make_unique<ozADMActionList>();
+    for (int pos = 0; pos < Count(); ++pos)
+        if (!copy->Add(At(pos)->Copy(), NameAt(pos)))
+            return nullptr;
+    return copy.release();
+}
+
+bool ozADMActionList::Sync() const
+{
+    for (int pos = 0; pos < Count(); ++pos)
+        if (!At(pos)->Sync())
+            return false;
+    return true;
+}

@@ -1,0 +1,64 @@
+// Action lists: extra registry values that a check box, a drop-down item or a policy writes
+// along with its own value. An action item names a key (of a registry tree, not owned), a
+// value name and the value to write.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+
+#include "core/tree/CCollection.h"
+#include "ozADMValue.h"
+#include "platform/ozRegistryTypes.h"
+
+class ozADMRegEntry;
+class ozADMTree;
+class ozRegTree;
+class ozSubKey;
+
+class ozActionItem {
+public:
+    ozActionItem() = default;
+    ozActionItem(const ozActionItem& other);
+    ozActionItem& operator=(const ozActionItem& other);
+    virtual ~ozActionItem();
+
+    // Finds or creates the key at path below root in tree and takes it; false when no key
+    // was obtained.
+    virtual bool RegKey(ozRegTree& tree, HKEY root, const char* path);
+    // Takes the key and marks it as used by the template (ADM flag).
+    virtual void RegKey(ozSubKey* key);
+    virtual ozSubKey* RegKey() const;
+    virtual void ValueName(const char* valueName);
+    virtual const char* ValueName() const;
+    virtual ozADMValue& Value();
+    virtual const ozADMValue& Value() const;
+    // A deep copy (the key is shared).
+    virtual ozActionItem* Copy() const;
+    // True when the key holds the value name (not created) and its value equals this item's.
+    virtual bool Sync() const;
+
+private:
+    ozSubKey* m_key = nullptr;
+    std::unique_ptr<char[]> m_valueName;
+    ozADMValue m_value;
+};
+
+// An owning, ordered list of action items.
+class ozADMActionList : public CCollection<ozActionItem> {
+public:
+    ozADMActionList() : CCollection<ozActionItem>(true) {}
+    virtual ~ozADMActionList() = default;
+
+    // Writes every item into its key, in order; false at the first item without key or value
+    // name or whose value cannot be written. True for an empty list.
+    virtual bool SaveToRegistry(ozRegTree& tree);
+    // Lists every item as a registry entry (the key's root and path, the item's value name and
+    // value); false at the first item without key or value name.
+    virtual bool SaveToCollection(CCollection<ozADMRegEntry>& collection);
+    // Writes the list's template text (with the template writer).
+    virtual bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* key);
+    // A deep copy.
+    virtual ozADMActionList* Copy() const;
+    // True when every item's Sync() is true (an empty list is); stops at the first false.
+    virtual bool Sync() const;
+};

@@ -1,0 +1,158 @@
+#include "ozADMCheckBox.h"
+
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+
+ozADMCheckBox::ozADMCheckBox() : ozADMCtrl(CtrlCheckBox)
+{
+    m_valueOn.SetNumeric(1);
+    m_valueOff.SetNumeric(0);
+}
+
+ozADMCheckBox::~ozADMCheckBox() = default;
+
+bool ozADMCheckBox::SaveToRegistry(ozRegTree& tree, bool enabled)
+{
+    ozRegValue* value = FindOwnValue();
+    if (value == nullptr)
+        return false;
+    if (!enabled)
+        return value->SetDelete();
+    const ozADMValue& written = m_checked ? m_valueOn : m_valueOff;
+    ozADMActionList* actions = m_checked ? m_actionListOn.get() : m_actionListOff.get();
+    if (!written.SaveToRegistry(*value))
+        return false;
+    return actions == nullptr || actions->SaveToRegistry(tree);
+}
+
+bool ozADMCheckBox::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+{
+    if (!enabled) {
+        ozADMValue deletion;
+        deletion.SetDelete();
+        return AddEntry(deletion, collection, false);
+    }
+    const ozADMValue& written = m_checked ? m_valueOn : m_valueOff;
+    ozADMActionList* actions = m_checked ? m_actionListOn.get() : m_actionListOff.get();
+    if (!AddEntry(written, collection, false))
+        return false;
+    return actions == nullptr || actions->SaveToCollection(collection);
+}
+
+bool ozADMCheckBox::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+{
+    return false;  // the part's template text is written by the template writer
+}
+
+bool ozADMCheckBox::SetDefault()
+{
+    m_checked = m_default;
+    return true;
+}
+
+tSYNCSTATE ozADMCheckBox::Sync()
+{
+    ozADMCtrl::Sync();
+    if (Key() == nullptr || ValueName() == nullptr)
+        return SyncFailed;
+    ozRegValue* value = HasOwnValue();
+    if (value == nullptr)
+        return SyncConflict;
+    // A state whose action list is not fully in the registry was not set by this template,
+    // so it cannot speak for the policy.
+    if (m_valueOn.IsEqualWith(*value)) {
+        if (m_actionListOn != nullptr && !m_actionListOn->Sync())
+            return SyncConflict;
+        m_checked = true;
+        return SyncEnabled;
+    }
+    if (m_valueOff.IsEqualWith(*value)) {
+        if (m_actionListOff != nullptr && !m_actionListOff->Sync())
+            return SyncConflict;
+        m_checked = false;
+        return SyncEnabled;
+    }
+    return value->IsDelete() ? SyncDisabled : SyncConflict;
+}
+
+ozADMCtrl* ozADMCheckBox::Copy() const
+{
+    auto* copy = new ozADMCheckBox;
+    copy->CopyBaseFrom(*this);
+    copy->m_checked = m_checked;
+    copy->m_default = m_default;
+    copy->m_valueOn = m_valueOn;
+    copy->m_valueOff = m_valueOff;
+    if (m_actionListOn != nullptr)
+        copy->m_actionListOn.reset(m_actionListOn->Copy());
+    if (m_actionListOff != nullptr)
+        copy->m_actionListOff.reset(m_actionListOff->Copy());
+    return copy;
+}
+
+ozADMCtrl* ozADMCheckBox::New() const
+{
+    return new ozADMCheckBox;
+}
+
+void ozADMCheckBox::Checked(bool checked)
+{
+    m_checked = checked;
+}
+
+bool ozADMCheckBox::Checked() const
+{
+    return m_checked;
+}
+
+void ozADMCheckBox::Default(bool checked)
+{
+    m_default = checked;
+}
+
+bool ozADMCheckBox::Default() const
+{
+    return m_default;
+}
+
+ozADMValue& ozADMCheckBox::ValueOn()
+{
+    return m_valueOn;
+}
+
+const ozADMValue& ozADMCheckBox::ValueOn() const
+{
+    return m_valueOn;
+}
+
+ozADMValue& ozADMCheckBox::ValueOff()
+{
+    return m_valueOff;
+}
+
+const ozADMValue& ozADMCheckBox::ValueOff() const
+{
+    return m_valueOff;
+}
+
+void ozADMCheckBox::ActionListOn(ozADMActionList* list)
+{
+    if (list != m_actionListOn.get())
+        m_actionListOn.reset(list);
+}
+
+ozADMActionList* ozADMCheckBox::ActionListOn() const
+{
+    return m_actionListOn.get();
+}
+
+void ozADMCheckBox::ActionListOff(ozADMActionList* list)
+{
+    if (list != m_actionListOff.get())
+        m_actionListOff.reset(list);
+}
+
+ozADMActionList* ozADMCheckBox::ActionListOff() const
+{
+    return m_actionListOff.get();
+}

@@ -1,0 +1,57 @@
+#include "ozADMComboBox.h"
+
+#include <cstring>
+#include <memory>
+
+ozADMComboBox::ozADMComboBox() : ozADMEditText(CtrlComboBox) {}
+
+ozADMComboBox::~ozADMComboBox() = default;
+
+bool ozADMComboBox::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+{
+    return false;  // the part's template text is written by the template writer
+}
+
+ozADMCtrl* ozADMComboBox::Copy() const
+{
+    auto* copy = new ozADMComboBox;
+    copy->CopyEditTextFrom(*this);
+    for (int pos = 0; pos < m_suggestions.Count(); ++pos)
+        copy->AddSuggestion(m_suggestions.At(pos));
+    copy->m_noSort = m_noSort;
+    return copy;
+}
+
+ozADMCtrl* ozADMComboBox::New() const
+{
+    return new ozADMComboBox;
+}
+
+bool ozADMComboBox::AddSuggestion(const char* s)
+{
+    if (s == nullptr)
+        return false;
+    // A new[] string: the collection of char destroys its elements with delete[].
+    size_t size = std::strlen(s) + 1;
+    auto copy = std::make_unique<char[]>(size);
+    std::memcpy(copy.get(), s, size);
+    if (!m_suggestions.Add(copy.get()))
+        return false;
+    copy.release();
+    return true;
+}
+
+const CCollection<char>& ozADMComboBox::Suggestions() const
+{
+    return m_suggestions;
+}
+
+void ozADMComboBox::NoSort(bool noSort)
+{
+    m_noSort = noSort;
+}
+
+bool ozADMComboBox::NoSort() const
+{
+    return m_noSort;
+}

@@ -1,0 +1,169 @@
+#include "ozADMCtrl.h"
+
+#include <cstring>
+#include <string>
+
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozSubKey.h"
+#include "ozADMPolicy.h"
+#include "ozADMValue.h"
+
+namespace {
+
+std::unique_ptr<char[]> CopyString(const char* s)
+{
+    if (s == nullptr)
+        return nullptr;
+    size_t size = std::strlen(s) + 1;
+    auto copy = std::make_unique<char[]>(size);
+    std::memcpy(copy.get(), s, size);
+    return copy;
+}
+
+}  // namespace
+
+ozADMCtrl::ozADMCtrl(unsigned long ctrlType) : m_ctrlType(ctrlType) {}
+
+ozADMCtrl::~ozADMCtrl() = default;
+
+void ozADMCtrl::CopyBaseFrom(const ozADMCtrl& other)
+{
+    m_name = CopyString(other.m_name.get());
+    m_key = other.m_key;
+    m_valueName = CopyString(other.m_valueName.get());
+    m_required = other.m_required;
+    m_clientExt = CopyString(other.m_clientExt.get());
+    m_policy = other.m_policy;
+}
+
+unsigned long ozADMCtrl::CtrlType() const
+{
+    return m_ctrlType;
+}
+
+void ozADMCtrl::Name(const char* name)
+{
+    m_name = CopyString(name);
+}
+
+const char* ozADMCtrl::Name() const
+{
+    return m_name.get();
+}
+
+void ozADMCtrl::Key(ozSubKey* key)
+{
+    m_key = key;
+    if (key != nullptr)
+        key->ADM(true);
+}
+
+void ozADMCtrl::Key(ozRegTree& tree, HKEY root, const char* path)
+{
+    if (path == nullptr)
+        return;
+    Key(tree.FindKey(root, path));
+}
+
+ozSubKey* ozADMCtrl::Key() const
+{
+    return m_key;
+}
+
+void ozADMCtrl::ValueName(const char* valueName)
+{
+    m_valueName = CopyString(valueName);
+}
+
+const char* ozADMCtrl::ValueName() const
+{
+    return m_valueName.get();
+}
+
+void ozADMCtrl::Required(bool required)
+{
+    m_required = required;
+}
+
+bool ozADMCtrl::Required() const
+{
+    return m_required;
+}
+
+void ozADMCtrl::ClientExt(const char* clientExt)
+{
+    m_clientExt = CopyString(clientExt);
+}
+
+const char* ozADMCtrl::ClientExt() const
+{
+    return m_clientExt.get();
+}
+
+void ozADMCtrl::Policy(ozADMPolicy* policy)
+{
+    m_policy = policy;
+}
+
+ozADMPolicy* ozADMCtrl::Policy() const
+{
+    return m_policy;
+}
+
+bool ozADMCtrl::SaveToRegistry(ozRegTree&, bool)
+{
+    return true;
+}
+
+bool ozADMCtrl::SaveToCollection(CCollection<ozADMRegEntry>&, bool)
+{
+    return true;
+}
+
+bool ozADMCtrl::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+{
+    return false;  // the part's template text is written by the template writer
+}
+
+bool ozADMCtrl::SetDefault()
+{
+    return false;
+}
+
+tSYNCSTATE ozADMCtrl::Sync()
+{
+    // A key the user marked in the registry view marks the policy that uses it, whatever the
+    // part's value says.
+    if (m_policy != nullptr && m_key != nullptr && m_key->Selected())
+        m_policy->Selected(true);
+    return SyncNeutral;
+}
+
+bool ozADMCtrl::_SaveClientExtADM(FILE*, ozADMTree&)
+{
+    return false;  // the CLIENTEXT line is written by the template writer
+}
+
+ozRegValue* ozADMCtrl::FindOwnValue() const
+{
+    if (m_key == nullptr || m_valueName == nullptr)
+        return nullptr;
+    return m_key->FindValue(m_valueName.get());
+}
+
+ozRegValue* ozADMCtrl::HasOwnValue() const
+{
+    if (m_key == nullptr || m_valueName == nullptr)
+        return nullptr;
+    return m_key->HasValue(m_valueName.get());
+}
+
+bool ozADMCtrl::AddEntry(const ozADMValue& value, CCollection<ozADMRegEntry>& collection,
+                         bool expand) const
+{
+    if (m_key == nullptr || m_valueName == nullptr)
+        return false;
+    std::string keyPath = m_key->KeyPath();
+    return value.SaveToCollection(m_key->Root(), keyPath.c_str(), m_valueName.get(), collection,
+                                  expand);
+}

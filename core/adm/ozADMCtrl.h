@@ -1,0 +1,105 @@
+// A part of a policy (one PART block of a template): bound to a registry key and, except list
+// boxes, one value name in it. A part reads its value from the registry tree (Sync), writes it
+// back for an enabled policy or deletes it for a disabled one (SaveToRegistry), and lists the
+// same effect as registry entries (SaveToCollection).
+#pragma once
+
+#include <cstdio>
+#include <memory>
+
+#include "core/tree/CCollection.h"
+#include "platform/ozRegistryTypes.h"
+
+class ozADMPolicy;
+class ozADMRegEntry;
+class ozADMValue;
+class ozRegValue;
+class ozADMTree;
+class ozRegTree;
+class ozSubKey;
+
+// What a part's registry data say about its policy's state.
+enum tSYNCSTATE : int {
+    SyncFailed = 0,  // the part cannot be evaluated; the policy's sync stops
+    SyncEnabled = 1,
+    SyncDisabled = 2,
+    SyncConflict = 3,  // forces not configured
+    SyncNeutral = 4,
+};
+
+// The part types.
+enum : unsigned long {
+    CtrlCheckBox = 1,
+    CtrlNumeric = 2,
+    CtrlEditText = 3,
+    CtrlComboBox = 4,
+    CtrlText = 5,
+    CtrlDropdownList = 6,
+    CtrlListBox = 7,
+};
+
+class ozADMCtrl {
+public:
+    ozADMCtrl(const ozADMCtrl&) = delete;
+    ozADMCtrl& operator=(const ozADMCtrl&) = delete;
+    virtual ~ozADMCtrl();
+
+    virtual unsigned long CtrlType() const;
+    virtual void Name(const char* name);
+    virtual const char* Name() const;
+    // Binds the part to key (not owned) and marks the key as used by the template.
+    virtual void Key(ozSubKey* key);
+    // Binds the part to the key at path below root, found or created in tree; nothing for a
+    // null path.
+    virtual void Key(ozRegTree& tree, HKEY root, const char* path);
+    virtual ozSubKey* Key() const;
+    virtual void ValueName(const char* valueName);
+    virtual const char* ValueName() const;
+    virtual void Required(bool required);
+    virtual bool Required() const;
+    virtual void ClientExt(const char* clientExt);
+    virtual const char* ClientExt() const;
+    // The policy the part belongs to (not owned).
+    virtual void Policy(ozADMPolicy* policy);
+    virtual ozADMPolicy* Policy() const;
+    // Writes the part's value into its key (enabled) or marks it deleted (disabled). The
+    // base writes nothing and returns true.
+    virtual bool SaveToRegistry(ozRegTree& tree, bool enabled);
+    // Lists what SaveToRegistry would write as registry entries. The base lists nothing, true.
+    virtual bool SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled);
+    // Writes the part's template text (with the template writer). The base returns false.
+    virtual bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey);
+    // Resets the part's value to its default; false where a part has none (the base).
+    virtual bool SetDefault();
+    // Reads the part's value from its key and tells what it says about the policy's state.
+    // The base marks the policy selected when the part's key is selected and returns 4.
+    virtual tSYNCSTATE Sync();
+    // A deep copy (key and policy shared).
+    virtual ozADMCtrl* Copy() const = 0;
+    // A new default part of the same type.
+    virtual ozADMCtrl* New() const = 0;
+
+protected:
+    explicit ozADMCtrl(unsigned long ctrlType);
+    // Copies the base fields of other (strings duplicated, key and policy shared).
+    void CopyBaseFrom(const ozADMCtrl& other);
+    // Writes the part's CLIENTEXT line (with the template writer).
+    virtual bool _SaveClientExtADM(FILE* file, ozADMTree& tree);
+
+    // What parts with a value name share: the value (created when missing) for writing, and
+    // the value's registry path for listing. Null / false without key or value name.
+    ozRegValue* FindOwnValue() const;
+    bool AddEntry(const ozADMValue& value, CCollection<ozADMRegEntry>& collection,
+                  bool expand) const;
+    // The value (not created), or null.
+    ozRegValue* HasOwnValue() const;
+
+private:
+    unsigned long m_ctrlType;
+    std::unique_ptr<char[]> m_name;
+    ozSubKey* m_key = nullptr;
+    std::unique_ptr<char[]> m_valueName;
+    bool m_required = false;
+    std::unique_ptr<char[]> m_clientExt;
+    ozADMPolicy* m_policy = nullptr;
+};

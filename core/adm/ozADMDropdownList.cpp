@@ -1,0 +1,162 @@
+#include "ozADMDropdownList.h"
+
+#include <memory>
+
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+
+ozADMDropdownList::ozADMDropdownList() : ozADMCtrl(CtrlDropdownList) {}
+
+ozADMDropdownList::~ozADMDropdownList() = default;
+
+bool ozADMDropdownList::SaveToRegistry(ozRegTree& tree, bool enabled)
+{
+    ozRegValue* value = FindOwnValue();
+    if (value == nullptr)
+        return false;
+    if (!enabled)
+        return value->SetDelete();
+    if (m_selected < 0)
+        return true;
+    ozADMListItem* item = m_items.At(m_selected);
+    if (item == nullptr || !item->Value().SaveToRegistry(*value))
+        return false;
+    return item->ActionList() == nullptr || item->ActionList()->SaveToRegistry(tree);
+}
+
+bool ozADMDropdownList::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+{
+    if (Key() == nullptr || ValueName() == nullptr)
+        return false;
+    if (!enabled) {
+        ozADMValue deletion;
+        deletion.SetDelete();
+        return AddEntry(deletion, collection, false);
+    }
+    if (m_selected < 0)
+        return true;
+    ozADMListItem* item = m_items.At(m_selected);
+    if (item == nullptr || !AddEntry(item->Value(), collection, false))
+        return false;
+    return item->ActionList() == nullptr || item->ActionList()->SaveToCollection(collection);
+}
+
+bool ozADMDropdownList::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+{
+    return false;  // the part's template text is written by the template writer
+}
+
+bool ozADMDropdownList::SetDefault()
+{
+    Selected(m_default);
+    return true;
+}
+
+tSYNCSTATE ozADMDropdownList::Sync()
+{
+    ozADMCtrl::Sync();
+    if (Key() == nullptr || ValueName() == nullptr)
+        return SyncFailed;
+    ozRegValue* value = HasOwnValue();
+    if (value == nullptr)
+        return SyncConflict;
+    if (!value->IsInsert())
+        return value->IsDelete() ? SyncDisabled : SyncConflict;
+    // Several items may stand for the same value and differ in their action lists: the last
+    // one whose action list is fully present wins. An item whose list is incomplete cannot
+    // undo a match found before it.
+    tSYNCSTATE result = SyncConflict;
+    ozADMListItem* item = nullptr;
+    for (int pos = 0; (item = m_items.At(pos)) != nullptr; ++pos) {
+        if (!item->Value().IsEqualWith(*value))
+            continue;
+        if (item->ActionList() != nullptr && !item->ActionList()->Sync())
+            continue;
+        m_selected = pos;
+        result = SyncEnabled;
+    }
+    return result;
+}
+
+ozADMCtrl* ozADMDropdownList::Copy() const
+{
+    auto* copy = new ozADMDropdownList;
+    copy->CopyBaseFrom(*this);
+    copy->m_selected = m_selected;
+    copy->m_default = m_default;
+    for (int pos = 0; pos < m_items.Count(); ++pos)
+        copy->m_items.Add(m_items.At(pos)->Copy(), m_items.NameAt(pos));
+    copy->m_noSort = m_noSort;
+    return copy;
+}
+
+ozADMCtrl* ozADMDropdownList::New() const
+{
+    return new ozADMDropdownList;
+}
+
+void ozADMDropdownList::Selected(int i)
+{
+    if (i >= m_items.Count())
+        m_selected = m_items.Count() - 1;
+    else if (i < -1)
+        m_selected = -1;
+    else
+        m_selected = i;
+}
+
+int ozADMDropdownList::Selected() const
+{
+    return m_selected;
+}
+
+bool ozADMDropdownList::DeSelect()
+{
+    m_selected = -1;
+    return true;
+}
+
+void ozADMDropdownList::Default(int i)
+{
+    m_default = i;
+}
+
+int ozADMDropdownList::Default() const
+{
+    return m_default;
+}
+
+CCollection<ozADMListItem>& ozADMDropdownList::ItemList()
+{
+    return m_items;
+}
+
+const CCollection<ozADMListItem>& ozADMDropdownList::ItemList() const
+{
+    return m_items;
+}
+
+bool ozADMDropdownList::AddItem(const char* name, const ozADMValue& value,
+                                ozADMActionList* actionList)
+{
+    if (name == nullptr)
+        return false;
+    auto item = std::make_unique<ozADMListItem>();
+    item->Name(name);
+    item->Value() = value;
+    item->ActionList(actionList);
+    if (!m_items.Add(item.get()))
+        return false;
+    item.release();
+    return true;
+}
+
+void ozADMDropdownList::NoSort(bool noSort)
+{
+    m_noSort = noSort;
+}
+
+bool ozADMDropdownList::NoSort() const
+{
+    return m_noSort;
+}

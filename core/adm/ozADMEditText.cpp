@@ -1,0 +1,157 @@
+#include "ozADMEditText.h"
+
+#include <cstring>
+#include <string>
+
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "ozADMValue.h"
+
+namespace {
+
+std::unique_ptr<char[]> CopyString(const char* s)
+{
+    if (s == nullptr)
+        return nullptr;
+    size_t size = std::strlen(s) + 1;
+    auto copy = std::make_unique<char[]>(size);
+    std::memcpy(copy.get(), s, size);
+    return copy;
+}
+
+// The text of a string value, up to its terminator; data read from outside need not carry
+// one, so the text never reaches beyond the value's size.
+std::string TextOf(const ozRegValue& value)
+{
+    const char* data = reinterpret_cast<const char*>(value.Data());
+    if (data == nullptr)
+        return std::string();
+    const void* terminator = std::memchr(data, 0, value.Size());
+    size_t length = terminator != nullptr ? static_cast<const char*>(terminator) - data
+                                          : static_cast<size_t>(value.Size());
+    return std::string(data, length);
+}
+
+}  // namespace
+
+ozADMEditText::ozADMEditText() : ozADMCtrl(CtrlEditText) {}
+
+ozADMEditText::ozADMEditText(unsigned long ctrlType) : ozADMCtrl(ctrlType) {}
+
+ozADMEditText::~ozADMEditText() = default;
+
+void ozADMEditText::CopyEditTextFrom(const ozADMEditText& other)
+{
+    CopyBaseFrom(other);
+    m_value = CopyString(other.m_value.get());
+    m_default = CopyString(other.m_default.get());
+    m_maxLen = other.m_maxLen;
+    m_expandable = other.m_expandable;
+}
+
+bool ozADMEditText::SaveToRegistry(ozRegTree&, bool enabled)
+{
+    ozRegValue* value = FindOwnValue();
+    if (value == nullptr)
+        return false;
+    if (!enabled)
+        return value->SetDelete();
+    if (m_value == nullptr)
+        return true;
+    return m_expandable ? value->SetExpandString(m_value.get()) : value->SetString(m_value.get());
+}
+
+bool ozADMEditText::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+{
+    if (Key() == nullptr || ValueName() == nullptr)
+        return false;
+    ozADMValue written;
+    if (!enabled)
+        written.SetDelete();
+    else if (m_value == nullptr)
+        return true;
+    else
+        written.SetString(m_value.get());
+    // The deletion carries the flag too, so that its entry names the part's string type.
+    return AddEntry(written, collection, m_expandable);
+}
+
+bool ozADMEditText::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+{
+    return false;  // the part's template text is written by the template writer
+}
+
+bool ozADMEditText::SetDefault()
+{
+    Value(m_default.get());
+    return true;
+}
+
+tSYNCSTATE ozADMEditText::Sync()
+{
+    ozADMCtrl::Sync();
+    if (Key() == nullptr || ValueName() == nullptr)
+        return SyncFailed;
+    ozRegValue* value = HasOwnValue();
+    if (value == nullptr)
+        return SyncConflict;
+    if (!value->IsInsert())
+        return value->IsDelete() ? SyncDisabled : SyncConflict;
+    // The part writes exactly one string type; the other one was not written by it.
+    if (value->Type() != (m_expandable ? RegExpandSz : RegSz))
+        return SyncConflict;
+    Value(TextOf(*value).c_str());
+    return SyncEnabled;
+}
+
+ozADMCtrl* ozADMEditText::Copy() const
+{
+    auto* copy = new ozADMEditText;
+    copy->CopyEditTextFrom(*this);
+    return copy;
+}
+
+ozADMCtrl* ozADMEditText::New() const
+{
+    return new ozADMEditText;
+}
+
+void ozADMEditText::Value(const char* value)
+{
+    m_value = CopyString(value);
+}
+
+const char* ozADMEditText::Value() const
+{
+    return m_value.get();
+}
+
+void ozADMEditText::Default(const char* value)
+{
+    m_default = CopyString(value);
+}
+
+const char* ozADMEditText::Default() const
+{
+    return m_default.get();
+}
+
+void ozADMEditText::MaxLen(unsigned long length)
+{
+    m_maxLen = length;
+}
+
+unsigned long ozADMEditText::MaxLen() const
+{
+    return m_maxLen;
+}
+
+void ozADMEditText::Expandable(bool expandable)
+{
+    m_expandable = expandable;
+}
+
+bool ozADMEditText::Expandable() const
+{
+    return m_expandable;
+}

@@ -1,0 +1,38 @@
+// An edit text part: a REG_SZ (or, when expandable, REG_EXPAND_SZ) string.
+#pragma once
+
+#include "ozADMCtrl.h"
+
+class ozADMEditText : public ozADMCtrl {
+public:
+    ozADMEditText();
+    ~ozADMEditText() override;
+
+    bool SaveToRegistry(ozRegTree& tree, bool enabled) override;
+    bool SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled) override;
+    bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey) override;
+    bool SetDefault() override;
+    tSYNCSTATE Sync() override;
+    ozADMCtrl* Copy() const override;
+    ozADMCtrl* New() const override;
+
+    // The text (a copy is kept; null for none).
+    virtual void Value(const char* value);
+    virtual const char* Value() const;
+    virtual void Default(const char* value);
+    virtual const char* Default() const;
+    virtual void MaxLen(unsigned long length);
+    virtual unsigned long MaxLen() const;
+    virtual void Expandable(bool expandable);
+    virtual bool Expandable() const;
+
+protected:
+    explicit ozADMEditText(unsigned long ctrlType);
+    void CopyEditTextFrom(const ozADMEditText& other);
+
+private:
+    std::unique_ptr<char[]> m_value;
+    std::unique_ptr<char[]> m_default;
+    unsigned long m_maxLen = 0;
+    bool m_expandable = false;
+};

@@ -1,0 +1,225 @@
+#include "ozADMListBox.h"
+
+#include <cstring>
+#include <string>
+
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "ozADMRegEntry.h"
+
+namespace {
+
+std::unique_ptr<char[]> CopyString(const char* s)
+{
+    if (s == nullptr)
+        return nullptr;
+    size_t size = std::strlen(s) + 1;
+    auto copy = std::make_unique<char[]>(size);
+    std::memcpy(copy.get(), s, size);
+    return copy;
+}
+
+// The text of a string value, up to its terminator; data read from outside need not carry
+// one, so the text never reaches beyond the value's size.
+std::string TextOf(const ozRegValue& value)
+{
+    const char* data = reinterpret_cast<const char*>(value.Data());
+    if (data == nullptr)
+        return std::string();
+    const void* terminator = std::memchr(data, 0, value.Size());
+    size_t length = terminator != nullptr ? static_cast<const char*>(terminator) - data
+                                          : static_cast<size_t>(value.Size());
+    return std::string(data, length);
+}
+
+}  // namespace
+
+ozADMListBox::ozADMListBox() : ozADMCtrl(CtrlListBox)
+{
+    // The entries are the values of the key, each under its own name; the part's value name
+    // stays empty.
+    ValueName("");
+}
+
+ozADMListBox::~ozADMListBox() = default;
+
+bool ozADMListBox::SaveToRegistry(ozRegTree&, bool enabled)
+{
+    ozSubKey* key = Key();
+    if (key == nullptr)
+        return false;
+    if (!enabled) {
+        // The whole key is emptied, whatever values it holds, including ones this part never
+        // wrote.
+        key->Op(KeyOpEraseValues);
+        key->Save(true);
+        return true;
+    }
+    key->Op(KeyOpInsert);
+    if (m_values == nullptr)
+        return true;
+    for (int pos = 0; pos < m_values->Count(); ++pos) {
+        ozADMListItem* item = m_values->At(pos);
+        if (item == nullptr || item->Name() == nullptr)
+            return false;
+        ozRegValue* value = key->FindValue(item->Name());
+        if (value == nullptr || !item->Value().SaveToRegistry(*value))
+            return false;
+    }
+    return true;
+}
+
+bool ozADMListBox::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+{
+    ozSubKey* key = Key();
+    if (key == nullptr)
+        return false;
+    std::string keyPath = key->KeyPath();
+    if (!enabled) {
+        auto entry = std::make_unique<ozADMRegEntry>();
+        entry->Root(key->Root());
+        entry->Key(keyPath.c_str());
+        entry->ClearKey(true);
+        if (!collection.Add(entry.get()))
+            return false;
+        entry.release();
+        return true;
+    }
+    if (m_values == nullptr)
+        return true;
+    for (int pos = 0; pos < m_values->Count(); ++pos) {
+        ozADMListItem* item = m_values->At(pos);
+        if (item == nullptr || item->Name() == nullptr)
+            return false;
+        if (!item->Value().SaveToCollection(key->Root(), keyPath.c_str(), item->Name(), collection,
+                                            false))
+            return false;
+    }
+    return true;
+}
+
+bool ozADMListBox::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+{
+    return false;  // the part's template text is written by the template writer
+}
+
+bool ozADMListBox::SetDefault()
+{
+    return true;
+}
+
+tSYNCSTATE ozADMListBox::Sync()
+{
+    ozADMCtrl::Sync();
+    ozSubKey* key = Key();
+    if (key == nullptr)
+        return SyncFailed;
+    if (key->Op() == KeyOpEraseValues)
+        return SyncDisabled;
+    const CCollection<ozRegValue>& values = key->Values();
+    if (values.Count() == 0)
+        return SyncConflict;
+    CCollection<ozADMListItem>& items = ClearValues();
+    ozRegValue* value = nullptr;
+    for (int pos = 0; (value = values.At(pos)) != nullptr; ++pos) {
+        if (!m_explicitValue && !_IsValidName(value->Name()))
+            continue;
+        // Entries are strings; any other type was not written by this part. The entries
+        // gathered so far stay, for the user to see.
+        if (value->Type() != RegSz)
+            return SyncConflict;
+        auto item = std::make_unique<ozADMListItem>();
+        item->Name(value->Name());
+        item->Value().SetString(TextOf(*value).c_str());
+        if (items.Add(item.get()))
+            item.release();
+    }
+    return SyncEnabled;
+}
+
+ozADMCtrl* ozADMListBox::Copy() const
+{
+    auto* copy = new ozADMListBox;
+    copy->CopyBaseFrom(*this);
+    if (m_values != nullptr) {
+        CCollection<ozADMListItem>& values = copy->ClearValues();
+        for (int pos = 0; pos < m_values->Count(); ++pos)
+            values.Add(m_values->At(pos)->Copy(), m_values->NameAt(pos));
+    }
+    copy->m_valuePrefix = CopyString(m_valuePrefix.get());
+    copy->m_explicitValue = m_explicitValue;
+    copy->m_additive = m_additive;
+    return copy;
+}
+
+ozADMCtrl* ozADMListBox::New() const
+{
+    return new ozADMListBox;
+}
+
+CCollection<ozADMListItem>* ozADMListBox::Values()
+{
+    return m_values.get();
+}
+
+const CCollection<ozADMListItem>* ozADMListBox::Values() const
+{
+    return m_values.get();
+}
+
+CCollection<ozADMListItem>& ozADMListBox::ClearValues()
+{
+    if (m_values == nullptr)
+        m_values = std::make_unique<CCollection<ozADMListItem>>(true);
+    else
+        m_values->RemoveAll();
+    return *m_values;
+}
+
+void ozADMListBox::ValuePrefix(const char* prefix)
+{
+    m_valuePrefix = CopyString(prefix);
+}
+
+const char* ozADMListBox::ValuePrefix() const
+{
+    return m_valuePrefix.get();
+}
+
+void ozADMListBox::ExplicitValue(bool explicitValue)
+{
+    m_explicitValue = explicitValue;
+}
+
+bool ozADMListBox::ExplicitValue() const
+{
+    return m_explicitValue;
+}
+
+void ozADMListBox::Additive(bool additive)
+{
+    m_additive = additive;
+}
+
+bool ozADMListBox::Additive() const
+{
+    return m_additive;
+}
+
+bool ozADMListBox::_IsValidName(const char* name) const
+{
+    if (name == nullptr)
+        return false;
+    const char* prefix = m_valuePrefix != nullptr ? m_valuePrefix.get() : "";
+    // Only the characters both have are compared, so a name that stops inside the prefix
+    // passes as well.
+    for (; *name != '\0' && *prefix != '\0'; ++name, ++prefix) {
+        if (*name != *prefix)
+            return false;
+    }
+    for (; *name != '\0'; ++name) {
+        if (*name < '0' || *name > '9')
+            return false;
+    }
+    return true;
+}

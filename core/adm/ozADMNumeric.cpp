@@ -1,0 +1,182 @@
+#include "ozADMNumeric.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "ozADMValue.h"
+
+namespace {
+
+// An unchanged empty part leaves the registry as it is: the policy does not set the number.
+bool WritesNothing(const ozADMNumeric& part)
+{
+    return part.Empty() && part.Value() == part.Default();
+}
+
+}  // namespace
+
+ozADMNumeric::ozADMNumeric() : ozADMCtrl(CtrlNumeric) {}
+
+ozADMNumeric::~ozADMNumeric() = default;
+
+bool ozADMNumeric::SaveToRegistry(ozRegTree&, bool enabled)
+{
+    ozRegValue* value = FindOwnValue();
+    if (value == nullptr)
+        return false;
+    if (!enabled)
+        return value->SetDelete();
+    if (WritesNothing(*this))
+        return true;
+    // Always a REG_DWORD, even for a part whose template asks for text conversion.
+    return value->SetDWORD(m_value);
+}
+
+bool ozADMNumeric::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+{
+    if (Key() == nullptr || ValueName() == nullptr)
+        return false;
+    ozADMValue written;
+    if (!enabled)
+        written.SetDelete();
+    else if (WritesNothing(*this))
+        return true;
+    else
+        written.SetNumeric(m_value);
+    return AddEntry(written, collection, false);
+}
+
+bool ozADMNumeric::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+{
+    return false;  // the part's template text is written by the template writer
+}
+
+bool ozADMNumeric::SetDefault()
+{
+    m_value = m_default;
+    m_empty = m_defaultEmpty;
+    return true;
+}
+
+tSYNCSTATE ozADMNumeric::Sync()
+{
+    ozADMCtrl::Sync();
+    if (Key() == nullptr || ValueName() == nullptr)
+        return SyncFailed;
+    ozRegValue* value = HasOwnValue();
+    if (value == nullptr)
+        return SyncConflict;
+    if (!value->IsInsert() || value->Type() != RegDword)
+        return value->IsDelete() ? SyncDisabled : SyncConflict;
+    // A REG_DWORD read from outside may carry fewer than four bytes; the missing ones count
+    // as zero.
+    std::uint32_t number = 0;
+    if (value->Data() != nullptr)
+        std::memcpy(&number, value->Data(), std::min<unsigned long>(value->Size(), sizeof number));
+    m_value = number;
+    m_empty = false;
+    return SyncEnabled;
+}
+
+ozADMCtrl* ozADMNumeric::Copy() const
+{
+    auto* copy = new ozADMNumeric;
+    copy->CopyBaseFrom(*this);
+    copy->m_value = m_value;
+    copy->m_default = m_default;
+    copy->m_empty = m_empty;
+    copy->m_defaultEmpty = m_defaultEmpty;
+    copy->m_min = m_min;
+    copy->m_max = m_max;
+    copy->m_spin = m_spin;
+    copy->m_txtConvert = m_txtConvert;
+    return copy;
+}
+
+ozADMCtrl* ozADMNumeric::New() const
+{
+    return new ozADMNumeric;
+}
+
+void ozADMNumeric::Value(unsigned long value)
+{
+    m_value = value;
+}
+
+unsigned long ozADMNumeric::Value() const
+{
+    return m_value;
+}
+
+void ozADMNumeric::Default(unsigned long value)
+{
+    m_default = value;
+}
+
+unsigned long ozADMNumeric::Default() const
+{
+    return m_default;
+}
+
+void ozADMNumeric::Empty(bool empty)
+{
+    m_empty = empty;
+}
+
+bool ozADMNumeric::Empty() const
+{
+    return m_empty;
+}
+
+void ozADMNumeric::DefaultEmpty(bool empty)
+{
+    m_defaultEmpty = empty;
+}
+
+bool ozADMNumeric::DefaultEmpty() const
+{
+    return m_defaultEmpty;
+}
+
+void ozADMNumeric::Min(unsigned long min)
+{
+    m_min = min;
+}
+
+unsigned long ozADMNumeric::Min() const
+{
+    return m_min;
+}
+
+void ozADMNumeric::Max(unsigned long max)
+{
+    m_max = max;
+}
+
+unsigned long ozADMNumeric::Max() const
+{
+    return m_max;
+}
+
+void ozADMNumeric::Spin(long step)
+{
+    m_spin = step;
+}
+
+long ozADMNumeric::Spin() const
+{
+    return m_spin;
+}
+
+void ozADMNumeric::TxtConvert(bool convert)
+{
+    m_txtConvert = convert;
+}
+
+bool ozADMNumeric::TxtConvert() const
+{
+    return m_txtConvert;
+}

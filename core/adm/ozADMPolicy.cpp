@@ -1,0 +1,266 @@
+#include "ozADMPolicy.h"
+
+#include <cstring>
+#include <string>
+
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "ozADMRegEntry.h"
+
+namespace {
+
+std::unique_ptr<char[]> CopyText(const char* text)
+{
+    if (text == nullptr)
+        return nullptr;
+    size_t size = std::strlen(text) + 1;
+    auto copy = std::make_unique<char[]>(size);
+    std::memcpy(copy.get(), text, size);
+    return copy;
+}
+
+}  // namespace
+
+ozADMPolicy::~ozADMPolicy() = default;
+
+void ozADMPolicy::State(tPOLICYSTATE state)
+{
+    m_state = state;
+}
+
+tPOLICYSTATE ozADMPolicy::State() const
+{
+    return m_state;
+}
+
+bool ozADMPolicy::RegKey(const char* keyPath)
+{
+    if (keyPath == nullptr)
+        return false;
+    m_keyPath = CopyText(keyPath);
+    m_regKey = nullptr;
+    return true;
+}
+
+void ozADMPolicy::RegKey(ozSubKey* key)
+{
+    m_regKey = key;
+}
+
+ozSubKey* ozADMPolicy::RegKey() const
+{
+    if (m_regKey == nullptr && m_keyPath != nullptr) {
+        ozRegTree* tree = RegistryTree();
+        if (tree != nullptr)
+            m_regKey = tree->FindKey(RootKey(), m_keyPath.get());
+    }
+    return m_regKey;
+}
+
+void ozADMPolicy::ActionListOn(ozADMActionList* list)
+{
+    m_actionListOn.reset(list);
+}
+
+ozADMActionList* ozADMPolicy::ActionListOn()
+{
+    return m_actionListOn.get();
+}
+
+const ozADMActionList* ozADMPolicy::ActionListOn() const
+{
+    return m_actionListOn.get();
+}
+
+void ozADMPolicy::ActionListOff(ozADMActionList* list)
+{
+    m_actionListOff.reset(list);
+}
+
+ozADMActionList* ozADMPolicy::ActionListOff()
+{
+    return m_actionListOff.get();
+}
+
+const ozADMActionList* ozADMPolicy::ActionListOff() const
+{
+    return m_actionListOff.get();
+}
+
+void ozADMPolicy::Valuename(const char* valueName)
+{
+    m_valueName = CopyText(valueName);
+}
+
+const char* ozADMPolicy::Valuename() const
+{
+    return m_valueName.get();
+}
+
+ozADMValue& ozADMPolicy::ValueOn()
+{
+    return m_valueOn;
+}
+
+const ozADMValue& ozADMPolicy::ValueOn() const
+{
+    return m_valueOn;
+}
+
+ozADMValue& ozADMPolicy::ValueOff()
+{
+    return m_valueOff;
+}
+
+const ozADMValue& ozADMPolicy::ValueOff() const
+{
+    return m_valueOff;
+}
+
+void ozADMPolicy::Explain(const char* explain)
+{
+    m_explain = CopyText(explain);
+}
+
+const char* ozADMPolicy::Explain() const
+{
+    return m_explain.get();
+}
+
+void ozADMPolicy::ClientExt(const char* clientExt)
+{
+    m_clientExt = CopyText(clientExt);
+}
+
+const char* ozADMPolicy::ClientExt() const
+{
+    return m_clientExt.get();
+}
+
+void ozADMPolicy::Selected(bool selected)
+{
+    m_selected = selected;
+}
+
+bool ozADMPolicy::Selected() const
+{
+    return m_selected;
+}
+
+CCollection<ozADMCtrl>& ozADMPolicy::Controls()
+{
+    return m_controls;
+}
+
+const CCollection<ozADMCtrl>& ozADMPolicy::Controls() const
+{
+    return m_controls;
+}
+
+bool ozADMPolicy::AddControl(ozADMCtrl* part)
+{
+    if (part == nullptr || !m_controls.Add(part))
+        return false;
+    part->Policy(this);
+    return true;
+}
+
+bool ozADMPolicy::SetDefault()
+{
+    return false;
+}
+
+bool ozADMPolicy::Sync()
+{
+    ozSubKey* key = RegKey();
+    if (key != nullptr && key->Selected())
+        m_selected = true;
+
+    tPOLICYSTATE candidate = PolicyNotConfigured;
+    bool decided = false;
+    if (key != nullptr && m_valueName != nullptr) {
+        decided = true;
+        ozRegValue* value = key->HasValue(m_valueName.get());
+        if (value != nullptr && m_valueOn.IsEqualWith(*value))
+            candidate = PolicyEnabled;
+        else if (value != nullptr && m_valueOff.IsEqualWith(*value))
+            candidate = PolicyDisabled;
+    }
+
+    for (int position = 0; position < m_controls.Count(); ++position) {
+        tSYNCSTATE evidence = m_controls.At(position)->Sync();
+        if (evidence == SyncFailed)
+            return false;
+        if (evidence == SyncConflict) {
+            candidate = PolicyNotConfigured;
+        } else if (evidence == SyncEnabled || evidence == SyncDisabled) {
+            tPOLICYSTATE says = evidence == SyncEnabled ? PolicyEnabled : PolicyDisabled;
+            if (!decided) {
+                candidate = says;
+                decided = true;
+            } else if (candidate != says) {
+                candidate = PolicyNotConfigured;
+            }
+        }
+    }
+
+    if (candidate == PolicyEnabled && m_actionListOn != nullptr && !m_actionListOn->Sync())
+        m_state = PolicyNotConfigured;
+    else if (candidate == PolicyDisabled && m_actionListOff != nullptr && !m_actionListOff->Sync())
+        m_state = PolicyNotConfigured;
+    else
+        m_state = candidate;
+    return true;
+}
+
+bool ozADMPolicy::SaveToRegistry()
+{
+    ozRegTree* tree = RegistryTree();
+    if (tree == nullptr)
+        return false;
+    if (m_state != PolicyEnabled && m_state != PolicyDisabled)
+        return true;
+    bool enabled = m_state == PolicyEnabled;
+    ozSubKey* key = RegKey();
+    if (m_valueName != nullptr) {
+        ozRegValue* value = key != nullptr ? key->FindValue(m_valueName.get()) : nullptr;
+        if (value == nullptr || !(enabled ? m_valueOn : m_valueOff).SaveToRegistry(*value))
+            return false;
+    }
+    ozADMActionList* actions = enabled ? m_actionListOn.get() : m_actionListOff.get();
+    if (actions != nullptr && !actions->SaveToRegistry(*tree))
+        return false;
+    for (int position = 0; position < m_controls.Count(); ++position) {
+        if (!m_controls.At(position)->SaveToRegistry(*tree, enabled))
+            return false;
+    }
+    return true;
+}
+
+bool ozADMPolicy::Configures(CCollection<ozADMRegEntry>& collection) const
+{
+    ozRegTree* tree = RegistryTree();
+    if (tree == nullptr)
+        return false;
+    if (m_state != PolicyEnabled && m_state != PolicyDisabled)
+        return true;
+    bool enabled = m_state == PolicyEnabled;
+    ozSubKey* key = RegKey();
+    if (m_valueName != nullptr) {
+        if (key == nullptr || key->FindValue(m_valueName.get()) == nullptr)
+            return false;
+        if (!(enabled ? m_valueOn : m_valueOff)
+                 .SaveToCollection(key->Root(), key->KeyPath().c_str(), m_valueName.get(),
+                                   collection, false))
+            return false;
+    }
+    ozADMActionList* actions = enabled ? m_actionListOn.get() : m_actionListOff.get();
+    if (actions != nullptr && !actions->SaveToCollection(collection))
+        return false;
+    for (int position = 0; position < m_controls.Count(); ++position) {
+        if (!m_controls.At(position)->SaveToCollection(collection, enabled))
+            return false;
+    }
+    return true;
+}

@@ -1,0 +1,106 @@
+// A policy of a template: its own value (VALUENAME with VALUEON / VALUEOFF), action lists and
+// parts, all in the registry tree of its class. Its state (enabled, disabled, not configured)
+// is derived from that registry tree (Sync) and written back into it (SaveToRegistry).
+#pragma once
+
+#include <memory>
+
+#include "core/tree/CCollection.h"
+#include "ozADMActionList.h"
+#include "ozADMCtrl.h"
+#include "ozADMNode.h"
+#include "ozADMValue.h"
+
+class ozADMRegEntry;
+class ozSubKey;
+
+enum tPOLICYSTATE : int {
+    PolicyDisabled = 0,
+    PolicyEnabled = 1,
+    PolicyNotConfigured = 2,
+};
+
+class ozADMPolicy : public ozADMNode {
+public:
+    ozADMPolicy() = default;
+    ~ozADMPolicy() override;
+
+    tNODETYPE NodeType() const override { return NodePolicy; }
+    // Writes the state into the registry tree: nothing when not configured; otherwise the
+    // policy's value, action list and parts for the state, stopping at the first failure.
+    // False without a registry tree or when a value cannot be written.
+    bool SaveToRegistry() override;
+    // Derives the state from the registry tree: the first evidence (the policy's own value,
+    // then each part's) fixes the direction, any later disagreement or conflict makes the
+    // policy not configured. False, leaving the state unchanged, when a part cannot be
+    // evaluated.
+    bool Sync() override;
+    // Policies have no defaults: false, by design.
+    bool SetDefault() override;
+
+    // Stores the state without touching the registry tree.
+    virtual void State(tPOLICYSTATE state);
+    virtual tPOLICYSTATE State() const;
+    // Replaces the key path (KEYNAME) and forgets the key found for the old one; false for
+    // null.
+    virtual bool RegKey(const char* keyPath);
+    // Takes the key (of a registry tree, not owned).
+    virtual void RegKey(ozSubKey* key);
+    // The key at the key path in the policy's registry tree below its root key, found or
+    // created on first use; null without key path or registry tree.
+    virtual ozSubKey* RegKey() const;
+    // Take ownership of the list, destroying the one held before.
+    virtual void ActionListOn(ozADMActionList* list);
+    virtual ozADMActionList* ActionListOn();
+    virtual const ozADMActionList* ActionListOn() const;
+    virtual void ActionListOff(ozADMActionList* list);
+    virtual ozADMActionList* ActionListOff();
+    virtual const ozADMActionList* ActionListOff() const;
+    virtual void Valuename(const char* valueName);
+    virtual const char* Valuename() const;
+    virtual ozADMValue& ValueOn();
+    virtual const ozADMValue& ValueOn() const;
+    virtual ozADMValue& ValueOff();
+    virtual const ozADMValue& ValueOff() const;
+    virtual void Explain(const char* explain);
+    virtual const char* Explain() const;
+    virtual void ClientExt(const char* clientExt);
+    virtual const char* ClientExt() const;
+    // Some registry key of the policy is selected in the view.
+    virtual void Selected(bool selected);
+    virtual bool Selected() const;
+    // The parts, in PART order; owned.
+    virtual CCollection<ozADMCtrl>& Controls();
+    virtual const CCollection<ozADMCtrl>& Controls() const;
+    // Lists the registry entries the present state produces, without writing the registry:
+    // nothing when not configured. False without a registry tree or when a value cannot be
+    // had.
+    virtual bool Configures(CCollection<ozADMRegEntry>& collection) const;
+
+    // Appends part to the parts (which take it) and makes this policy its policy.
+    bool AddControl(ozADMCtrl* part);
+
+private:
+    tPOLICYSTATE m_state = PolicyNotConfigured;
+    std::unique_ptr<char[]> m_keyPath;
+    mutable ozSubKey* m_regKey = nullptr;
+    std::unique_ptr<ozADMActionList> m_actionListOn;
+    std::unique_ptr<ozADMActionList> m_actionListOff;
+    std::unique_ptr<char[]> m_valueName;
+    ozADMValue m_valueOn;
+    ozADMValue m_valueOff;
+    bool m_selected = false;
+    std::unique_ptr<char[]> m_explain;
+    std::unique_ptr<char[]> m_clientExt;
+    CCollection<ozADMCtrl> m_controls{true};
+};
+
+// Carries a collection of policies through a tree walk.
+class ozADMKeyPolicies {
+public:
+    explicit ozADMKeyPolicies(CCollection<ozADMPolicy>& policies) : m_policies(policies) {}
+    CCollection<ozADMPolicy>& Policies() { return m_policies; }
+
+private:
+    CCollection<ozADMPolicy>& m_policies;
+};

@@ -1,0 +1,116 @@
+#include "ozADMTree.h"
+
+#include "ozADMNode.h"
+#include "ozADMPolicy.h"
+
+namespace {
+
+// Calls an operation on every node of the walk and remembers whether all succeeded, so that
+// one failing node does not stop the others.
+struct EveryNode {
+    bool (ozADMNode::*operation)();
+    bool allSucceeded = true;
+};
+
+bool CallOnNode(ozTreeNode* node, void* context)
+{
+    auto* every = static_cast<EveryNode*>(context);
+    auto* templateNode = static_cast<ozADMNode*>(node);
+    if (!(templateNode->*every->operation)())
+        every->allSucceeded = false;
+    return true;
+}
+
+bool CollectConfigured(ozTreeNode* node, void* context)
+{
+    auto* templateNode = static_cast<ozADMNode*>(node);
+    if (templateNode->NodeType() == NodePolicy &&
+        static_cast<ozADMPolicy*>(templateNode)->State() != PolicyNotConfigured)
+        static_cast<ozADMKeyPolicies*>(context)->Policies().Add(
+            static_cast<ozADMPolicy*>(templateNode));
+    return true;
+}
+
+}  // namespace
+
+ozADMTree::~ozADMTree()
+{
+    // The nodes go first, while the registry trees their parts point into still stand.
+    while (Down() != nullptr)
+        delete Down();
+}
+
+ozRegTree& ozADMTree::UsrTree()
+{
+    return m_userTree;
+}
+
+ozRegTree& ozADMTree::MacTree()
+{
+    return m_machineTree;
+}
+
+bool ozADMTree::SaveToRegistry()
+{
+    EveryNode every{&ozADMNode::SaveToRegistry};
+    Execute(CallOnNode, &every);
+    return every.allSucceeded;
+}
+
+bool ozADMTree::Sync()
+{
+    EveryNode every{&ozADMNode::Sync};
+    Execute(CallOnNode, &every);
+    return every.allSucceeded;
+}
+
+bool ozADMTree::SetDefaultValues()
+{
+    EveryNode every{&ozADMNode::SetDefault};
+    Execute(CallOnNode, &every);
+    return true;
+}
+
+// The string references and the [strings] section come with the template writer; until then
+// nothing is written and the write reports failure.
+bool ozADMTree::WriteString(FILE*, const char*)
+{
+    return false;
+}
+
+bool ozADMTree::SaveStringList(FILE*)
+{
+    return false;
+}
+
+void ozADMTree::IndentInc()
+{
+    m_indentation += 4;
+}
+
+void ozADMTree::IndentDec()
+{
+    m_indentation = m_indentation < 5 ? 0 : m_indentation - 4;
+}
+
+bool ozADMTree::WriteIndent(FILE* file)
+{
+    if (file == nullptr)
+        return false;
+    for (unsigned long space = 0; space < m_indentation; ++space) {
+        if (std::fputc(' ', file) == EOF)
+            return false;
+    }
+    return true;
+}
+
+bool ozADMTree::GetPolicies(CCollection<ozADMPolicy>& policies) const
+{
+    ozADMKeyPolicies carrier(policies);
+    return const_cast<ozADMTree*>(this)->Execute(CollectConfigured, &carrier);
+}
+
+ozADMNode* ozADMTree::FindNode(const char* path)
+{
+    return ozADMNode::FindAmong(Down(), path);
+}

@@ -1,0 +1,51 @@
+// A loaded policy template: class roots, categories and policies, with the user and machine
+// registry trees its policies read and write, and the [strings] list of the template writer.
+#pragma once
+
+#include <cstdio>
+
+#include "core/registry/ozRegTree.h"
+#include "core/tree/CCollection.h"
+#include "core/tree/ozTree.h"
+#include "ozADMStringEntry.h"
+
+class ozADMNode;
+class ozADMPolicy;
+
+class ozADMTree : public ozTree {
+public:
+    ozADMTree() = default;
+    ~ozADMTree() override;
+
+    virtual ozRegTree& UsrTree();
+    virtual ozRegTree& MacTree();
+    // Every node writes its state into its registry tree, in tree order; false when any
+    // failed (the walk still visits every node).
+    virtual bool SaveToRegistry();
+    // Every node derives its state from its registry tree, in tree order; false when any
+    // policy could not be evaluated (the walk still visits every node).
+    virtual bool Sync();
+    // Every node resets itself to its defaults (policies have none). True.
+    virtual bool SetDefaultValues();
+    // Writes text as a reference into the [strings] list of the template being written (with
+    // the template writer).
+    virtual bool WriteString(FILE* file, const char* text);
+    // Writes the [strings] section of the template being written (with the template writer).
+    virtual bool SaveStringList(FILE* file);
+    // The writer's indentation: 4 spaces more; 4 less, where less than 5 becomes 0.
+    virtual void IndentInc();
+    virtual void IndentDec();
+    // Writes as many spaces as the indentation; false for a null stream or a failed write.
+    virtual bool WriteIndent(FILE* file);
+    // Appends every configured (enabled or disabled) policy in tree order. Pass a collection
+    // that does not own its elements: the policies stay the tree's.
+    virtual bool GetPolicies(CCollection<ozADMPolicy>& policies) const;
+    // The node at path from the class roots down (see ozADMNode::FindNode).
+    virtual ozADMNode* FindNode(const char* path);
+
+private:
+    ozRegTree m_userTree;
+    ozRegTree m_machineTree;
+    CCollection<ozADMStringEntry> m_strings{true};
+    unsigned long m_indentation = 0;
+};

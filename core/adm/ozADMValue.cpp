@@ -1,0 +1,201 @@
+#include "ozADMValue.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+#include "core/registry/ozRegValue.h"
+#include "ozADMRegEntry.h"
+#include "ozADMTree.h"
+
+namespace {
+
+std::unique_ptr<char[]> CopyString(const char* s)
+{
+    if (s == nullptr)
+        return nullptr;
+    size_t size = std::strlen(s) + 1;
+    auto copy = std::make_unique<char[]>(size);
+    std::memcpy(copy.get(), s, size);
+    return copy;
+}
+
+// Only what a profile or a policy inserts or deletes ('r' and 'm' items) can already hold an
+// ADM value; the other item types stand for operations a template never writes.
+bool IsComparableItemType(tREGITEMTYPE itemType)
+{
+    return itemType == RitR || itemType == RitM;
+}
+
+}  // namespace
+
+ozADMValue::ozADMValue(const ozADMValue& other)
+    : m_kind(other.m_kind), m_number(other.m_number), m_string(CopyString(other.m_string.get()))
+{
+}
+
+ozADMValue::~ozADMValue()
+{
+    _Clear();
+}
+
+unsigned int ozADMValue::Type() const
+{
+    return m_kind;
+}
+
+bool ozADMValue::SetInit()
+{
+    _Clear();
+    return true;
+}
+
+bool ozADMValue::SetDelete()
+{
+    _Clear();
+    m_kind = ValueDelete;
+    return true;
+}
+
+bool ozADMValue::SetNumeric(unsigned long number)
+{
+    _Clear();
+    m_kind = ValueNumeric;
+    m_number = number;
+    return true;
+}
+
+bool ozADMValue::SetString(const char* s)
+{
+    // Copied before clearing, so that a value can be set from its own string.
+    std::unique_ptr<char[]> copy = CopyString(s);
+    _Clear();
+    m_kind = ValueString;
+    m_string = std::move(copy);
+    return true;
+}
+
+ozADMValue::operator unsigned long() const
+{
+    switch (m_kind) {
+        case ValueNumeric:
+            return m_number;
+        case ValueString:
+            // atol's reading; strtol gives the same number and clamps where atol's overflow
+            // would be undefined.
+            return m_string == nullptr
+                       ? 0
+                       : static_cast<unsigned long>(std::strtol(m_string.get(), nullptr, 10));
+        default:
+            return 0;
+    }
+}
+
+ozADMValue::operator const char*() const
+{
+    return m_kind == ValueString ? m_string.get() : nullptr;
+}
+
+bool ozADMValue::IsEqualWith(ozRegValue& value) const
+{
+    if (!IsComparableItemType(value.RIT()))
+        return false;
+    if (!value.IsInsert() && !value.IsDelete())
+        return false;
+    switch (m_kind) {
+        case ValueDelete:
+            return value.Op() == OpDelete;
+        case ValueNumeric: {
+            if (!value.IsInsert() || value.Type() != RegDword)
+                return false;
+            // A number datum shorter than its 32-bit word cannot hold the number.
+            if (value.Data() == nullptr || value.Size() < sizeof(std::uint32_t))
+                return false;
+            std::uint32_t word;
+            std::memcpy(&word, value.Data(), sizeof word);
+            return word == m_number;
+        }
+        case ValueString: {
+            if (!value.IsInsert() || m_string == nullptr)
+                return false;
+            if (value.Type() != RegSz && value.Type() != RegExpandSz)
+                return false;
+            // Equal through the terminator; a datum too short for it cannot match, and is not
+            // read beyond its size.
+            size_t size = std::strlen(m_string.get()) + 1;
+            return value.Data() != nullptr && value.Size() >= size &&
+                   std::memcmp(value.Data(), m_string.get(), size) == 0;
+        }
+        default:
+            return false;
+    }
+}
+
+bool ozADMValue::SaveToRegistry(ozRegValue& value) const
+{
+    switch (m_kind) {
+        case ValueDelete:
+            return value.SetDelete();
+        case ValueNumeric:
+            return value.SetDWORD(m_number);
+        case ValueString:
+            // Always a plain string: the parts that want an expandable one write it themselves.
+            return value.SetString(m_string.get());
+        default:
+            return false;
+    }
+}
+
+bool ozADMValue::SaveADM(FILE* file, ozADMTree& tree) const
+{
+    if (file == nullptr)
+        return false;
+    switch (m_kind) {
+        case ValueDelete:
+            return std::fprintf(file, "DELETE") >= 0;
+        case ValueNumeric:
+            return std::fprintf(file, "%s %lu", "NUMERIC", m_number) >= 0;
+        case ValueString:
+            return tree.WriteString(file, m_string.get());
+        default:
+            return false;
+    }
+}
+
+ozADMValue& ozADMValue::operator=(const ozADMValue& other)
+{
+    if (this == &other)
+        return *this;
+    _Clear();
+    m_kind = other.m_kind;
+    if (m_kind == ValueNumeric)
+        m_number = other.m_number;
+    else if (m_kind == ValueString)
+        m_string = CopyString(other.m_string.get());
+    return *this;
+}
+
+bool ozADMValue::SaveToCollection(unsigned int root, const char* key, const char* valueName,
+                                  CCollection<ozADMRegEntry>& collection, bool expand) const
+{
+    if (key == nullptr || valueName == nullptr)
+        return false;
+    auto entry = std::make_unique<ozADMRegEntry>();
+    entry->Root(root);
+    entry->Key(key);
+    entry->Valuename(valueName);
+    entry->Expand(expand);
+    entry->Value() = *this;
+    // A refused entry (out of memory) is not taken by the collection and is freed here.
+    if (!collection.Add(entry.get()))
+        return false;
+    entry.release();
+    return true;
+}
+
+void ozADMValue::_Clear()
+{
+    m_string.reset();
+    m_number = 0;
+    m_kind = ValueEmpty;
+}

@@ -1,0 +1,64 @@
+// A value written in a template (after VALUE, VALUEON, VALUEOFF, in an ITEMLIST or an
+// ACTIONLIST): nothing yet, a deletion, a number or a string. It compares itself with and
+// writes itself into registry values, and lists itself as a registry entry.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+
+#include "core/tree/CCollection.h"
+
+class ozADMRegEntry;
+class ozADMTree;
+class ozRegValue;
+
+class ozADMValue {
+public:
+    enum Kind : unsigned int {
+        ValueEmpty = 0,
+        ValueDelete = 1,
+        ValueNumeric = 2,
+        ValueString = 3,
+    };
+
+    ozADMValue() = default;
+    ozADMValue(const ozADMValue& other);
+    virtual ~ozADMValue();
+
+    virtual unsigned int Type() const;
+    // Each setter clears the value first; all return true.
+    virtual bool SetInit();
+    virtual bool SetDelete();
+    virtual bool SetNumeric(unsigned long number);
+    // Keeps a copy of s (null is kept as a string value without text).
+    virtual bool SetString(const char* s);
+    // The number; for a string its decimal reading (atol, 0 for none); 0 for other kinds.
+    virtual operator unsigned long() const;
+    // The string of a string value (null if none); null for every other kind.
+    virtual operator const char*() const;
+    // Whether the registry value already holds what this value would write: only inserts and
+    // deletions of item type 'r' or 'm' can match; a deletion matches operation 'D', a number
+    // a REG_DWORD insert with that number, a string a REG_SZ or REG_EXPAND_SZ insert with the
+    // same bytes (case-sensitive).
+    virtual bool IsEqualWith(ozRegValue& value) const;
+    // Writes this value into the registry value (SetDelete, SetDWORD or SetString) and returns
+    // that result; an empty value writes nothing and returns false.
+    virtual bool SaveToRegistry(ozRegValue& value) const;
+    // Writes the value's template text without line end: DELETE, NUMERIC n, or the string
+    // through the tree's WriteString. False for a null stream, an empty value or a failed write.
+    virtual bool SaveADM(FILE* file, ozADMTree& tree) const;
+    virtual ozADMValue& operator=(const ozADMValue& other);
+    // Appends a new registry entry (root number, key path, value name, this value, expand
+    // flag) to the collection, which takes it. False, adding nothing, for a null key or name.
+    virtual bool SaveToCollection(unsigned int root, const char* key, const char* valueName,
+                                  CCollection<ozADMRegEntry>& collection, bool expand) const;
+
+protected:
+    // Frees the string and makes the value empty.
+    void _Clear();
+
+private:
+    Kind m_kind = ValueEmpty;
+    unsigned long m_number = 0;
+    std::unique_ptr<char[]> m_string;
+};

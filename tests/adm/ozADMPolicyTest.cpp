@@ -1,0 +1,241 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/adm/ozADMCategory.h"
+#include "core/adm/ozADMCheckBox.h"
+#include "core/adm/ozADMPolicy.h"
+#include "core/adm/ozADMRegEntry.h"
+#include "core/adm/ozADMRoot.h"
+#include "core/adm/ozADMTree.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+
+namespace {
+
+// A part whose evidence the test decides.
+class ScriptedPart : public ozADMCtrl {
+public:
+    explicit ScriptedPart(tSYNCSTATE evidence) : ozADMCtrl(CtrlText), evidence(evidence) {}
+    tSYNCSTATE Sync() override { return evidence; }
+    ozADMCtrl* Copy() const override { return new ScriptedPart(evidence); }
+    ozADMCtrl* New() const override { return new ScriptedPart(SyncNeutral); }
+    tSYNCSTATE evidence;
+};
+
+// MACHINE\Category\Policy with its key Software\Pol and value Enabled (on 1, off 0).
+class PolicyTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        root = new ozADMRoot(RootMachine);
+        root->Name("MACHINE");
+        tree.AddBelow(root);
+        category = new ozADMCategory;
+        category->Name("Category");
+        tree.AddBelowAsLast(category);
+        policy = new ozADMPolicy;
+        policy->Name("Policy");
+        tree.AddBelowAsLast(policy);
+        policy->RegKey("Software\\Pol");
+        policy->Valuename("Enabled");
+        policy->ValueOn().SetNumeric(1);
+        policy->ValueOff().SetNumeric(0);
+    }
+    ozRegValue* Value(const char* name = "Enabled")
+    {
+        return tree.MacTree().FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol")->FindValue(name);
+    }
+    ozADMActionList* ActionList(const char* valueName, unsigned long number)
+    {
+        auto* list = new ozADMActionList;
+        auto* item = new ozActionItem;
+        item->RegKey(tree.MacTree(), HKEY_LOCAL_MACHINE, "Software\\Pol\\Actions");
+        item->ValueName(valueName);
+        item->Value().SetNumeric(number);
+        list->Add(item);
+        return list;
+    }
+
+    ozADMTree tree;
+    ozADMRoot* root = nullptr;
+    ozADMCategory* category = nullptr;
+    ozADMPolicy* policy = nullptr;
+};
+
+TEST_F(PolicyTest, NodesResolveTheirClassPathAndRegistryTree)
+{
+    EXPECT_STREQ(policy->Path(), "MACHINE\\Category\\Policy");
+    EXPECT_EQ(policy->RegistryTree(), &tree.MacTree());
+    EXPECT_EQ(policy->RootKey(), HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(policy->ADMTree(), &tree);
+    EXPECT_EQ(tree.FindNode("machine\\CATEGORY\\policy"), policy);
+    EXPECT_EQ(tree.FindNode("machine\\"), root);
+    EXPECT_EQ(tree.FindNode("machine\\Missing"), nullptr);
+    EXPECT_EQ(root->FindNode(nullptr), nullptr);
+    ASSERT_NE(policy->RegKey(), nullptr);
+    EXPECT_EQ(policy->RegKey()->KeyPath(), "Software\\Pol");
+
+    ozADMRoot user;
+    user.RootType("USER");
+    EXPECT_EQ(user.RootType(), static_cast<unsigned long>(RootUser));
+    user.RootType("user");
+    EXPECT_EQ(user.RootType(), static_cast<unsigned long>(RootMachine));
+
+    ozADMPolicy loose;  // outside any class: nothing to read or write
+    loose.State(PolicyEnabled);
+    EXPECT_EQ(loose.RegistryTree(), nullptr);
+    EXPECT_FALSE(loose.SaveToRegistry());
+    CCollection<ozADMRegEntry> entries;
+    EXPECT_FALSE(loose.Configures(entries));
+}
+
+struct SyncCase {
+    const char* what;
+    int policyValue;  // -1: no value in the registry
+    std::vector<tSYNCSTATE> parts;
+    tPOLICYSTATE expected;
+};
+
+TEST_F(PolicyTest, SyncTakesTheFirstEvidenceAndTurnsDisagreementIntoNotConfigured)
+{
+    const SyncCase cases[] = {
+        {"value on", 1, {}, PolicyEnabled},
+        {"value off", 0, {}, PolicyDisabled},
+        {"value matching neither", 7, {}, PolicyNotConfigured},
+        {"missing value decides not configured", -1, {SyncEnabled}, PolicyNotConfigured},
+        {"off value against an enabled part", 0, {SyncEnabled}, PolicyNotConfigured},
+        {"neutral parts keep the value's word", 1, {SyncNeutral, SyncNeutral}, PolicyEnabled},
+        {"agreeing parts", 1, {SyncEnabled, SyncEnabled}, PolicyEnabled},
+        {"a conflict forces not configured", 1, {SyncConflict}, PolicyNotConfigured},
+    };
+    for (const SyncCase& c : cases) {
+        ozADMPolicy* p = new ozADMPolicy;
+        tree.SetCurrentNode(category);
+        tree.AddBelowAsLast(p);
+        p->RegKey("Software\\Pol");
+        p->Valuename("Enabled");
+        p->ValueOn().SetNumeric(1);
+        p->ValueOff().SetNumeric(0);
+        ozSubKey* key = tree.MacTree().FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol");
+        if (ozRegValue* old = key->HasValue("Enabled"))
+            key->RemoveValue(old);
+        if (c.policyValue >= 0)
+            key->FindValue("Enabled")->SetDWORD(static_cast<unsigned long>(c.policyValue));
+        for (tSYNCSTATE evidence : c.parts)
+            p->AddControl(new ScriptedPart(evidence));
+        EXPECT_TRUE(p->Sync()) << c.what;
+        EXPECT_EQ(p->State(), c.expected) << c.what;
+    }
+}
+
+TEST_F(PolicyTest, SyncWithoutOwnValueFollowsTheParts)
+{
+    policy->Valuename(nullptr);
+    const struct {
+        std::vector<tSYNCSTATE> parts;
+        tPOLICYSTATE expected;
+    } cases[] = {
+        {{SyncNeutral, SyncDisabled}, PolicyDisabled},
+        {{SyncEnabled, SyncDisabled}, PolicyNotConfigured},
+        {{SyncConflict, SyncEnabled}, PolicyEnabled},  // a conflict does not decide
+        {{SyncNeutral}, PolicyNotConfigured},
+    };
+    for (const auto& c : cases) {
+        while (policy->Controls().Count() > 0)
+            policy->Controls().RemoveAt(0);
+        for (tSYNCSTATE evidence : c.parts)
+            policy->AddControl(new ScriptedPart(evidence));
+        EXPECT_TRUE(policy->Sync());
+        EXPECT_EQ(policy->State(), c.expected);
+    }
+
+    policy->State(PolicyEnabled);
+    policy->AddControl(new ScriptedPart(SyncFailed));
+    EXPECT_FALSE(policy->Sync());
+    EXPECT_EQ(policy->State(), PolicyEnabled);  // left as it was
+}
+
+TEST_F(PolicyTest, ActionListsMustBePresentForTheirState)
+{
+    policy->ActionListOn(ActionList("OnAction", 5));
+    Value()->SetDWORD(1);
+    EXPECT_TRUE(policy->Sync());
+    EXPECT_EQ(policy->State(), PolicyNotConfigured);
+
+    tree.MacTree()
+        .FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol\\Actions")
+        ->FindValue("OnAction")
+        ->SetDWORD(5);
+    EXPECT_TRUE(policy->Sync());
+    EXPECT_EQ(policy->State(), PolicyEnabled);
+}
+
+TEST_F(PolicyTest, SaveToRegistryWritesTheStatesValueActionsAndParts)
+{
+    policy->ActionListOff(ActionList("OffAction", 9));
+    auto* box = new ozADMCheckBox;
+    box->Key(tree.MacTree(), HKEY_LOCAL_MACHINE, "Software\\Pol");
+    box->ValueName("Box");
+    policy->AddControl(box);
+
+    EXPECT_TRUE(policy->SaveToRegistry());  // not configured: nothing
+    EXPECT_EQ(tree.MacTree().HasKey(HKEY_LOCAL_MACHINE, "Software\\Pol")->Values().Count(), 0);
+
+    policy->State(PolicyDisabled);
+    EXPECT_TRUE(tree.SaveToRegistry());
+    EXPECT_EQ(Value()->Type(), static_cast<unsigned long>(RegDword));
+    EXPECT_EQ(*reinterpret_cast<const uint32_t*>(Value()->Data()), 0u);
+    EXPECT_TRUE(Value("Box")->IsDelete());
+    ozSubKey* actions = tree.MacTree().HasKey(HKEY_LOCAL_MACHINE, "Software\\Pol\\Actions");
+    ASSERT_NE(actions, nullptr);
+    EXPECT_NE(actions->HasValue("OffAction"), nullptr);
+
+    // What was written reads back as the same state.
+    policy->State(PolicyNotConfigured);
+    EXPECT_TRUE(tree.Sync());
+    EXPECT_EQ(policy->State(), PolicyDisabled);
+
+    CCollection<ozADMPolicy> configured(false);
+    EXPECT_TRUE(tree.GetPolicies(configured));
+    ASSERT_EQ(configured.Count(), 1);
+    EXPECT_EQ(configured.At(0), policy);
+}
+
+TEST_F(PolicyTest, ConfiguresListsTheEntriesOfThePresentState)
+{
+    auto* box = new ozADMCheckBox;
+    box->Key(tree.MacTree(), HKEY_LOCAL_MACHINE, "Software\\Pol");
+    box->ValueName("Box");
+    box->Checked(true);
+    policy->AddControl(box);
+    policy->ActionListOn(ActionList("OnAction", 5));
+
+    CCollection<ozADMRegEntry> entries;
+    EXPECT_TRUE(policy->Configures(entries));
+    EXPECT_EQ(entries.Count(), 0);
+
+    policy->State(PolicyEnabled);
+    EXPECT_TRUE(policy->Configures(entries));
+    std::vector<std::string> lines;
+    for (int i = 0; i < entries.Count(); ++i)
+        lines.push_back(entries.At(i)->ExportString());
+    EXPECT_EQ(lines, (std::vector<std::string>{
+                         "\"HKLM\\Software\\Pol\",\"Enabled\",\"REG_DWORD\",\"1\"",
+                         "\"HKLM\\Software\\Pol\\Actions\",\"OnAction\",\"REG_DWORD\",\"5\"",
+                         "\"HKLM\\Software\\Pol\",\"Box\",\"REG_DWORD\",\"1\""}));
+}
+
+TEST_F(PolicyTest, GetPoliciesOfAFreshTreeIsEmptyAndDefaultsLeaveStates)
+{
+    CCollection<ozADMPolicy> configured(false);
+    EXPECT_TRUE(tree.GetPolicies(configured));
+    EXPECT_EQ(configured.Count(), 0);
+    EXPECT_FALSE(policy->SetDefault());
+    policy->State(PolicyEnabled);
+    EXPECT_TRUE(tree.SetDefaultValues());
+    EXPECT_EQ(policy->State(), PolicyEnabled);
+}
+
+}  // namespace
