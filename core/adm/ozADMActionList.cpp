@@ -5,19 +5,10 @@
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "core/tree/ozOwnedText.h"
 #include "ozADMRegEntry.h"
 
 namespace {
-
-std::unique_ptr<char[]> CopyString(const char* s)
-{
-    if (s == nullptr)
-        return nullptr;
-    size_t size = std::strlen(s) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), s, size);
-    return copy;
-}
 
 // The item's value in its key, found or created; null when the item names no key or value.
 ozRegValue* TargetValue(const ozActionItem* item)
@@ -30,7 +21,7 @@ ozRegValue* TargetValue(const ozActionItem* item)
 }  // namespace
 
 ozActionItem::ozActionItem(const ozActionItem& other)
-    : m_key(other.m_key), m_valueName(CopyString(other.m_valueName.get())), m_value(other.m_value)
+    : m_key(other.m_key), m_valueName(ozCopyText(other.m_valueName.get())), m_value(other.m_value)
 {
 }
 
@@ -38,7 +29,7 @@ ozActionItem& ozActionItem::operator=(const ozActionItem& other)
 {
     if (this != &other) {
         m_key = other.m_key;
-        m_valueName = CopyString(other.m_valueName.get());
+        m_valueName = ozCopyText(other.m_valueName.get());
         m_value = other.m_value;
     }
     return *this;
@@ -70,7 +61,7 @@ ozSubKey* ozActionItem::RegKey() const
 
 void ozActionItem::ValueName(const char* valueName)
 {
-    m_valueName = CopyString(valueName);
+    m_valueName = ozCopyText(valueName);
 }
 
 const char* ozActionItem::ValueName() const

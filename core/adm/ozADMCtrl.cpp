@@ -5,22 +5,9 @@
 
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozSubKey.h"
+#include "core/tree/ozOwnedText.h"
 #include "ozADMPolicy.h"
 #include "ozADMValue.h"
-
-namespace {
-
-std::unique_ptr<char[]> CopyString(const char* s)
-{
-    if (s == nullptr)
-        return nullptr;
-    size_t size = std::strlen(s) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), s, size);
-    return copy;
-}
-
-}  // namespace
 
 ozADMCtrl::ozADMCtrl(unsigned long ctrlType) : m_ctrlType(ctrlType) {}
 
@@ -28,11 +15,11 @@ ozADMCtrl::~ozADMCtrl() = default;
 
 void ozADMCtrl::CopyBaseFrom(const ozADMCtrl& other)
 {
-    m_name = CopyString(other.m_name.get());
+    m_name = ozCopyText(other.m_name.get());
     m_key = other.m_key;
-    m_valueName = CopyString(other.m_valueName.get());
+    m_valueName = ozCopyText(other.m_valueName.get());
     m_required = other.m_required;
-    m_clientExt = CopyString(other.m_clientExt.get());
+    m_clientExt = ozCopyText(other.m_clientExt.get());
     m_policy = other.m_policy;
 }
 
@@ -43,7 +30,7 @@ unsigned long ozADMCtrl::CtrlType() const
 
 void ozADMCtrl::Name(const char* name)
 {
-    m_name = CopyString(name);
+    m_name = ozCopyText(name);
 }
 
 const char* ozADMCtrl::Name() const
@@ -72,7 +59,7 @@ ozSubKey* ozADMCtrl::Key() const
 
 void ozADMCtrl::ValueName(const char* valueName)
 {
-    m_valueName = CopyString(valueName);
+    m_valueName = ozCopyText(valueName);
 }
 
 const char* ozADMCtrl::ValueName() const
@@ -92,7 +79,7 @@ bool ozADMCtrl::Required() const
 
 void ozADMCtrl::ClientExt(const char* clientExt)
 {
-    m_clientExt = CopyString(clientExt);
+    m_clientExt = ozCopyText(clientExt);
 }
 
 const char* ozADMCtrl::ClientExt() const

@@ -5,19 +5,10 @@
 
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "core/tree/ozOwnedText.h"
 #include "ozADMValue.h"
 
 namespace {
-
-std::unique_ptr<char[]> CopyString(const char* s)
-{
-    if (s == nullptr)
-        return nullptr;
-    size_t size = std::strlen(s) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), s, size);
-    return copy;
-}
 
 // The text of a string value, up to its terminator; data read from outside need not carry
 // one, so the text never reaches beyond the value's size.
@@ -43,8 +34,8 @@ ozADMEditText::~ozADMEditText() = default;
 void ozADMEditText::CopyEditTextFrom(const ozADMEditText& other)
 {
     CopyBaseFrom(other);
-    m_value = CopyString(other.m_value.get());
-    m_default = CopyString(other.m_default.get());
+    m_value = ozCopyText(other.m_value.get());
+    m_default = ozCopyText(other.m_default.get());
     m_maxLen = other.m_maxLen;
     m_expandable = other.m_expandable;
 }
@@ -118,7 +109,7 @@ ozADMCtrl* ozADMEditText::New() const
 
 void ozADMEditText::Value(const char* value)
 {
-    m_value = CopyString(value);
+    m_value = ozCopyText(value);
 }
 
 const char* ozADMEditText::Value() const
@@ -128,7 +119,7 @@ const char* ozADMEditText::Value() const
 
 void ozADMEditText::Default(const char* value)
 {
-    m_default = CopyString(value);
+    m_default = ozCopyText(value);
 }
 
 const char* ozADMEditText::Default() const

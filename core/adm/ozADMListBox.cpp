@@ -5,19 +5,10 @@
 
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "core/tree/ozOwnedText.h"
 #include "ozADMRegEntry.h"
 
 namespace {
-
-std::unique_ptr<char[]> CopyString(const char* s)
-{
-    if (s == nullptr)
-        return nullptr;
-    size_t size = std::strlen(s) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), s, size);
-    return copy;
-}
 
 // The text of a string value, up to its terminator; data read from outside need not carry
 // one, so the text never reaches beyond the value's size.
@@ -146,7 +137,7 @@ ozADMCtrl* ozADMListBox::Copy() const
         for (int pos = 0; pos < m_values->Count(); ++pos)
             values.Add(m_values->At(pos)->Copy(), m_values->NameAt(pos));
     }
-    copy->m_valuePrefix = CopyString(m_valuePrefix.get());
+    copy->m_valuePrefix = ozCopyText(m_valuePrefix.get());
     copy->m_explicitValue = m_explicitValue;
     copy->m_additive = m_additive;
     return copy;
@@ -178,7 +169,7 @@ CCollection<ozADMListItem>& ozADMListBox::ClearValues()
 
 void ozADMListBox::ValuePrefix(const char* prefix)
 {
-    m_valuePrefix = CopyString(prefix);
+    m_valuePrefix = ozCopyText(prefix);
 }
 
 const char* ozADMListBox::ValuePrefix() const

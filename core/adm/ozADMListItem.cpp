@@ -2,17 +2,9 @@
 
 #include <cstring>
 
-namespace {
+#include "core/tree/ozOwnedText.h"
 
-std::unique_ptr<char[]> CopyString(const char* s)
-{
-    if (s == nullptr)
-        return nullptr;
-    size_t size = std::strlen(s) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), s, size);
-    return copy;
-}
+namespace {
 
 std::unique_ptr<ozADMActionList> CopyList(const ozADMActionList* list)
 {
@@ -22,7 +14,7 @@ std::unique_ptr<ozADMActionList> CopyList(const ozADMActionList* list)
 }  // namespace
 
 ozADMListItem::ozADMListItem(const ozADMListItem& other)
-    : m_name(CopyString(other.m_name.get())),
+    : m_name(ozCopyText(other.m_name.get())),
       m_value(other.m_value),
       m_actionList(CopyList(other.m_actionList.get()))
 {
@@ -31,7 +23,7 @@ ozADMListItem::ozADMListItem(const ozADMListItem& other)
 ozADMListItem& ozADMListItem::operator=(const ozADMListItem& other)
 {
     if (this != &other) {
-        m_name = CopyString(other.m_name.get());
+        m_name = ozCopyText(other.m_name.get());
         m_value = other.m_value;
         m_actionList = CopyList(other.m_actionList.get());
     }
@@ -42,7 +34,7 @@ ozADMListItem::~ozADMListItem() = default;
 
 void ozADMListItem::Name(const char* name)
 {
-    m_name = CopyString(name);
+    m_name = ozCopyText(name);
 }
 
 const char* ozADMListItem::Name() const

@@ -4,21 +4,8 @@
 #include <string>
 
 #include "core/registry/ozFoldedName.h"
+#include "core/tree/ozOwnedText.h"
 #include "ozADMTree.h"
-
-namespace {
-
-std::unique_ptr<char[]> CopyText(const char* text)
-{
-    if (text == nullptr)
-        return nullptr;
-    size_t size = std::strlen(text) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), text, size);
-    return copy;
-}
-
-}  // namespace
 
 ozADMNode::~ozADMNode() = default;
 
@@ -39,7 +26,7 @@ bool ozADMNode::SetDefault()
 
 void ozADMNode::Name(const char* name)
 {
-    m_name = CopyText(name);
+    m_name = ozCopyText(name);
 }
 
 const char* ozADMNode::Name() const
@@ -125,7 +112,7 @@ const char* ozADMNode::Path() const
         ozADMNode* parent = ParentNode();
         std::string path = parent != nullptr ? std::string(parent->Path()) + "\\" : std::string();
         path += m_name != nullptr ? m_name.get() : "";
-        m_path = CopyText(path.c_str());
+        m_path = ozCopyText(path.c_str());
     }
     return m_path.get();
 }

@@ -6,21 +6,8 @@
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "core/tree/ozOwnedText.h"
 #include "ozADMRegEntry.h"
-
-namespace {
-
-std::unique_ptr<char[]> CopyText(const char* text)
-{
-    if (text == nullptr)
-        return nullptr;
-    size_t size = std::strlen(text) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), text, size);
-    return copy;
-}
-
-}  // namespace
 
 ozADMPolicy::~ozADMPolicy() = default;
 
@@ -38,7 +25,7 @@ bool ozADMPolicy::RegKey(const char* keyPath)
 {
     if (keyPath == nullptr)
         return false;
-    m_keyPath = CopyText(keyPath);
+    m_keyPath = ozCopyText(keyPath);
     m_regKey = nullptr;
     return true;
 }
@@ -90,7 +77,7 @@ const ozADMActionList* ozADMPolicy::ActionListOff() const
 
 void ozADMPolicy::Valuename(const char* valueName)
 {
-    m_valueName = CopyText(valueName);
+    m_valueName = ozCopyText(valueName);
 }
 
 const char* ozADMPolicy::Valuename() const
@@ -120,7 +107,7 @@ const ozADMValue& ozADMPolicy::ValueOff() const
 
 void ozADMPolicy::Explain(const char* explain)
 {
-    m_explain = CopyText(explain);
+    m_explain = ozCopyText(explain);
 }
 
 const char* ozADMPolicy::Explain() const
@@ -130,7 +117,7 @@ const char* ozADMPolicy::Explain() const
 
 void ozADMPolicy::ClientExt(const char* clientExt)
 {
-    m_clientExt = CopyText(clientExt);
+    m_clientExt = ozCopyText(clientExt);
 }
 
 const char* ozADMPolicy::ClientExt() const

@@ -3,17 +3,9 @@
 #include <cstdio>
 #include <cstring>
 
-namespace {
+#include "core/tree/ozOwnedText.h"
 
-std::unique_ptr<char[]> CopyString(const char* s)
-{
-    if (s == nullptr)
-        return nullptr;
-    size_t size = std::strlen(s) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), s, size);
-    return copy;
-}
+namespace {
 
 // The short name the export text gives a root; only the three roots policies are written
 // under have one.
@@ -32,8 +24,8 @@ const char* RootPrefix(HKEY root)
 
 ozADMRegEntry::ozADMRegEntry(const ozADMRegEntry& other)
     : m_root(other.m_root),
-      m_key(CopyString(other.m_key.get())),
-      m_valueName(CopyString(other.m_valueName.get())),
+      m_key(ozCopyText(other.m_key.get())),
+      m_valueName(ozCopyText(other.m_valueName.get())),
       m_value(other.m_value),
       m_expand(other.m_expand),
       m_clearKey(other.m_clearKey)
@@ -46,8 +38,8 @@ ozADMRegEntry& ozADMRegEntry::operator=(const ozADMRegEntry& other)
         return *this;
     _ClearExportString();
     m_root = other.m_root;
-    m_key = CopyString(other.m_key.get());
-    m_valueName = CopyString(other.m_valueName.get());
+    m_key = ozCopyText(other.m_key.get());
+    m_valueName = ozCopyText(other.m_valueName.get());
     m_value = other.m_value;
     m_expand = other.m_expand;
     m_clearKey = other.m_clearKey;
@@ -76,7 +68,7 @@ void ozADMRegEntry::HKEYRoot(HKEY root)
 void ozADMRegEntry::Key(const char* key)
 {
     _ClearExportString();
-    m_key = CopyString(key);
+    m_key = ozCopyText(key);
 }
 
 const char* ozADMRegEntry::Key() const
@@ -87,7 +79,7 @@ const char* ozADMRegEntry::Key() const
 void ozADMRegEntry::Valuename(const char* valueName)
 {
     _ClearExportString();
-    m_valueName = CopyString(valueName);
+    m_valueName = ozCopyText(valueName);
 }
 
 const char* ozADMRegEntry::Valuename() const
@@ -143,7 +135,7 @@ const char* ozADMRegEntry::ExportString() const
     }
     text += "\"";
 
-    m_exportString = CopyString(text.c_str());
+    m_exportString = ozCopyText(text.c_str());
     return m_exportString.get();
 }
 

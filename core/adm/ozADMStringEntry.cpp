@@ -2,22 +2,10 @@
 
 #include <cstring>
 
-namespace {
-
-std::unique_ptr<char[]> CopyString(const char* s)
-{
-    if (s == nullptr)
-        return nullptr;
-    size_t size = std::strlen(s) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), s, size);
-    return copy;
-}
-
-}  // namespace
+#include "core/tree/ozOwnedText.h"
 
 ozADMStringEntry::ozADMStringEntry(const ozADMStringEntry& other)
-    : m_number(other.m_number), m_string(CopyString(other.m_string.get()))
+    : m_number(other.m_number), m_string(ozCopyText(other.m_string.get()))
 {
 }
 
@@ -25,7 +13,7 @@ ozADMStringEntry& ozADMStringEntry::operator=(const ozADMStringEntry& other)
 {
     if (this != &other) {
         m_number = other.m_number;
-        m_string = CopyString(other.m_string.get());
+        m_string = ozCopyText(other.m_string.get());
     }
     return *this;
 }
@@ -44,7 +32,7 @@ unsigned long ozADMStringEntry::Number() const
 
 void ozADMStringEntry::String(const char* s)
 {
-    m_string = CopyString(s);
+    m_string = ozCopyText(s);
 }
 
 const char* ozADMStringEntry::String() const

@@ -5,20 +5,11 @@
 #include <cstring>
 
 #include "core/registry/ozRegValue.h"
+#include "core/tree/ozOwnedText.h"
 #include "ozADMRegEntry.h"
 #include "ozADMTree.h"
 
 namespace {
-
-std::unique_ptr<char[]> CopyString(const char* s)
-{
-    if (s == nullptr)
-        return nullptr;
-    size_t size = std::strlen(s) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), s, size);
-    return copy;
-}
 
 // Only what a profile or a policy inserts or deletes ('r' and 'm' items) can already hold an
 // ADM value; the other item types stand for operations a template never writes.
@@ -30,7 +21,7 @@ bool IsComparableItemType(tREGITEMTYPE itemType)
 }  // namespace
 
 ozADMValue::ozADMValue(const ozADMValue& other)
-    : m_kind(other.m_kind), m_number(other.m_number), m_string(CopyString(other.m_string.get()))
+    : m_kind(other.m_kind), m_number(other.m_number), m_string(ozCopyText(other.m_string.get()))
 {
 }
 
@@ -68,7 +59,7 @@ bool ozADMValue::SetNumeric(unsigned long number)
 bool ozADMValue::SetString(const char* s)
 {
     // Copied before clearing, so that a value can be set from its own string.
-    std::unique_ptr<char[]> copy = CopyString(s);
+    std::unique_ptr<char[]> copy = ozCopyText(s);
     _Clear();
     m_kind = ValueString;
     m_string = std::move(copy);
@@ -171,7 +162,7 @@ ozADMValue& ozADMValue::operator=(const ozADMValue& other)
     if (m_kind == ValueNumeric)
         m_number = other.m_number;
     else if (m_kind == ValueString)
-        m_string = CopyString(other.m_string.get());
+        m_string = ozCopyText(other.m_string.get());
     return *this;
 }
 

@@ -7,6 +7,7 @@
 #include <new>
 #include <vector>
 
+#include "core/tree/ozOwnedText.h"
 #include "ozAppendedTextDialog.h"
 #include "ozSubKey.h"
 #include "ozVariableMarkers.h"
@@ -15,14 +16,6 @@ namespace {
 
 constexpr char kZeroMark = '~';
 constexpr char kMaskMark = '$';
-
-std::unique_ptr<char[]> CopyName(const char* name)
-{
-    size_t size = std::strlen(name) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), name, size);
-    return copy;
-}
 
 bool IsStringType(unsigned long type)
 {
@@ -175,7 +168,7 @@ ozRegValue::ozRegValue(const ozRegValue& other)
       m_lineNumber(other.m_lineNumber)
 {
     if (other.m_name != nullptr)
-        m_name = CopyName(other.m_name.get());
+        m_name = ozCopyText(other.m_name.get());
     CopyDatum(m_data, other.m_data);
     CopyDatum(m_data2, other.m_data2);
 }
@@ -258,7 +251,7 @@ void ozRegValue::Name(const char* name)
 {
     if (name == nullptr)
         return;
-    m_name = CopyName(name);
+    m_name = ozCopyText(name);
     if (m_key != nullptr)
         m_key->_ValueRenamed();
     RefreshVariablesFlag(true, false);

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <unordered_map>
 
+#include "core/tree/ozOwnedText.h"
 #include "ozFoldedName.h"
 #include "ozRegValue.h"
 #include "ozVariableMarkers.h"
@@ -13,20 +14,6 @@ struct ozSubKey::ValueIndex {
     std::unordered_map<std::string, ozRegValue*> byName;
     int indexedCount = 0;
 };
-
-namespace {
-
-std::unique_ptr<char[]> CopyName(const char* name)
-{
-    if (name == nullptr)
-        return nullptr;
-    size_t size = std::strlen(name) + 1;
-    auto copy = std::make_unique<char[]>(size);
-    std::memcpy(copy.get(), name, size);
-    return copy;
-}
-
-}  // namespace
 
 ozSubKey::ozSubKey() = default;
 
@@ -49,7 +36,7 @@ ozSubKey* ozSubKey::FindSubKey(const char* path, unsigned int root)
 
 void ozSubKey::Name(const char* name)
 {
-    m_name = CopyName(name);
+    m_name = ozCopyText(name);
     if (Prev() != nullptr || ParentLink() != nullptr)
         _KeyRenamed();
     _RefreshVariablesFlag(false, false);
