@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   # native build and tests
-  cmake ninja-build g++ clang libclang-rt-14-dev clang-format
+  cmake ninja-build pkg-config g++ clang libclang-rt-14-dev clang-format
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   # offline registry hives on POSIX
   libhivex-dev libhivex-bin

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <limits>
@@ -55,11 +54,6 @@ ozADMRegEntry Entry(HKEY root, const char* key, const char* name, const ozADMVal
     return entry;
 }
 
-std::string Dword(std::uint32_t number)
-{
-    return std::string(reinterpret_cast<const char*>(&number), sizeof number);
-}
-
 // Writes strings as <text> and answers as told.
 class RecordingTree : public ozADMTree {
 public:
@@ -70,35 +64,28 @@ public:
     bool answer = true;
 };
 
-// Runs SaveADM on a scratch file and returns what it wrote.
-std::string SaveADMText(const ozADMValue& value, ozADMTree& tree, bool& result)
+// What SaveADM wrote to a scratch file, followed by <failed> when it reported failure.
+std::string SaveADMText(const ozADMValue& value, ozADMTree& tree)
 {
     FILE* file = std::tmpfile();
-    if (file == nullptr)
-        return "<no scratch file>";
-    result = value.SaveADM(file, tree);
-    std::rewind(file);
-    std::string text;
-    for (int c; (c = std::fgetc(file)) != EOF;)
-        text.push_back(static_cast<char>(c));
-    std::fclose(file);
-    return text;
+    bool saved = value.SaveADM(file, tree);
+    std::string text(64, '\0');
+    if (file != nullptr) {
+        std::rewind(file);
+        text.resize(std::fread(text.data(), 1, text.size(), file));
+        std::fclose(file);
+    }
+    return saved ? text : text + "<failed>";
 }
 
 TEST(ADMValueTest, ReadsAsNumberAndAsString)
 {
-    const struct {
-        ozADMValue value;
-        unsigned long number;
-        const char* text;
-    } cases[] = {{Numeric(7), 7, nullptr}, {Text("12abc"), 12, "12abc"},
-                 {Text("abc"), 0, "abc"},  {Text(nullptr), 0, nullptr},
-                 {Deletion(), 0, nullptr}, {ozADMValue(), 0, nullptr}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << "row " << &c - cases);
-        EXPECT_EQ(static_cast<unsigned long>(c.value), c.number);
-        EXPECT_STREQ(static_cast<const char*>(c.value), c.text);
-    }
+    EXPECT_EQ(static_cast<unsigned long>(Numeric(7)), 7u);
+    EXPECT_EQ(static_cast<unsigned long>(Text("12abc")), 12u);
+    EXPECT_EQ(static_cast<unsigned long>(Text(nullptr)), 0u);
+    EXPECT_EQ(static_cast<unsigned long>(Deletion()), 0u);
+    EXPECT_STREQ(static_cast<const char*>(Text("12abc")), "12abc");
+    EXPECT_STREQ(static_cast<const char*>(Numeric(7)), nullptr);
 }
 
 class ADMRegistryTest : public ::testing::Test {
@@ -139,16 +126,14 @@ TEST_F(ADMRegistryTest, IsEqualWithRegistryValue)
         RegState registry;
         bool equal;
     } cases[] = {
-        {Numeric(1), {RitR, OpInsert, RegDword, Dword(1)}, true},
-        {Numeric(1), {RitM, OpChange, RegDword, Dword(1)}, true},
-        {Numeric(1), {RitF, OpInsert, RegDword, Dword(1)}, false},
-        {Numeric(1), {RitR, OpAppend, RegDword, Dword(1)}, false},
-        {Numeric(1), {RitR, OpDelete, RegDword, Dword(1)}, false},
-        {Numeric(1), {RitR, OpInsert, RegDword, Dword(2)}, false},
+        {Numeric(1), {RitM, OpChange, RegDword, "\1\0\0\0"s}, true},
+        {Numeric(1), {RitF, OpInsert, RegDword, "\1\0\0\0"s}, false},
+        {Numeric(1), {RitR, OpAppend, RegDword, "\1\0\0\0"s}, false},
+        {Numeric(1), {RitR, OpDelete, RegDword, "\1\0\0\0"s}, false},
+        {Numeric(1), {RitR, OpInsert, RegDword, "\2\0\0\0"s}, false},
         {Numeric(1), {RitR, OpInsert, RegSz, "1\0"s}, false},
         {Numeric(1), {RitR, OpInsert, RegDword, "\1\0"s}, false},
-        {Deletion(), {RitM, OpDelete, RegDword, Dword(1)}, true},
-        {Deletion(), {RitA, OpDelete, RegSz, "\0"s}, false},
+        {Deletion(), {RitM, OpDelete, RegDword, "\1\0\0\0"s}, true},
         {Deletion(), {RitR, OpChange, RegSz, "\0"s}, false},
         {Text("abc"), {RitR, OpInsert, RegSz, "abc\0junk"s}, true},
         {Text("abc"), {RitR, OpInsert, RegExpandSz, "abc\0"s}, true},
@@ -173,97 +158,69 @@ TEST_F(ADMRegistryTest, SavesIntoRegistryAndAsTemplateText)
     const RegState before{RitR, OpDelete, RegExpandSz, "old\0"s};
     const struct {
         ozADMValue value;
-        bool saved;
         RegState after;
         std::string text;
     } cases[] = {
-        {Deletion(), true, {RitR, OpDelete, RegSz, "\0"s}, "DELETE"},
-        {Numeric(0), true, {RitR, OpInsert, RegDword, Dword(0)}, "NUMERIC 0"},
+        {Deletion(), {RitR, OpDelete, RegSz, "\0"s}, "DELETE"},
+        {Numeric(0), {RitR, OpInsert, RegDword, "\0\0\0\0"s}, "NUMERIC 0"},
         {Numeric(kMaxNumber),
-         true,
-         {RitR, OpInsert, RegDword, Dword(0xFFFFFFFFu)},
+         {RitR, OpInsert, RegDword, "\xFF\xFF\xFF\xFF"s},
          "NUMERIC " + std::to_string(kMaxNumber)},
-        {Text("%Path%"), true, {RitR, OpInsert, RegSz, "%Path%\0"s}, "<%Path%>"},
-        {ozADMValue(), false, before, ""},
+        {Text("%Path%"), {RitR, OpInsert, RegSz, "%Path%\0"s}, "<%Path%>"},
+        {ozADMValue(), before, "<failed>"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << "template text " << c.text);
         ozRegValue& value = Put(before);
-        EXPECT_EQ(c.value.SaveToRegistry(value), c.saved);
+        // A value that is not set saves nothing either way.
+        EXPECT_EQ(c.value.SaveToRegistry(value), c.text != "<failed>");
         EXPECT_EQ(value.Op(), c.after.op);
         EXPECT_EQ(value.Type(), c.after.type);
         EXPECT_EQ(std::string(reinterpret_cast<const char*>(value.Data()), value.Size()),
                   c.after.bytes);
         RecordingTree tree;
-        bool result = !c.saved;
-        EXPECT_EQ(SaveADMText(c.value, tree, result), c.text);
-        EXPECT_EQ(result, c.saved);
+        EXPECT_EQ(SaveADMText(c.value, tree), c.text);
     }
     RecordingTree failing;
     failing.answer = false;
-    bool result = true;
-    SaveADMText(Text("a"), failing, result);
-    EXPECT_FALSE(result) << "the tree's string writer failed";
+    EXPECT_EQ(SaveADMText(Text("a"), failing), "<a><failed>") << "the tree's writer failed";
     EXPECT_FALSE(Numeric(1).SaveADM(nullptr, failing));
-}
 
-TEST(ADMValueTest, SaveToCollectionAppendsOwnedEntry)
-{
     CCollection<ozADMRegEntry> entries(true);
     ozADMValue value = Text("v");
     EXPECT_FALSE(value.SaveToCollection(2, nullptr, "Name", entries, false));
     EXPECT_FALSE(value.SaveToCollection(2, "Software\\Pol", nullptr, entries, false));
-    EXPECT_EQ(entries.Count(), 0);
-
     ASSERT_TRUE(value.SaveToCollection(2, "Software\\Pol", "Name", entries, true));
     value.SetString("changed");
-    ASSERT_EQ(entries.Count(), 1);
+    ASSERT_EQ(entries.Count(), 1) << "refused entries are not listed";
     EXPECT_EQ(entries.At(0)->Root(), 2u);
     EXPECT_STREQ(entries.At(0)->ExportString(),
                  R"("HKLM\Software\Pol","Name","REG_EXPAND_SZ","v")");
 }
 
-TEST(ADMRegEntryTest, ExportString)
-{
-    const struct {
-        ozADMRegEntry entry;
-        const char* text;
-    } cases[] = {
-        {Entry(HKEY_LOCAL_MACHINE, "Software\\Pol", "Enabled", Numeric(1)),
-         R"("HKLM\Software\Pol","Enabled","REG_DWORD","1")"},
-        {Entry(HKEY_CURRENT_USER, "Software\\Pol", "Name", Deletion(), true),
-         R"("HKCU\Software\Pol","**Del.Name","REG_EXPAND_SZ","")"},
-        {Entry(HKEY_LOCAL_MACHINE, "Software\\Pol\\List", "Item", Text("a"), false, true),
-         R"("HKLM\Software\Pol\List","**DelVals")"},
-        {Entry(HKEY_CLASSES_ROOT, "Ext", "", Text("%Path%"), true),
-         R"("HKCR\Ext","","REG_EXPAND_SZ","%Path%")"},
-        {Entry(HKEY_USERS, "S-1\\Pol", "v", Text("a")), R"("S-1\Pol","v","REG_SZ","a")"},
-        {Entry(HKEY_LOCAL_MACHINE, "K", "N", Numeric(4000000000u), true),
-         R"("HKLM\K","N","REG_DWORD","4000000000")"},
-        {Entry(HKEY_LOCAL_MACHINE, nullptr, nullptr, ozADMValue()), R"("HKLM\","","REG_SZ","")"},
-    };
-    for (const auto& c : cases)
-        EXPECT_STREQ(c.entry.ExportString(), c.text);
-}
-
-TEST(ADMRegEntryTest, EveryChangeRebuildsExportString)
+// Each change, made in turn to one entry, rebuilds its export text.
+TEST(ADMRegEntryTest, ExportStringFollowsEveryChange)
 {
     const struct {
         std::function<void(ozADMRegEntry&)> change;
         const char* text;
-    } cases[] = {
+    } changes[] = {
+        {[](ozADMRegEntry&) {}, R"("HKLM\K","N","REG_SZ","t")"},
         {[](ozADMRegEntry& e) { e.Root(1); }, R"("HKCU\K","N","REG_SZ","t")"},
+        {[](ozADMRegEntry& e) { e.HKEYRoot(HKEY_CLASSES_ROOT); }, R"("HKCR\K","N","REG_SZ","t")"},
         {[](ozADMRegEntry& e) { e.HKEYRoot(HKEY_USERS); }, R"("K","N","REG_SZ","t")"},
-        {[](ozADMRegEntry& e) { e.Key("L"); }, R"("HKLM\L","N","REG_SZ","t")"},
-        {[](ozADMRegEntry& e) { e.Valuename("M"); }, R"("HKLM\K","M","REG_SZ","t")"},
-        {[](ozADMRegEntry& e) { e.Value().SetNumeric(5); }, R"("HKLM\K","N","REG_DWORD","5")"},
-        {[](ozADMRegEntry& e) { e.Expand(true); }, R"("HKLM\K","N","REG_EXPAND_SZ","t")"},
-        {[](ozADMRegEntry& e) { e.ClearKey(true); }, R"("HKLM\K","**DelVals")"},
-        {[](ozADMRegEntry& e) { e = Entry(HKEY_USERS, "A", "B", Text("c")); },
-         R"("A","B","REG_SZ","c")"},
+        {[](ozADMRegEntry& e) { e.Key("L\\M"); }, R"("L\M","N","REG_SZ","t")"},
+        {[](ozADMRegEntry& e) { e.Valuename("V"); }, R"("L\M","V","REG_SZ","t")"},
+        {[](ozADMRegEntry& e) { e.Expand(true); }, R"("L\M","V","REG_EXPAND_SZ","t")"},
+        {[](ozADMRegEntry& e) { e.Value().SetNumeric(4000000000u); },
+         R"("L\M","V","REG_DWORD","4000000000")"},
+        {[](ozADMRegEntry& e) { e.Value().SetDelete(); }, R"("L\M","**Del.V","REG_EXPAND_SZ","")"},
+        {[](ozADMRegEntry& e) { e.ClearKey(true); }, R"("L\M","**DelVals")"},
+        {[](ozADMRegEntry& e) { e = Entry(HKEY_LOCAL_MACHINE, nullptr, nullptr, ozADMValue()); },
+         R"("HKLM\","","REG_SZ","")"},
     };
-    for (const auto& c : cases) {
-        ozADMRegEntry entry = Entry(HKEY_LOCAL_MACHINE, "K", "N", Text("t"));
+    ozADMRegEntry entry = Entry(HKEY_LOCAL_MACHINE, "K", "N", Text("t"));
+    for (const auto& c : changes) {
         const char* before = entry.ExportString();
         std::as_const(entry).Value();
         EXPECT_EQ(entry.ExportString(), before) << "the text is kept until the entry changes";
@@ -272,19 +229,16 @@ TEST(ADMRegEntryTest, EveryChangeRebuildsExportString)
     }
 }
 
-TEST(ADMRegEntryTest, CopiesAreDeep)
+TEST_F(ADMRegistryTest, ValuesEntriesAndListItemsCopyDeeply)
 {
-    ozADMValue value = Text("abc");
-    ozADMValue valueCopy(value);
-    ozADMValue valueAssigned = Numeric(3);
-    valueAssigned = value;
-    const ozADMValue& self = value;
-    value = self;
-    value.SetString(static_cast<const char*>(value));
+    ozADMValue value = Text("abc"), copied(value), assigned = Numeric(3);
+    assigned = value;
+    value = std::as_const(value);
+    value.SetString(static_cast<const char*>(value));  // from its own string
     EXPECT_STREQ(static_cast<const char*>(value), "abc");
     value.SetNumeric(1);
-    EXPECT_STREQ(static_cast<const char*>(valueCopy), "abc");
-    EXPECT_STREQ(static_cast<const char*>(valueAssigned), "abc");
+    EXPECT_STREQ(static_cast<const char*>(copied), "abc");
+    EXPECT_STREQ(static_cast<const char*>(assigned), "abc");
 
     ozADMRegEntry original = Entry(HKEY_USERS, "K", "N", Text("t"));
     const std::string text = original.ExportString();
@@ -293,37 +247,43 @@ TEST(ADMRegEntryTest, CopiesAreDeep)
     original.Value().SetString("u");
     EXPECT_EQ(copy.Root(), 3u);
     EXPECT_EQ(copy.ExportString(), text);
+
+    auto* list = new ozADMActionList;
+    list->Add(Item(HKEY_LOCAL_MACHINE, "Software\\Pol", "a", Numeric(1)));
+    auto item = std::make_unique<ozADMListItem>();
+    item->Name("First");
+    item->ActionList(list);
+    item->ActionList(list);  // handing over the list it holds keeps it
+    std::unique_ptr<ozADMListItem> itemCopy(item->Copy());
+    ozADMListItem itemAssigned;
+    itemAssigned = *item;
+    item.reset();
+    for (const ozADMListItem* duplicate : {itemCopy.get(), &itemAssigned}) {
+        EXPECT_STREQ(duplicate->Name(), "First");
+        ASSERT_NE(duplicate->ActionList(), nullptr);
+        ASSERT_EQ(duplicate->ActionList()->Count(), 1);
+        EXPECT_EQ(duplicate->ActionList()->At(0)->RegKey(), key) << "the key is shared";
+        EXPECT_STREQ(duplicate->ActionList()->At(0)->ValueName(), "a");
+    }
 }
 
-TEST_F(ADMRegistryTest, ActionItemKeyAndSync)
+TEST_F(ADMRegistryTest, ActionListsCompareAndSaveTheirItemsInOrderUntilTheFirstFailure)
 {
-    ozActionItem item;
-    item.Value().SetNumeric(1);
-    item.ValueName("v");
-    EXPECT_FALSE(item.Sync()) << "no key";
-    EXPECT_FALSE(item.RegKey(tree, HKEY_LOCAL_MACHINE, nullptr));
-    ASSERT_TRUE(item.RegKey(tree, HKEY_LOCAL_MACHINE, "software\\pol"));
-    EXPECT_EQ(item.RegKey(), key);
-    EXPECT_TRUE(key->ADM());
-    EXPECT_FALSE(item.Sync()) << "no such value";
-    EXPECT_EQ(key->HasValue("v"), nullptr) << "comparing creates nothing";
-    key->FindValue("V")->SetDWORD(1);
-    EXPECT_TRUE(item.Sync());
-    item.ValueName(nullptr);
-    EXPECT_FALSE(item.Sync()) << "no value name";
-}
+    ozActionItem unbound;
+    unbound.ValueName("a");
+    EXPECT_FALSE(unbound.Sync()) << "no key";
+    EXPECT_FALSE(unbound.RegKey(tree, HKEY_LOCAL_MACHINE, nullptr));
 
-TEST_F(ADMRegistryTest, ActionListSavesInOrderUntilFirstFailure)
-{
     ozADMActionList list;
     CCollection<ozADMRegEntry> entries(true);
     EXPECT_TRUE(list.SaveToRegistry(tree));
     EXPECT_TRUE(list.SaveToCollection(entries));
     EXPECT_TRUE(list.Sync());
-
-    list.Add(Item(HKEY_LOCAL_MACHINE, "Software\\Pol", "a", Numeric(1)));
+    list.Add(Item(HKEY_LOCAL_MACHINE, "software\\pol", "a", Numeric(1)));
     list.Add(Item(HKEY_CURRENT_USER, "Software\\Sub", "b", Text("t")));
+    EXPECT_TRUE(key->ADM()) << "an item's key is marked as the template's";
     EXPECT_FALSE(list.Sync());
+    EXPECT_EQ(key->HasValue("a"), nullptr) << "comparing creates nothing";
     ASSERT_TRUE(list.SaveToRegistry(tree));
     EXPECT_TRUE(list.Sync());
     ASSERT_TRUE(list.SaveToCollection(entries));
@@ -333,31 +293,11 @@ TEST_F(ADMRegistryTest, ActionListSavesInOrderUntilFirstFailure)
 
     list.Add(Item(HKEY_LOCAL_MACHINE, "Software\\Pol", nullptr, Numeric(1)));
     list.Add(Item(HKEY_LOCAL_MACHINE, "Software\\Pol", "after", Numeric(1)));
+    EXPECT_FALSE(list.Sync()) << "an item without value name";
     EXPECT_FALSE(list.SaveToRegistry(tree));
     EXPECT_EQ(key->HasValue("after"), nullptr) << "items after a failure are not written";
     EXPECT_FALSE(list.SaveToCollection(entries));
     EXPECT_EQ(entries.Count(), 4);
-}
-
-TEST_F(ADMRegistryTest, ListItemOwnsAndCopiesItsActionList)
-{
-    auto* list = new ozADMActionList;
-    list->Add(Item(HKEY_LOCAL_MACHINE, "Software\\Pol", "a", Numeric(1)));
-    auto item = std::make_unique<ozADMListItem>();
-    item->Name("First");
-    item->ActionList(list);
-    item->ActionList(list);
-    std::unique_ptr<ozADMListItem> copy(item->Copy());
-    ozADMListItem assigned;
-    assigned = *item;
-    item.reset();
-    for (const ozADMListItem* duplicate : {copy.get(), &assigned}) {
-        EXPECT_STREQ(duplicate->Name(), "First");
-        ASSERT_NE(duplicate->ActionList(), nullptr);
-        ASSERT_EQ(duplicate->ActionList()->Count(), 1);
-        EXPECT_EQ(duplicate->ActionList()->At(0)->RegKey(), key) << "the key is shared";
-        EXPECT_STREQ(duplicate->ActionList()->At(0)->ValueName(), "a");
-    }
 }
 
 }  // namespace
