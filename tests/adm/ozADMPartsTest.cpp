@@ -46,12 +46,12 @@ void Put(ozSubKey* key, const std::string& contents)
             key->Op(KeyOpEraseValues);
             continue;
         }
-        std::string spec = word.substr(word.find('=') + 1);
+        std::string written = word.substr(word.find('=') + 1);
         ozRegValue* value = key->FindValue(word.substr(0, word.find('=')).c_str());
-        Adm(spec).SaveToRegistry(*value);
-        if (spec.rfind("expand:", 0) == 0)
+        Adm(written).SaveToRegistry(*value);
+        if (written.rfind("expand:", 0) == 0)
             value->Type(RegExpandSz);
-        if (spec.rfind("append:", 0) == 0)
+        if (written.rfind("append:", 0) == 0)
             value->Op(OpAppend);
     }
 }

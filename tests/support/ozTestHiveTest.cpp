@@ -100,10 +100,11 @@ TEST(TestHiveEmptyTest, OpensWithTheNamedRootOrRefusesNamesNoKeyCanHave)
     EXPECT_FALSE(unwritable.Commit());
 }
 
-// libhivex checks the base block's checksum, but neither cell alignment nor security cells, so
-// the file is inspected directly: the first bin is tiled by 8-byte aligned cells ending in a
-// free one, and the root's security cell is a one-element circular list counting every key.
-TEST(TestHiveEmptyTest, ChecksumCellsAndTheSharedSecurityCellAreWellFormed)
+// libhivex refuses a base block whose checksum is wrong, so every hive the other tests open has
+// a right one; it checks neither cell alignment nor security cells, so the file is inspected
+// directly: the first bin is tiled by 8-byte aligned cells ending in a free one, and the root's
+// security cell is a one-element circular list counting every key.
+TEST(TestHiveEmptyTest, CellsAreAlignedAndEveryKeySharesTheRootSecurityCell)
 {
     const std::string path = HivePath();
     {
@@ -130,13 +131,6 @@ TEST(TestHiveEmptyTest, ChecksumCellsAndTheSharedSecurityCellAreWellFormed)
     EXPECT_EQ(U32At(file, security + 4), securityCell);
     EXPECT_EQ(U32At(file, security + 8), securityCell);
     EXPECT_EQ(U32At(file, security + 12), 4u);
-
-    for (size_t byte : {0x1FC, 0x30}) {
-        std::string bad = file;
-        bad[byte] = static_cast<char>(bad[byte] ^ 0x10);
-        std::ofstream(path, std::ios::binary) << bad;
-        EXPECT_EQ(OpenForReading(path), nullptr) << "byte " << byte;
-    }
 }
 
 TEST(TestHiveWriteTest, ThousandsOfKeysAndEveryKindOfValueReadBackAfterCommit)
