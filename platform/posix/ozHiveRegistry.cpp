@@ -534,6 +534,13 @@ std::string NarrowText(const char* bytes, size_t size)
     return text;
 }
 
+// When node (of key's hive) was last written; zero for the lists of mounted hives.
+FILETIME LastWritten(const OpenKey& key, hive_node_h node)
+{
+    std::int64_t stamp = key.mounts == nullptr ? hivex_node_timestamp(key.hive->Handle(), node) : 0;
+    return FILETIME{static_cast<DWORD>(stamp), static_cast<DWORD>(stamp >> 32)};
+}
+
 // Runs a registry function, turning a failed allocation into its error code.
 template <class Function>
 LONG Guarded(Function function)
@@ -646,12 +653,8 @@ LONG RegQueryInfoKeyA(HKEY hKey, char* lpClass, DWORD* lpcchClass, DWORD*, DWORD
             *lpcbMaxValueLen = static_cast<DWORD>(longestData);
         if (lpcbSecurityDescriptor != nullptr)
             *lpcbSecurityDescriptor = 0;
-        if (lpftLastWriteTime != nullptr) {
-            std::int64_t stamp =
-                key->mounts == nullptr ? hivex_node_timestamp(key->hive->Handle(), key->node) : 0;
-            lpftLastWriteTime->dwLowDateTime = static_cast<DWORD>(stamp);
-            lpftLastWriteTime->dwHighDateTime = static_cast<DWORD>(stamp >> 32);
-        }
+        if (lpftLastWriteTime != nullptr)
+            *lpftLastWriteTime = LastWritten(*key, key->node);
         return static_cast<LONG>(ERROR_SUCCESS);
     });
 }
@@ -680,14 +683,9 @@ LONG RegEnumKeyExA(HKEY hKey, DWORD dwIndex, char* lpName, DWORD* lpcchName, DWO
             lpClass[0] = '\0';
         if (lpcchClass != nullptr)
             *lpcchClass = 0;
-        if (lpftLastWriteTime != nullptr) {
-            std::int64_t stamp =
-                key->mounts == nullptr
-                    ? hivex_node_timestamp(key->hive->Handle(), key->subKeyNodes[dwIndex])
-                    : 0;
-            lpftLastWriteTime->dwLowDateTime = static_cast<DWORD>(stamp);
-            lpftLastWriteTime->dwHighDateTime = static_cast<DWORD>(stamp >> 32);
-        }
+        if (lpftLastWriteTime != nullptr)
+            *lpftLastWriteTime =
+                LastWritten(*key, key->mounts == nullptr ? key->subKeyNodes[dwIndex] : 0);
         return static_cast<LONG>(ERROR_SUCCESS);
     });
 }
