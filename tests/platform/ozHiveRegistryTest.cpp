@@ -22,9 +22,10 @@ std::vector<std::string> SubKeys(HKEY key)
 {
     std::vector<std::string> names;
     char name[256];
+    FILETIME written;
     for (DWORD index = 0;; ++index) {
         DWORD length = sizeof name;
-        LONG error = RegEnumKeyExA(key, index, name, &length, nullptr, nullptr, nullptr, nullptr);
+        LONG error = RegEnumKeyExA(key, index, name, &length, nullptr, nullptr, nullptr, &written);
         if (error != ERROR_SUCCESS) {
             EXPECT_EQ(error, ERROR_NO_MORE_ITEMS);
             return names;
