@@ -1,0 +1,378 @@
+// The private-profile section reader over .ini files (rules in docs/private-profile.md).
+#include "platform/ozPrivateProfile.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr char16_t kReplacement = 0xFFFD;
+
+// Decodes UTF-8 into UTF-16. Each malformed piece becomes one U+FFFD: a byte that cannot start
+// a sequence, a lead byte whose second byte is a continuation byte outside the range that lead
+// allows (the two together), or a sequence cut short (its lead and continuation bytes).
+std::u16string DecodeUtf8(std::string_view text)
+{
+    std::u16string out;
+    out.reserve(text.size());
+    size_t i = 0;
+    while (i < text.size()) {
+        unsigned char lead = static_cast<unsigned char>(text[i]);
+        if (lead < 0x80) {
+            out += static_cast<char16_t>(lead);
+            ++i;
+            continue;
+        }
+        int need = 0;
+        char32_t code = 0;
+        unsigned char low = 0x80, high = 0xBF;
+        if (lead >= 0xC2 && lead <= 0xDF) {
+            need = 1;
+            code = lead & 0x1F;
+        } else if (lead >= 0xE0 && lead <= 0xEF) {
+            need = 2;
+            code = lead & 0x0F;
+            low = lead == 0xE0 ? 0xA0 : 0x80;
+            high = lead == 0xED ? 0x9F : 0xBF;
+        } else if (lead >= 0xF0 && lead <= 0xF4) {
+            need = 3;
+            code = lead & 0x07;
+            low = lead == 0xF0 ? 0x90 : 0x80;
+            high = lead == 0xF4 ? 0x8F : 0xBF;
+        } else {
+            out += kReplacement;
+            ++i;
+            continue;
+        }
+        size_t next = i + 1;
+        int have = 0;
+        bool broken = false;
+        while (have < need && next < text.size()) {
+            unsigned char byte = static_cast<unsigned char>(text[next]);
+            if (byte < 0x80 || byte > 0xBF)
+                break;
+            ++next;
+            if (have == 0 && (byte < low || byte > high)) {
+                broken = true;
+                break;
+            }
+            code = (code << 6) | (byte & 0x3F);
+            ++have;
+        }
+        i = next;
+        if (broken || have < need) {
+            out += kReplacement;
+        } else if (code >= 0x10000) {
+            code -= 0x10000;
+            out += static_cast<char16_t>(0xD800 + (code >> 10));
+            out += static_cast<char16_t>(0xDC00 + (code & 0x3FF));
+        } else {
+            out += static_cast<char16_t>(code);
+        }
+    }
+    return out;
+}
+
+// Encodes UTF-16 as UTF-8; a lone surrogate becomes U+FFFD.
+std::string EncodeUtf8(std::u16string_view text)
+{
+    std::string out;
+    out.reserve(text.size());
+    for (size_t i = 0; i < text.size(); ++i) {
+        char32_t code = text[i];
+        if (code >= 0xD800 && code <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
+            text[i + 1] <= 0xDFFF) {
+            code = 0x10000 + ((code - 0xD800) << 10) + (text[i + 1] - 0xDC00);
+            ++i;
+        } else if (code >= 0xD800 && code <= 0xDFFF) {
+            code = kReplacement;
+        }
+        if (code < 0x80) {
+            out += static_cast<char>(code);
+        } else if (code < 0x800) {
+            out += static_cast<char>(0xC0 | (code >> 6));
+            out += static_cast<char>(0x80 | (code & 0x3F));
+        } else if (code < 0x10000) {
+            out += static_cast<char>(0xE0 | (code >> 12));
+            out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (code & 0x3F));
+        } else {
+            out += static_cast<char>(0xF0 | (code >> 18));
+            out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
+            out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (code & 0x3F));
+        }
+    }
+    return out;
+}
+
+template <class C>
+bool IsBlank(C c)
+{
+    return c == ' ' || c == '\t' || c == '\v' || c == '\f' || c == 0x1A;
+}
+
+template <class C>
+std::basic_string_view<C> Trim(std::basic_string_view<C> text)
+{
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+// The text up to its first zero character: names and values end there.
+template <class C>
+std::basic_string_view<C> UpToZero(std::basic_string_view<C> text)
+{
+    return text.substr(0, std::min(text.size(), text.find(C(0))));
+}
+
+template <class C>
+C FoldAscii(C c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<C>(c - 'a' + 'A') : c;
+}
+
+template <class C>
+bool SameName(std::basic_string_view<C> a, std::basic_string_view<C> b)
+{
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](C x, C y) {
+               return FoldAscii(x) == FoldAscii(y);
+           });
+}
+
+// The file's text: its bytes (plain or UTF-8 with byte-order mark) or its UTF-16 code units.
+struct FileText {
+    bool exists = false;
+    bool fileNotFound = false;  // the file is missing from a folder that exists
+    bool empty = true;
+    bool wide = false;
+    std::string bytes;
+    std::u16string units;
+};
+
+FileText ReadFileText(const char* path)
+{
+    FileText file;
+    struct stat info;
+    bool missing = path == nullptr || stat(path, &info) != 0;
+    if (missing || !S_ISREG(info.st_mode)) {
+        if (missing && path != nullptr && errno == ENOENT) {
+            std::error_code error;
+            std::filesystem::path parent = std::filesystem::path(path).parent_path();
+            file.fileNotFound = std::filesystem::is_directory(parent.empty() ? "." : parent, error);
+        }
+        return file;
+    }
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return file;
+    std::string data((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    file.exists = true;
+    file.empty = data.empty();
+    auto starts = [&](std::string_view prefix) { return data.starts_with(prefix); };
+    if (starts("\xFF\xFE") || starts("\xFE\xFF")) {
+        bool little = data[0] == '\xFF';
+        file.wide = true;
+        for (size_t i = 2; i < data.size(); i += 2) {
+            unsigned char first = static_cast<unsigned char>(data[i]);
+            // A lone last byte is a code unit of its own.
+            unsigned char second = i + 1 < data.size() ? static_cast<unsigned char>(data[i + 1])
+                                                       : static_cast<unsigned char>(0);
+            if (i + 1 >= data.size())
+                file.units += static_cast<char16_t>(first);
+            else if (little)
+                file.units += static_cast<char16_t>(first | second << 8);
+            else
+                file.units += static_cast<char16_t>(first << 8 | second);
+        }
+    } else {
+        file.bytes = starts("\xEF\xBB\xBF") ? data.substr(3) : std::move(data);
+    }
+    return file;
+}
+
+// The lines of the first section whose name `matches`, as "name=value" or "name"; false when
+// there is no such section. Lines before the first header form a nameless section, present
+// whenever the file is not empty.
+template <class C, class Match>
+bool ReadSection(std::basic_string_view<C> text, bool nonEmptyFile, Match matches,
+                 std::vector<std::basic_string<C>>& lines)
+{
+    bool collecting = nonEmptyFile && matches(std::basic_string_view<C>());
+    bool found = collecting;
+    bool previousNameEmpty = false;  // the section's previous line had an empty name
+    for (size_t pos = 0; pos < text.size();) {
+        size_t end = pos;
+        while (end < text.size() && text[end] != '\r' && text[end] != '\n')
+            ++end;
+        std::basic_string_view<C> line = Trim(text.substr(pos, end - pos));
+        pos = end + 1;
+        if (line.empty())
+            continue;
+        size_t close = line.rfind(C(']'));
+        if (line.front() == '[' && close != std::basic_string_view<C>::npos && close > 0) {
+            if (collecting)
+                break;  // a later section of the same name adds nothing
+            collecting = matches(UpToZero(Trim(line.substr(1, close - 1))));
+            found = found || collecting;
+            previousNameEmpty = false;
+            continue;
+        }
+        if (!collecting)
+            continue;
+        if (line.front() == ';') {
+            previousNameEmpty = false;
+            continue;
+        }
+        size_t equals = line.find(C('='));
+        if (equals == std::basic_string_view<C>::npos) {
+            std::basic_string_view<C> name = UpToZero(line);
+            if (!name.empty())
+                lines.emplace_back(name);
+            previousNameEmpty = name.empty();
+            continue;
+        }
+        // A line starting with '=' right after a line with an empty name is dropped.
+        if (equals == 0 && previousNameEmpty)
+            continue;
+        std::basic_string_view<C> name = UpToZero(Trim(line.substr(0, equals)));
+        std::basic_string<C> entry(name);
+        entry += C('=');
+        entry += UpToZero(Trim(line.substr(equals + 1)));
+        lines.push_back(std::move(entry));
+        previousNameEmpty = name.empty();
+    }
+    return found;
+}
+
+// How many bytes of UTF-8 `text` fit in `room` without splitting a character.
+size_t Fitting(const std::string& text, size_t room)
+{
+    if (room >= text.size())
+        return text.size();
+    size_t back = room;
+    auto continuation = [&](size_t at) {
+        return (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
+    };
+    while (back > 0 && room - back < 3 && continuation(back))
+        --back;
+    return back < room && (static_cast<unsigned char>(text[back]) & 0xC0) == 0xC0 ? back : room;
+}
+
+size_t Fitting(const std::u16string& text, size_t room)
+{
+    return std::min(room, text.size());
+}
+
+// Copies the lines into the buffer: each line that fits with two characters to spare, then as
+// much of the next as fits, each with its terminator, then the final zero. A result that fills
+// the buffer counts as cut short. The narrow form also clears the last two characters of a
+// cut-short buffer and writes two zeros for an empty section.
+template <class C>
+DWORD CopyLines(const std::vector<std::basic_string<C>>& lines, C* buffer, DWORD size)
+{
+    constexpr bool narrow = sizeof(C) == 1;
+    size_t at = 0, room = size;
+    bool cut = false;
+    for (const auto& line : lines) {
+        if (room <= 2) {
+            cut = true;
+            break;
+        }
+        size_t count = Fitting(line, room - 2);
+        std::copy_n(line.data(), count, buffer + at);
+        buffer[at + count] = 0;
+        at += count + 1;
+        room -= count + 1;
+        if (count < line.size()) {
+            cut = true;
+            break;
+        }
+    }
+    buffer[at] = 0;
+    if (cut || at + 1 >= size) {
+        if (!narrow)
+            return size - 2;
+        if (size < 2)
+            return 0;
+        std::fill(buffer + at, buffer + size, C(0));
+        return size - 2;
+    }
+    if (narrow && at == 0)
+        buffer[1] = 0;
+    return static_cast<DWORD>(at);
+}
+
+template <class C>
+DWORD NotFound(C* buffer, DWORD size, bool twoZeros)
+{
+    buffer[0] = 0;
+    if (size >= 2 && twoZeros)
+        buffer[1] = 0;
+    return 0;
+}
+
+}  // namespace
+
+DWORD GetPrivateProfileSectionA(const char* lpAppName, char* lpReturnedString, DWORD nSize,
+                                const char* lpFileName)
+{
+    if (lpAppName == nullptr || lpReturnedString == nullptr || nSize == 0)
+        return 0;
+    FileText file = ReadFileText(lpFileName);
+    if (!file.exists)
+        return NotFound(lpReturnedString, nSize, true);
+    std::vector<std::string> lines;
+    if (file.wide) {
+        std::u16string want = DecodeUtf8(lpAppName);
+        std::vector<std::u16string> wideLines;
+        auto match = [&](std::u16string_view name) { return SameName<char16_t>(name, want); };
+        if (!ReadSection<char16_t>(file.units, !file.empty, match, wideLines))
+            return NotFound(lpReturnedString, nSize, true);
+        for (const auto& line : wideLines)
+            lines.push_back(EncodeUtf8(line));
+    } else {
+        std::string_view want = lpAppName;
+        auto match = [&](std::string_view name) { return SameName(name, want); };
+        if (!ReadSection<char>(file.bytes, !file.empty, match, lines))
+            return NotFound(lpReturnedString, nSize, true);
+    }
+    return CopyLines(lines, lpReturnedString, nSize);
+}
+
+DWORD GetPrivateProfileSectionW(const WCHAR* lpAppName, WCHAR* lpReturnedString, DWORD nSize,
+                                const WCHAR* lpFileName)
+{
+    if (lpAppName == nullptr || lpReturnedString == nullptr || nSize == 0)
+        return 0;
+    std::string path = lpFileName == nullptr ? std::string() : EncodeUtf8(lpFileName);
+    FileText file = ReadFileText(lpFileName == nullptr ? nullptr : path.c_str());
+    if (!file.exists)
+        return NotFound(lpReturnedString, nSize, file.fileNotFound);
+    std::u16string_view want = lpAppName;
+    auto match = [&](std::u16string_view name) { return SameName(name, want); };
+    std::vector<std::u16string> lines;
+    if (file.wide) {
+        if (!ReadSection<char16_t>(file.units, !file.empty, match, lines))
+            return NotFound(lpReturnedString, nSize, true);
+    } else {
+        std::vector<std::string> narrowLines;
+        auto decoded = [&](std::string_view name) { return match(DecodeUtf8(name)); };
+        if (!ReadSection<char>(file.bytes, !file.empty, decoded, narrowLines))
+            return NotFound(lpReturnedString, nSize, true);
+        for (const auto& line : narrowLines)
+            lines.push_back(DecodeUtf8(line));
+    }
+    return CopyLines(lines, lpReturnedString, nSize);
+}
