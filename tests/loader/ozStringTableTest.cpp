@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "loader/ozStringTable.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+TEST(StringTableTest, HashDoublesAndMixesInSignedBytes)
+{
+    EXPECT_EQ(ozStringTable::Hash(""), 0u);
+    EXPECT_EQ(ozStringTable::Hash("A"), 65u);                  // 0 * 2 ^ 65
+    EXPECT_EQ(ozStringTable::Hash("AB"), (130u ^ 66u) % 100);  // 65 * 2 ^ 66
+    EXPECT_EQ(ozStringTable::Hash("\xff"), 1u);                // -1, negated
+    // Long names overflow into every bit, the sign bit included, without leaving the table.
+    std::string longName(300, 'Z');
+    EXPECT_LT(ozStringTable::Hash(longName.c_str()), ozStringTable::BucketCount);
+}
+
+TEST(StringTableTest, SectionLinesFollowTheNameContinuationAndQuoteRules)
+{
+    ozStringTable table;
+    const std::string section =
+        "appName=Sample\0"
+        "Quoted=\"abc\"\0"
+        "TwoQuotes=\"\"\0"
+        "Trailing=abc\"\0"
+        "Inner=\"say \"hi\" now\"\0"
+        "Open=\"abc\0"
+        "Long=first part \\\0"
+        "second=part \\\0"
+        "after=continuation\0"
+        "NoEquals\0"
+        "Empty=\0"
+        "appname=Second definition\0"
+        "\0"s;
+    ASSERT_TRUE(table.AddSection(section.c_str()));
+    const struct {
+        const char* name;
+        const char* value;
+    } expected[] = {
+        {"APPNAME", "Sample"},  // upper-cased, first definition wins
+        {"QUOTED", "abc"},
+        {"TWOQUOTES", "\""},          // the closing quote is the first character: kept
+        {"TRAILING", "abc\""},        // no opening quote: quotes stay
+        {"INNER", "say \"hi\" now"},  // cut at the last quote only
+        {"OPEN", "abc"},
+        {"LONG", "first part second=part \\"},  // the next line, whole and as it is
+        {"AFTER", "continuation"},
+        {"NOEQUALS", ""},
+        {"EMPTY", ""},
+    };
+    for (const auto& entry : expected) {
+        const char* value = table.Find(entry.name);
+        ASSERT_NE(value, nullptr) << entry.name;
+        EXPECT_STREQ(value, entry.value) << entry.name;
+    }
+    EXPECT_EQ(table.Find("SECOND"), nullptr);   // consumed as a continuation
+    EXPECT_EQ(table.Find("appName"), nullptr);  // lookups are exact
+    EXPECT_EQ(table.Count(), 10u);
+}
+
+TEST(StringTableTest, FirstDefinitionWinsAcrossSections)
+{
+    ozStringTable table;
+    ASSERT_TRUE(table.AddSection("Cat=First\0\0"));
+    ASSERT_TRUE(table.AddSection("CAT=Second\0Other=x\0\0"));
+    EXPECT_STREQ(table.Find("CAT"), "First");
+    EXPECT_STREQ(table.Find("OTHER"), "x");
+    EXPECT_FALSE(table.Insert("CAT", "third"));
+    EXPECT_FALSE(table.Insert(nullptr, "x"));
+    EXPECT_TRUE(table.AddSection(nullptr));
+    EXPECT_TRUE(table.AddSection("\0"));
+}
+
+TEST(StringTableTest, ManyNamesShareBuckets)
+{
+    ozStringTable table;
+    for (int i = 0; i < 5000; ++i) {
+        std::string name = "NAME" + std::to_string(i);
+        ASSERT_TRUE(table.Insert(name.c_str(), std::to_string(i).c_str()));
+    }
+    for (int i = 0; i < 5000; i += 499)
+        EXPECT_EQ(table.Find(("NAME" + std::to_string(i)).c_str()), std::to_string(i));
+}
+
+}  // namespace
