@@ -19,6 +19,7 @@
 #include <utility>
 #include <vector>
 
+#include "ozUtf8.h"
 #include "platform/ozRegistryApi.h"
 
 namespace {
@@ -494,41 +495,15 @@ bool IsStringType(DWORD type)
     return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
 }
 
-// UTF-16LE to UTF-8, unit by unit (zero units included); a string lacking its terminator
-// gets one. Unpaired surrogates become U+FFFD.
+// UTF-16LE data to UTF-8, unit by unit (zero units included); a string lacking its terminator
+// gets one.
 std::string NarrowText(const char* bytes, size_t size)
 {
-    std::string text;
-    size_t units = size / 2;
-    auto unitAt = [&](size_t i) {
-        return static_cast<unsigned>(static_cast<unsigned char>(bytes[2 * i])) |
-               static_cast<unsigned>(static_cast<unsigned char>(bytes[2 * i + 1])) << 8;
-    };
-    for (size_t i = 0; i < units; ++i) {
-        unsigned code = unitAt(i);
-        if (code >= 0xD800 && code <= 0xDBFF && i + 1 < units && unitAt(i + 1) >= 0xDC00 &&
-            unitAt(i + 1) <= 0xDFFF) {
-            code = 0x10000 + ((code - 0xD800) << 10) + (unitAt(i + 1) - 0xDC00);
-            ++i;
-        } else if (code >= 0xD800 && code <= 0xDFFF) {
-            code = 0xFFFD;
-        }
-        if (code < 0x80) {
-            text.push_back(static_cast<char>(code));
-        } else if (code < 0x800) {
-            text.push_back(static_cast<char>(0xC0 | code >> 6));
-            text.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-        } else if (code < 0x10000) {
-            text.push_back(static_cast<char>(0xE0 | code >> 12));
-            text.push_back(static_cast<char>(0x80 | (code >> 6 & 0x3F)));
-            text.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-        } else {
-            text.push_back(static_cast<char>(0xF0 | code >> 18));
-            text.push_back(static_cast<char>(0x80 | (code >> 12 & 0x3F)));
-            text.push_back(static_cast<char>(0x80 | (code >> 6 & 0x3F)));
-            text.push_back(static_cast<char>(0x80 | (code & 0x3F)));
-        }
-    }
+    std::u16string units(size / 2, u'\0');
+    for (size_t i = 0; i < units.size(); ++i)
+        units[i] = static_cast<char16_t>(static_cast<unsigned char>(bytes[2 * i]) |
+                                         static_cast<unsigned char>(bytes[2 * i + 1]) << 8);
+    std::string text = ozEncodeUtf8(units);
     if (text.empty() || text.back() != '\0')
         text.push_back('\0');
     return text;

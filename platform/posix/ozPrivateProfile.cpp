@@ -1,6 +1,8 @@
 // The private-profile section reader over .ini files (rules in docs/private-profile.md).
 #include "platform/ozPrivateProfile.h"
 
+#include "ozUtf8.h"
+
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -13,106 +15,6 @@
 #include <vector>
 
 namespace {
-
-constexpr char16_t kReplacement = 0xFFFD;
-
-// Decodes UTF-8 into UTF-16. Each malformed piece becomes one U+FFFD: a byte that cannot start
-// a sequence, a lead byte whose second byte is a continuation byte outside the range that lead
-// allows (the two together), or a sequence cut short (its lead and continuation bytes).
-std::u16string DecodeUtf8(std::string_view text)
-{
-    std::u16string out;
-    out.reserve(text.size());
-    size_t i = 0;
-    while (i < text.size()) {
-        unsigned char lead = static_cast<unsigned char>(text[i]);
-        if (lead < 0x80) {
-            out += static_cast<char16_t>(lead);
-            ++i;
-            continue;
-        }
-        int need = 0;
-        char32_t code = 0;
-        unsigned char low = 0x80, high = 0xBF;
-        if (lead >= 0xC2 && lead <= 0xDF) {
-            need = 1;
-            code = lead & 0x1F;
-        } else if (lead >= 0xE0 && lead <= 0xEF) {
-            need = 2;
-            code = lead & 0x0F;
-            low = lead == 0xE0 ? 0xA0 : 0x80;
-            high = lead == 0xED ? 0x9F : 0xBF;
-        } else if (lead >= 0xF0 && lead <= 0xF4) {
-            need = 3;
-            code = lead & 0x07;
-            low = lead == 0xF0 ? 0x90 : 0x80;
-            high = lead == 0xF4 ? 0x8F : 0xBF;
-        } else {
-            out += kReplacement;
-            ++i;
-            continue;
-        }
-        size_t next = i + 1;
-        int have = 0;
-        bool broken = false;
-        while (have < need && next < text.size()) {
-            unsigned char byte = static_cast<unsigned char>(text[next]);
-            if (byte < 0x80 || byte > 0xBF)
-                break;
-            ++next;
-            if (have == 0 && (byte < low || byte > high)) {
-                broken = true;
-                break;
-            }
-            code = (code << 6) | (byte & 0x3F);
-            ++have;
-        }
-        i = next;
-        if (broken || have < need) {
-            out += kReplacement;
-        } else if (code >= 0x10000) {
-            code -= 0x10000;
-            out += static_cast<char16_t>(0xD800 + (code >> 10));
-            out += static_cast<char16_t>(0xDC00 + (code & 0x3FF));
-        } else {
-            out += static_cast<char16_t>(code);
-        }
-    }
-    return out;
-}
-
-// Encodes UTF-16 as UTF-8; a lone surrogate becomes U+FFFD.
-std::string EncodeUtf8(std::u16string_view text)
-{
-    std::string out;
-    out.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        char32_t code = text[i];
-        if (code >= 0xD800 && code <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] <= 0xDFFF) {
-            code = 0x10000 + ((code - 0xD800) << 10) + (text[i + 1] - 0xDC00);
-            ++i;
-        } else if (code >= 0xD800 && code <= 0xDFFF) {
-            code = kReplacement;
-        }
-        if (code < 0x80) {
-            out += static_cast<char>(code);
-        } else if (code < 0x800) {
-            out += static_cast<char>(0xC0 | (code >> 6));
-            out += static_cast<char>(0x80 | (code & 0x3F));
-        } else if (code < 0x10000) {
-            out += static_cast<char>(0xE0 | (code >> 12));
-            out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (code & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (code >> 18));
-            out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (code & 0x3F));
-        }
-    }
-    return out;
-}
 
 template <class C>
 bool IsBlank(C c)
@@ -335,13 +237,13 @@ DWORD GetPrivateProfileSectionA(const char* lpAppName, char* lpReturnedString, D
         return NotFound(lpReturnedString, nSize, true);
     std::vector<std::string> lines;
     if (file.wide) {
-        std::u16string want = DecodeUtf8(lpAppName);
+        std::u16string want = ozDecodeUtf8(lpAppName);
         std::vector<std::u16string> wideLines;
         auto match = [&](std::u16string_view name) { return SameName<char16_t>(name, want); };
         if (!ReadSection<char16_t>(file.units, !file.empty, match, wideLines))
             return NotFound(lpReturnedString, nSize, true);
         for (const auto& line : wideLines)
-            lines.push_back(EncodeUtf8(line));
+            lines.push_back(ozEncodeUtf8(line));
     } else {
         std::string_view want = lpAppName;
         auto match = [&](std::string_view name) { return SameName(name, want); };
@@ -356,7 +258,7 @@ DWORD GetPrivateProfileSectionW(const WCHAR* lpAppName, WCHAR* lpReturnedString,
 {
     if (lpAppName == nullptr || lpReturnedString == nullptr || nSize == 0)
         return 0;
-    std::string path = lpFileName == nullptr ? std::string() : EncodeUtf8(lpFileName);
+    std::string path = lpFileName == nullptr ? std::string() : ozEncodeUtf8(lpFileName);
     FileText file = ReadFileText(lpFileName == nullptr ? nullptr : path.c_str());
     if (!file.exists)
         return NotFound(lpReturnedString, nSize, file.fileNotFound);
@@ -368,11 +270,11 @@ DWORD GetPrivateProfileSectionW(const WCHAR* lpAppName, WCHAR* lpReturnedString,
             return NotFound(lpReturnedString, nSize, true);
     } else {
         std::vector<std::string> narrowLines;
-        auto decoded = [&](std::string_view name) { return match(DecodeUtf8(name)); };
+        auto decoded = [&](std::string_view name) { return match(ozDecodeUtf8(name)); };
         if (!ReadSection<char>(file.bytes, !file.empty, decoded, narrowLines))
             return NotFound(lpReturnedString, nSize, true);
         for (const auto& line : narrowLines)
-            lines.push_back(DecodeUtf8(line));
+            lines.push_back(ozDecodeUtf8(line));
     }
     return CopyLines(lines, lpReturnedString, nSize);
 }
