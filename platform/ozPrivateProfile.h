@@ -4,9 +4,9 @@
 #pragma once
 
 #include "ozRegistryApi.h"
+#include "ozTextConversion.h"
 
 #ifndef _WIN32
-typedef char16_t WCHAR;
 
 // Copies the lines of section `lpAppName` (matched without regard to ASCII case) of the file
 // `lpFileName` into `lpReturnedString` as zero-terminated strings followed by one more zero, and

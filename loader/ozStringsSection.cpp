@@ -1,0 +1,61 @@
+#include "ozStringsSection.h"
+
+#include <cstdio>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "platform/ozPrivateProfile.h"
+#include "platform/ozTextConversion.h"
+
+namespace {
+
+bool Fail(int* errorNumber, int number)
+{
+    if (errorNumber != nullptr)
+        *errorNumber = number;
+    return false;
+}
+
+}  // namespace
+
+bool ozReadStringsSection(const char* file, ozStringTable& table, int* errorNumber)
+{
+    std::unique_ptr<FILE, int (*)(FILE*)> stream(file != nullptr ? std::fopen(file, "rb") : nullptr,
+                                                 std::fclose);
+    if (stream == nullptr)
+        return Fail(errorNumber, StringsErrorCannotOpen);
+    unsigned char mark[2] = {0, 0};
+    bool unicode = std::fread(mark, 1, 2, stream.get()) == 2 && mark[0] >= 0xFE && mark[1] >= 0xFE;
+    if (std::fseek(stream.get(), 0, SEEK_END) != 0)
+        return Fail(errorNumber, StringsErrorCannotOpen);
+    long size = std::ftell(stream.get());
+    stream.reset();
+    // The section cannot hold more characters than the file; two more for the terminators.
+    if (size < 0 || size > 0x7FFFFFF0)
+        return Fail(errorNumber, StringsErrorCannotOpen);
+    DWORD capacity = static_cast<DWORD>(size) + 2;
+
+    try {
+        std::string lines;
+        if (unicode) {
+            std::vector<WCHAR> buffer(capacity, WCHAR{0});
+            std::basic_string<WCHAR> section = ozWideText("strings");
+            std::basic_string<WCHAR> wideFile = ozWideText(file);
+            DWORD length = GetPrivateProfileSectionW(section.c_str(), buffer.data(), capacity,
+                                                     wideFile.c_str());
+            lines = ozNarrowText(buffer.data(), static_cast<size_t>(length) + 1);
+        } else {
+            std::vector<char> buffer(capacity, '\0');
+            DWORD length = GetPrivateProfileSectionA("strings", buffer.data(), capacity, file);
+            lines.assign(buffer.data(), static_cast<size_t>(length) + 1);
+        }
+        lines.push_back('\0');  // the list always ends in an empty line
+        if (!table.AddSection(lines.c_str()))
+            return Fail(errorNumber, StringsErrorOutOfMemory);
+    } catch (const std::bad_alloc&) {
+        return Fail(errorNumber, StringsErrorOutOfMemory);
+    }
+    return true;
+}
