@@ -528,6 +528,19 @@ LONG Guarded(Function function)
     }
 }
 
+// Runs function on the open key behind hKey (a predefined key is opened on the local
+// machine), guarded as Guarded does; an unknown handle gives its error without the call.
+template <class Function>
+LONG OnKey(HKEY hKey, Function function)
+{
+    return Guarded([&] {
+        OpenKey scratch;
+        LONG error = ERROR_SUCCESS;
+        OpenKey* key = Resolve(hKey, scratch, &error);
+        return key != nullptr ? static_cast<LONG>(function(key)) : error;
+    });
+}
+
 }  // namespace
 
 bool ozRegistryUseLocalMachine(const char* folder, const char* user)
@@ -566,14 +579,9 @@ LONG RegOpenKeyExA(HKEY hKey, const char* lpSubKey, DWORD, REGSAM samDesired, HK
                                0x40000 | 0x80000;  // DELETE, WRITE_DAC, WRITE_OWNER
     if ((samDesired & writeAccess) != 0)
         return ERROR_ACCESS_DENIED;
-    return Guarded([&] {
-        OpenKey scratch;
-        LONG error = ERROR_SUCCESS;
-        OpenKey* base = Resolve(hKey, scratch, &error);
-        if (base == nullptr)
-            return error;
+    return OnKey(hKey, [&](OpenKey* base) {
         OpenKey opened;
-        error = OpenPath(*base, lpSubKey != nullptr ? lpSubKey : "", opened);
+        LONG error = OpenPath(*base, lpSubKey != nullptr ? lpSubKey : "", opened);
         if (error == ERROR_SUCCESS)
             *phkResult = Keep(std::move(opened));
         return error;
@@ -585,14 +593,11 @@ LONG RegQueryInfoKeyA(HKEY hKey, char* lpClass, DWORD* lpcchClass, DWORD*, DWORD
                       DWORD* lpcbMaxValueNameLen, DWORD* lpcbMaxValueLen,
                       DWORD* lpcbSecurityDescriptor, FILETIME* lpftLastWriteTime)
 {
-    return Guarded([&] {
-        OpenKey scratch;
-        LONG error = ERROR_SUCCESS;
-        OpenKey* key = Resolve(hKey, scratch, &error);
-        if (key == nullptr)
-            return error;
-        if ((error = key->ReadSubKeys()) != ERROR_SUCCESS ||
-            (error = key->ReadValues()) != ERROR_SUCCESS)
+    return OnKey(hKey, [&](OpenKey* key) {
+        LONG error = key->ReadSubKeys();
+        if (error == ERROR_SUCCESS)
+            error = key->ReadValues();
+        if (error != ERROR_SUCCESS)
             return error;
         size_t longestSubKey = 0;
         for (const std::string& name : key->subKeyNames)
@@ -639,13 +644,8 @@ LONG RegEnumKeyExA(HKEY hKey, DWORD dwIndex, char* lpName, DWORD* lpcchName, DWO
 {
     if (lpName == nullptr || lpcchName == nullptr)
         return ERROR_INVALID_PARAMETER;
-    return Guarded([&] {
-        OpenKey scratch;
-        LONG error = ERROR_SUCCESS;
-        OpenKey* key = Resolve(hKey, scratch, &error);
-        if (key == nullptr)
-            return error;
-        if ((error = key->ReadSubKeys()) != ERROR_SUCCESS)
+    return OnKey(hKey, [&](OpenKey* key) {
+        if (LONG error = key->ReadSubKeys(); error != ERROR_SUCCESS)
             return error;
         if (dwIndex >= key->subKeyNames.size())
             return static_cast<LONG>(ERROR_NO_MORE_ITEMS);
@@ -670,13 +670,8 @@ LONG RegEnumValueA(HKEY hKey, DWORD dwIndex, char* lpValueName, DWORD* lpcchValu
 {
     if (lpValueName == nullptr || lpcchValueName == nullptr || (lpData != nullptr && !lpcbData))
         return ERROR_INVALID_PARAMETER;
-    return Guarded([&] {
-        OpenKey scratch;
-        LONG error = ERROR_SUCCESS;
-        OpenKey* key = Resolve(hKey, scratch, &error);
-        if (key == nullptr)
-            return error;
-        if ((error = key->ReadValues()) != ERROR_SUCCESS)
+    return OnKey(hKey, [&](OpenKey* key) {
+        if (LONG error = key->ReadValues(); error != ERROR_SUCCESS)
             return error;
         if (dwIndex >= key->valueHandles.size())
             return static_cast<LONG>(ERROR_NO_MORE_ITEMS);
