@@ -1,7 +1,5 @@
 #include "ozADMActionList.h"
 
-#include <cstring>
-
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"

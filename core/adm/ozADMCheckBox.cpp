@@ -52,12 +52,10 @@ bool ozADMCheckBox::SetDefault()
 
 tSYNCSTATE ozADMCheckBox::Sync()
 {
-    ozADMCtrl::Sync();
-    if (Key() == nullptr || ValueName() == nullptr)
-        return SyncFailed;
-    ozRegValue* value = HasOwnValue();
+    tSYNCSTATE early = SyncNeutral;
+    ozRegValue* value = SyncOwnValue(&early);
     if (value == nullptr)
-        return SyncConflict;
+        return early;
     // A state whose action list is not fully in the registry was not set by this template,
     // so it cannot speak for the policy.
     if (m_valueOn.IsEqualWith(*value)) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/registry/ozRegTree.h"
+#include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "core/tree/ozOwnedText.h"
 #include "ozADMPolicy.h"
@@ -138,11 +139,22 @@ ozRegValue* ozADMCtrl::FindOwnValue() const
     return m_key->FindValue(m_valueName.get());
 }
 
-ozRegValue* ozADMCtrl::HasOwnValue() const
+ozRegValue* ozADMCtrl::SyncOwnValue(tSYNCSTATE* early)
 {
-    if (m_key == nullptr || m_valueName == nullptr)
+    ozADMCtrl::Sync();
+    if (m_key == nullptr || m_valueName == nullptr) {
+        *early = SyncFailed;
         return nullptr;
-    return m_key->HasValue(m_valueName.get());
+    }
+    ozRegValue* value = m_key->HasValue(m_valueName.get());
+    if (value == nullptr)
+        *early = SyncConflict;
+    return value;
+}
+
+tSYNCSTATE ozADMCtrl::NotAnInsert(const ozRegValue& value)
+{
+    return value.IsDelete() ? SyncDisabled : SyncConflict;
 }
 
 bool ozADMCtrl::AddEntry(const ozADMValue& value, CCollection<ozADMRegEntry>& collection,

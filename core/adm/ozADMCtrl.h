@@ -91,8 +91,12 @@ protected:
     ozRegValue* FindOwnValue() const;
     bool AddEntry(const ozADMValue& value, CCollection<ozADMRegEntry>& collection,
                   bool expand) const;
-    // The value (not created), or null.
-    ozRegValue* HasOwnValue() const;
+    // The first steps every part with a value name syncs by: the base rule, then the value
+    // looked up without creating it. Returns the value, or null with *early set to what the
+    // sync reports: 0 without key or value name, 3 when the value is missing.
+    ozRegValue* SyncOwnValue(tSYNCSTATE* early);
+    // What a value that is no insert says: 2 when it is marked for deletion, else 3.
+    static tSYNCSTATE NotAnInsert(const ozRegValue& value);
 
 private:
     unsigned long m_ctrlType;

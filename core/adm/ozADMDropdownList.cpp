@@ -54,14 +54,12 @@ bool ozADMDropdownList::SetDefault()
 
 tSYNCSTATE ozADMDropdownList::Sync()
 {
-    ozADMCtrl::Sync();
-    if (Key() == nullptr || ValueName() == nullptr)
-        return SyncFailed;
-    ozRegValue* value = HasOwnValue();
+    tSYNCSTATE early = SyncNeutral;
+    ozRegValue* value = SyncOwnValue(&early);
     if (value == nullptr)
-        return SyncConflict;
+        return early;
     if (!value->IsInsert())
-        return value->IsDelete() ? SyncDisabled : SyncConflict;
+        return NotAnInsert(*value);
     // Several items may stand for the same value and differ in their action lists: the last
     // one whose action list is fully present wins. An item whose list is incomplete cannot
     // undo a match found before it.

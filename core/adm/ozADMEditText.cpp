@@ -1,29 +1,11 @@
 #include "ozADMEditText.h"
 
-#include <cstring>
 #include <string>
 
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "core/tree/ozOwnedText.h"
 #include "ozADMValue.h"
-
-namespace {
-
-// The text of a string value, up to its terminator; data read from outside need not carry
-// one, so the text never reaches beyond the value's size.
-std::string TextOf(const ozRegValue& value)
-{
-    const char* data = reinterpret_cast<const char*>(value.Data());
-    if (data == nullptr)
-        return std::string();
-    const void* terminator = std::memchr(data, 0, value.Size());
-    size_t length = terminator != nullptr ? static_cast<const char*>(terminator) - data
-                                          : static_cast<size_t>(value.Size());
-    return std::string(data, length);
-}
-
-}  // namespace
 
 ozADMEditText::ozADMEditText() : ozADMCtrl(CtrlEditText) {}
 
@@ -80,18 +62,16 @@ bool ozADMEditText::SetDefault()
 
 tSYNCSTATE ozADMEditText::Sync()
 {
-    ozADMCtrl::Sync();
-    if (Key() == nullptr || ValueName() == nullptr)
-        return SyncFailed;
-    ozRegValue* value = HasOwnValue();
+    tSYNCSTATE early = SyncNeutral;
+    ozRegValue* value = SyncOwnValue(&early);
     if (value == nullptr)
-        return SyncConflict;
+        return early;
     if (!value->IsInsert())
-        return value->IsDelete() ? SyncDisabled : SyncConflict;
+        return NotAnInsert(*value);
     // The part writes exactly one string type; the other one was not written by it.
     if (value->Type() != (m_expandable ? RegExpandSz : RegSz))
         return SyncConflict;
-    Value(TextOf(*value).c_str());
+    Value(value->DataText().c_str());
     return SyncEnabled;
 }
 

@@ -8,23 +8,6 @@
 #include "core/tree/ozOwnedText.h"
 #include "ozADMRegEntry.h"
 
-namespace {
-
-// The text of a string value, up to its terminator; data read from outside need not carry
-// one, so the text never reaches beyond the value's size.
-std::string TextOf(const ozRegValue& value)
-{
-    const char* data = reinterpret_cast<const char*>(value.Data());
-    if (data == nullptr)
-        return std::string();
-    const void* terminator = std::memchr(data, 0, value.Size());
-    size_t length = terminator != nullptr ? static_cast<const char*>(terminator) - data
-                                          : static_cast<size_t>(value.Size());
-    return std::string(data, length);
-}
-
-}  // namespace
-
 ozADMListBox::ozADMListBox() : ozADMCtrl(CtrlListBox)
 {
     // The entries are the values of the key, each under its own name; the part's value name
@@ -121,7 +104,7 @@ tSYNCSTATE ozADMListBox::Sync()
             return SyncConflict;
         auto item = std::make_unique<ozADMListItem>();
         item->Name(value->Name());
-        item->Value().SetString(TextOf(*value).c_str());
+        item->Value().SetString(value->DataText().c_str());
         if (items.Add(item.get()))
             item.release();
     }

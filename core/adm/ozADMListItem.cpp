@@ -1,7 +1,5 @@
 #include "ozADMListItem.h"
 
-#include <cstring>
-
 #include "core/tree/ozOwnedText.h"
 
 namespace {

@@ -63,14 +63,12 @@ bool ozADMNumeric::SetDefault()
 
 tSYNCSTATE ozADMNumeric::Sync()
 {
-    ozADMCtrl::Sync();
-    if (Key() == nullptr || ValueName() == nullptr)
-        return SyncFailed;
-    ozRegValue* value = HasOwnValue();
+    tSYNCSTATE early = SyncNeutral;
+    ozRegValue* value = SyncOwnValue(&early);
     if (value == nullptr)
-        return SyncConflict;
+        return early;
     if (!value->IsInsert() || value->Type() != RegDword)
-        return value->IsDelete() ? SyncDisabled : SyncConflict;
+        return NotAnInsert(*value);
     // A REG_DWORD read from outside may carry fewer than four bytes; the missing ones count
     // as zero.
     std::uint32_t number = 0;

@@ -1,6 +1,5 @@
 #include "ozADMPolicy.h"
 
-#include <cstring>
 #include <string>
 
 #include "core/registry/ozRegTree.h"

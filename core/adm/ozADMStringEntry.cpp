@@ -1,7 +1,5 @@
 #include "ozADMStringEntry.h"
 
-#include <cstring>
-
 #include "core/tree/ozOwnedText.h"
 
 ozADMStringEntry::ozADMStringEntry(const ozADMStringEntry& other)

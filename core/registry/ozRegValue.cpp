@@ -500,6 +500,17 @@ std::string ozRegValue::FormattedValue(bool second) const
     return text.get();
 }
 
+std::string ozRegValue::DataText() const
+{
+    const char* text = reinterpret_cast<const char*>(m_data.bytes.get());
+    if (text == nullptr)
+        return std::string();
+    const void* terminator = std::memchr(text, 0, m_data.size);
+    size_t length = terminator != nullptr ? static_cast<const char*>(terminator) - text
+                                          : static_cast<size_t>(m_data.size);
+    return std::string(text, length);
+}
+
 bool ozRegValue::SetFormattedData(unsigned long type, const char* text, bool second)
 {
     if (text == nullptr)

@@ -148,6 +148,9 @@ public:
 
     // The text form as a string; see FormatValue.
     std::string FormattedValue(bool second = false) const;
+    // The first datum read as text up to its first zero byte, never beyond Size(): data read
+    // from outside need not carry a terminator. Empty without data.
+    std::string DataText() const;
 
 private:
     struct Datum {
