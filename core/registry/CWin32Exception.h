@@ -17,6 +17,8 @@ public:
     const std::string& GetErrorMessage() const { return m_message; }
 
 private:
+    CWin32Exception(const std::string& where, unsigned long error, std::string message);
+
     std::string m_where;
     unsigned long m_error;
     std::string m_message;
