@@ -1,0 +1,18 @@
+// Reading a grammar file (the dialect is described in docs/grammar.md) into an ozGrammar.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "ozGrammar.h"
+
+struct ozGrammarError {
+    std::string message;
+    unsigned line = 0, column = 0;
+};
+
+// Reads text, the contents of a grammar file, into grammar and completes it. False with the
+// reason and its line and column in *error for text that is not a well-formed grammar: a
+// syntax error, a rule defined twice or called but never defined, an unknown token class, a
+// keyword that is not a word, nesting too deep, or left recursion.
+bool ozReadGrammar(std::string_view text, ozGrammar& grammar, ozGrammarError* error);

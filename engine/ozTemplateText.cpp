@@ -1,0 +1,68 @@
+#include "ozTemplateText.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "platform/ozTextConversion.h"
+
+namespace {
+
+struct FileCloser {
+    void operator()(FILE* file) const { fclose(file); }
+};
+
+bool ReadBytes(const char* file, std::string& bytes, std::string* error)
+{
+    std::unique_ptr<FILE, FileCloser> stream(fopen(file, "rb"));
+    if (!stream) {
+        *error = std::string("cannot open \"") + file + "\": " + strerror(errno);
+        return false;
+    }
+    bytes.clear();
+    char chunk[65536];
+    size_t got;
+    while ((got = fread(chunk, 1, sizeof chunk, stream.get())) > 0)
+        bytes.append(chunk, got);
+    if (ferror(stream.get())) {
+        *error = std::string("cannot read \"") + file + "\"";
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool ozReadTemplateText(const char* file, std::string& text, std::string* error)
+{
+    std::string bytes;
+    if (!ReadBytes(file, bytes, error))
+        return false;
+    auto startsWith = [&](const char* mark) { return bytes.compare(0, strlen(mark), mark) == 0; };
+    if (startsWith("\xFF\xFE")) {
+        size_t byteCount = bytes.size() - 2;
+        if (byteCount % 2 != 0) {
+            *error = "UTF-16 text of an odd number of bytes";
+            return false;
+        }
+        std::basic_string<WCHAR> wide(byteCount / 2, WCHAR{0});
+        const auto* data = reinterpret_cast<const unsigned char*>(bytes.data()) + 2;
+        for (size_t i = 0; i < wide.size(); ++i)
+            wide[i] = static_cast<WCHAR>(data[2 * i] | (data[2 * i + 1] << 8));
+        text = ozNarrowText(wide.data(), wide.size());
+        if (text.empty() && !wide.empty()) {
+            *error = "UTF-16 text that cannot be converted";
+            return false;
+        }
+        return true;
+    }
+    if (startsWith("\xFE\xFF")) {
+        *error = "UTF-16 big-endian text is not supported; save the file as UTF-16 little-endian";
+        return false;
+    }
+    if (startsWith("\xEF\xBB\xBF"))
+        bytes.erase(0, 3);
+    text = std::move(bytes);
+    return true;
+}
