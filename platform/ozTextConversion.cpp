@@ -15,15 +15,13 @@ std::basic_string<WCHAR> ozWideText(const char* text)
 
 std::string ozNarrowText(const WCHAR* text, size_t length)
 {
-    if (text == nullptr || length == 0 || length > 0x7FFFFFFF)
+    // One conversion into room for the longest result: three bytes per UTF-16 unit at most.
+    if (text == nullptr || length == 0 || length > 0x7FFFFFFF / 3)
         return {};
     int units = static_cast<int>(length);
-    int needed = WideCharToMultiByte(CP_ACP, 0, text, units, nullptr, 0, nullptr, nullptr);
-    if (needed <= 0)
-        return {};
-    std::string narrow(static_cast<size_t>(needed), '\0');
+    std::string narrow(length * 3, '\0');
     int written =
-        WideCharToMultiByte(CP_ACP, 0, text, units, narrow.data(), needed, nullptr, nullptr);
+        WideCharToMultiByte(CP_ACP, 0, text, units, narrow.data(), units * 3, nullptr, nullptr);
     narrow.resize(written > 0 ? static_cast<size_t>(written) : 0);
     return narrow;
 }

@@ -70,10 +70,16 @@ std::u16string ozDecodeUtf8(std::string_view text)
 
 std::string ozEncodeUtf8(std::u16string_view text)
 {
-    std::string out;
-    out.reserve(text.size());
+    // Three bytes at most per unit (a pair of surrogates gives four), written in place.
+    std::string out(text.size() * 3, '\0');
+    char* next = out.data();
+    auto put = [&next](unsigned value) { *next++ = static_cast<char>(value); };
     for (size_t i = 0; i < text.size(); ++i) {
         char32_t code = text[i];
+        if (code < 0x80) {
+            put(code);
+            continue;
+        }
         if (code >= 0xD800 && code <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
             text[i + 1] <= 0xDFFF) {
             code = 0x10000 + ((code - 0xD800) << 10) + (text[i + 1] - 0xDC00);
@@ -81,21 +87,20 @@ std::string ozEncodeUtf8(std::u16string_view text)
         } else if (code >= 0xD800 && code <= 0xDFFF) {
             code = kReplacement;
         }
-        if (code < 0x80) {
-            out += static_cast<char>(code);
-        } else if (code < 0x800) {
-            out += static_cast<char>(0xC0 | (code >> 6));
-            out += static_cast<char>(0x80 | (code & 0x3F));
+        if (code < 0x800) {
+            put(0xC0 | (code >> 6));
+            put(0x80 | (code & 0x3F));
         } else if (code < 0x10000) {
-            out += static_cast<char>(0xE0 | (code >> 12));
-            out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (code & 0x3F));
+            put(0xE0 | (code >> 12));
+            put(0x80 | ((code >> 6) & 0x3F));
+            put(0x80 | (code & 0x3F));
         } else {
-            out += static_cast<char>(0xF0 | (code >> 18));
-            out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (code & 0x3F));
+            put(0xF0 | (code >> 18));
+            put(0x80 | ((code >> 12) & 0x3F));
+            put(0x80 | ((code >> 6) & 0x3F));
+            put(0x80 | (code & 0x3F));
         }
     }
+    out.resize(static_cast<size_t>(next - out.data()));
     return out;
 }
