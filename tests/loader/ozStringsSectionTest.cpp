@@ -8,6 +8,7 @@
 
 #include "loader/ozStringsSection.h"
 #include "platform/ozTextConversion.h"
+#include "tests/support/ozTestFiles.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ protected:
         return bytes;
     }
 
-    std::string path = (std::filesystem::temp_directory_path() / "ozadm-strings-test.adm").string();
+    std::string path = ozTestFilePath("ozadm-strings-test.adm");
     ozStringTable table;
 };
 

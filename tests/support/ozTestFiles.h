@@ -5,11 +5,28 @@
 #include <fstream>
 #include <string>
 
+#if defined(_WIN32)
+#include <process.h>
+#define OZ_TEST_PROCESS_ID _getpid()
+#else
+#include <unistd.h>
+#define OZ_TEST_PROCESS_ID getpid()
+#endif
+
+// A path in the temporary folder for name, of this process alone: the test cases of one
+// executable run as parallel processes.
+inline std::string ozTestFilePath(const std::string& name)
+{
+    return (std::filesystem::temp_directory_path() /
+            (std::to_string(OZ_TEST_PROCESS_ID) + "-" + name))
+        .string();
+}
+
 // A file in the temporary folder, removed when the object goes.
 class ozTestFile {
 public:
     explicit ozTestFile(const std::string& name, const std::string& bytes = {})
-        : m_path((std::filesystem::temp_directory_path() / name).string())
+        : m_path(ozTestFilePath(name))
     {
         Write(bytes);
     }

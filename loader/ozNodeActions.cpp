@@ -1,0 +1,208 @@
+// The actions for classes, categories and policies: where a begun node goes in the tree, the
+// key scopes of categories and policies, and the policy's own settings.
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include "core/adm/ozADMCategory.h"
+#include "core/adm/ozADMRoot.h"
+#include "core/tree/ozOwnedText.h"
+#include "ozActionSupport.h"
+#include "ozGrammarActions.h"
+#include "ozLoadContext.h"
+
+namespace {
+
+// Places node among the top-level nodes of tree (a class) or among the children of the current
+// node (a category or policy). A sibling of the same name that is of the same kind takes the
+// new node's place: node is deleted and the sibling becomes the current node, so that a second
+// template extends what the first built. Otherwise node is added after the sibling the search
+// stopped at (the last one, one of the same name but another kind, or one without a name), or
+// as the first child. False, node deleted, when it cannot be added.
+bool MergeOrInsert(ozADMTree& tree, std::unique_ptr<ozADMNode> node, bool topLevel)
+{
+    ozTreeNode* first = topLevel ? tree.GetRoot() : tree.GetDown();
+    if (first == nullptr) {
+        if (!tree.AddBelow(node.get()))
+            return false;
+        node.release();
+        return true;
+    }
+    for (;;) {
+        const auto* sibling = static_cast<const ozADMNode*>(tree.GetCurr());
+        if (sibling->Name() == nullptr)
+            break;
+        if (std::strcmp(sibling->Name(), node->Name()) == 0) {
+            if (sibling->NodeType() == node->NodeType())
+                return true;
+            break;
+        }
+        if (tree.GetNext() == nullptr)
+            break;
+    }
+    if (!tree.AddAfter(node.get()))
+        return false;
+    node.release();
+    return true;
+}
+
+// BeginCategory and BeginPolicy: a key scope, the fetched name, the node merged or inserted.
+template <class Node>
+intptr_t BeginNamedNode(int error)
+{
+    return ozRunAction(error, [error] {
+        if (!ozOpenKeyScope())
+            return ozFail(error);
+        std::unique_ptr<char[]> name = ozFetchString();
+        if (name == nullptr)
+            return false;
+        ozADMTree* tree = ozLoadContext::Instance().Tree();
+        if (tree == nullptr)
+            return ozFail(error);
+        auto node = std::make_unique<Node>();
+        node->Name(name.get());
+        return MergeOrInsert(*tree, std::move(node), false) || ozFail(error);
+    });
+}
+
+// Runs apply on the current policy; 1102 without one. Out of memory counts as 1007.
+template <class Apply>
+intptr_t OnPolicy(Apply&& apply)
+{
+    return ozRunAction(StringsErrorOutOfMemory, [&apply] {
+        ozADMPolicy* policy = ozCurrentPolicy();
+        if (policy == nullptr)
+            return ozFail(LoadErrorNoPolicy);
+        return apply(*policy);
+    });
+}
+
+// Fetches a String and hands it to apply with the current policy.
+template <class Apply>
+intptr_t PolicyText(Apply&& apply)
+{
+    return OnPolicy([&apply](ozADMPolicy& policy) {
+        std::unique_ptr<char[]> text = ozFetchString();
+        if (text == nullptr)
+            return false;
+        apply(policy, text.get());
+        return true;
+    });
+}
+
+// Fetches a Value for the policy's ValueOn / ValueOff; 1115 described by `action` without one.
+intptr_t PolicyValue(ozADMValue& (ozADMPolicy::*target)(), const char* action)
+{
+    return OnPolicy([target, action](ozADMPolicy& policy) {
+        std::unique_ptr<ozADMValue> value = ozFetchValue();
+        if (value == nullptr)
+            return ozFail(LoadErrorNoValue, action);
+        (policy.*target)() = *value;
+        return true;
+    });
+}
+
+// Fetches an Actionlist for the policy's ActionListOn / ActionListOff, which takes it.
+intptr_t PolicyActionList(void (ozADMPolicy::*target)(ozADMActionList*))
+{
+    return OnPolicy([target](ozADMPolicy& policy) {
+        std::unique_ptr<ozADMActionList> list = ozFetchActionList();
+        if (list == nullptr)
+            return false;
+        (policy.*target)(list.release());
+        return true;
+    });
+}
+
+}  // namespace
+
+intptr_t BeginClass(intptr_t token)
+{
+    return ozRunAction(LoadErrorCreateClass, [token] {
+        ozLoadContext& context = ozLoadContext::Instance();
+        const ozEBNFToken* classToken = ozTokenOf(token);
+        ozADMTree* tree = context.Tree();
+        if (classToken == nullptr || classToken->morph == nullptr || tree == nullptr)
+            return ozFail(LoadErrorCreateClass);
+        std::unique_ptr<char[]> name = ozCopyText(classToken->morph);
+        ozUpperCaseAscii(name.get());
+        auto root = std::make_unique<ozADMRoot>();
+        root->RootType(name.get());
+        root->Name(name.get());
+        if (!MergeOrInsert(*tree, std::move(root), true))
+            return ozFail(LoadErrorInsertClass);
+        // The current node is the class root now, the new one or the one merged with.
+        context.CurrentClass(static_cast<ozADMRoot*>(tree->GetCurr())->RootType());
+        return true;
+    });
+}
+
+intptr_t BeginCategory(intptr_t)
+{
+    return BeginNamedNode<ozADMCategory>(LoadErrorCategory);
+}
+
+intptr_t EndCategory(intptr_t)
+{
+    ozCloseKeyScope();
+    ozADMTree* tree = ozLoadContext::Instance().Tree();
+    if (tree == nullptr || tree->GetUp() == nullptr)
+        return ozFail(LoadErrorEndCategory);
+    return 1;
+}
+
+intptr_t BeginPolicy(intptr_t)
+{
+    return BeginNamedNode<ozADMPolicy>(LoadErrorPolicy);
+}
+
+intptr_t PolicyValuename(intptr_t)
+{
+    return PolicyText([](ozADMPolicy& policy, const char* text) { policy.Valuename(text); });
+}
+
+intptr_t PolicyExplain(intptr_t)
+{
+    return PolicyText([](ozADMPolicy& policy, const char* text) { policy.Explain(text); });
+}
+
+intptr_t PolicyClientExt(intptr_t)
+{
+    return PolicyText([](ozADMPolicy& policy, const char* text) { policy.ClientExt(text); });
+}
+
+intptr_t PolicyValueOn(intptr_t)
+{
+    return PolicyValue(&ozADMPolicy::ValueOn, "PolicyValueOn");
+}
+
+intptr_t PolicyValueOff(intptr_t)
+{
+    return PolicyValue(&ozADMPolicy::ValueOff, "PolicyValueOff");
+}
+
+intptr_t PolicyActionlistOn(intptr_t)
+{
+    return PolicyActionList(&ozADMPolicy::ActionListOn);
+}
+
+intptr_t PolicyActionlistOff(intptr_t)
+{
+    return PolicyActionList(&ozADMPolicy::ActionListOff);
+}
+
+intptr_t EndPolicy(intptr_t)
+{
+    return ozRunAction(StringsErrorOutOfMemory, [] {
+        ozADMPolicy* policy = ozCurrentPolicy();
+        if (policy == nullptr)
+            return ozFail(LoadErrorEndPolicy);
+        const char* keyName = ozCurrentKeyName();
+        if (keyName == nullptr || *keyName == '\0')
+            return ozFail(LoadErrorNoKeyName);
+        if (!policy->RegKey(keyName))
+            return ozFail(LoadErrorBindKey);
+        ozCloseKeyScope();
+        return ozLoadContext::Instance().Tree()->GetUp() != nullptr || ozFail(LoadErrorEndPolicy);
+    });
+}

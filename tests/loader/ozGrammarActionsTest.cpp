@@ -1,0 +1,306 @@
+// The code object and the load context, and the policy tree that classes, categories, policies
+// and parts build: where nodes go, how a second template merges, and which key each one gets.
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/adm/ozADMRoot.h"
+#include "core/registry/ozSubKey.h"
+#include "ozGrammarActionFixture.h"
+
+#if defined(_WIN32)
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
+
+namespace {
+
+// The tree as text: each node's name, a category's or class's children in braces, a policy's
+// parts in brackets.
+std::string Outline(ozTreeNode* first)
+{
+    std::string text;
+    for (ozTreeNode* node = first; node != nullptr; node = node->Next()) {
+        auto* admNode = static_cast<ozADMNode*>(node);
+        text += (text.empty() ? "" : " ") + std::string(admNode->Name());
+        if (admNode->NodeType() == NodePolicy) {
+            const CCollection<ozADMCtrl>& parts = static_cast<ozADMPolicy*>(admNode)->Controls();
+            text += "[";
+            for (int position = 0; position < parts.Count(); ++position)
+                text += (position == 0 ? "" : " ") + std::string(parts.At(position)->Name());
+            text += "]";
+        } else {
+            text += "{" + Outline(node->Down()) + "}";
+        }
+    }
+    return text;
+}
+
+std::string KeyOf(ozSubKey* key)
+{
+    return key == nullptr ? "(none)" : std::to_string(key->Root()) + ":" + key->KeyPath();
+}
+
+class TreeBuildTest : public GrammarActionTest {
+protected:
+    void SetUp() override
+    {
+        GrammarActionTest::SetUp();
+        ASSERT_TRUE(Prepare());
+    }
+
+    std::string Outline() { return ::Outline(Tree().Down()); }
+
+    // A part that binds its key: PART name TEXT ... VALUENAME "" END PART.
+    void TextPart(const std::string& name, const std::string& ownKeyName = "")
+    {
+        Part(CreateText, name);
+        if (!ownKeyName.empty())
+            KeyName(ownKeyName);
+        PartValueName("");
+        Ok(EndPart(0), "END PART " + name);
+    }
+
+    // CLASS MACHINE / CATEGORY Cat (KEYNAME Software\Cat) / POLICY Pol with a part / END.
+    void SmallTemplate()
+    {
+        Class("machine");
+        Category("Cat");
+        KeyName("Software\\Cat");
+        Policy("Pol");
+        TextPart("Label");
+        Ok(EndPolicy(0), "END POLICY");
+        Ok(EndCategory(0), "END CATEGORY");
+    }
+};
+
+TEST_F(GrammarActionTest, CodeObjectIsMadeHandedOutAndLentBack)
+{
+    ASSERT_TRUE(Prepare());
+    auto* code = reinterpret_cast<tTreeCodeHandle*>(GetCodeH(0));
+    ASSERT_NE(code, nullptr);
+    EXPECT_EQ(std::vector<uint32_t>({code->kind, code->versionMajor, code->versionMinor,
+                                     code->reserved, code->modified, code->spare}),
+              std::vector<uint32_t>({0, 1, 1, 200, 0, 0}));
+    EXPECT_NE(code->tree, nullptr);
+    EXPECT_EQ(Context().Code(), nullptr) << "the context forgets what it handed out";
+    EXPECT_EQ(GetCodeH(0), 0);
+
+    EXPECT_EQ(SetCodeH(reinterpret_cast<intptr_t>(code)), 1);
+    ASSERT_TRUE(Prepare());
+    EXPECT_EQ(Context().Code(), code) << "a lent code object is read into, not replaced";
+    EXPECT_EQ(ozRecordedErrorCount(), 0);
+    // DestroyCode (in TearDown) destroys the lent code object, as the engine's destroy asks.
+}
+
+TEST_F(GrammarActionTest, MissingTemplateDestroysTheContext)
+{
+    ASSERT_TRUE(Prepare());
+    Push("left over");
+    EXPECT_EQ(PrepareCodeGeneration(reinterpret_cast<intptr_t>("/no/such/template.adm")), 0);
+    EXPECT_EQ(ozRecordedErrorCode(), StringsErrorCannotOpen);
+    EXPECT_EQ(Context().Code(), nullptr);
+    EXPECT_EQ(Context().Strings(), nullptr);
+    EXPECT_EQ(Context().Arguments(), nullptr);
+    EXPECT_EQ(Context().KeyNames(), nullptr);
+}
+
+TEST_F(GrammarActionTest, DestroyCodeFreesEverythingLeftByAnUnfinishedLoad)
+{
+    ASSERT_TRUE(Prepare("[strings]\r\nA=a\r\n"));
+    Class("USER");
+    Category("Open");
+    KeyName("Software\\Open");
+    Ok(BeginActionlist(0), "ACTIONLIST");
+    Ok(ValueDelete(0), "VALUE DELETE");
+    Push("text");
+
+    EXPECT_EQ(DestroyCode(0), 1);
+    EXPECT_EQ(Context().Code(), nullptr);
+    EXPECT_EQ(Context().Strings(), nullptr);
+    EXPECT_EQ(Context().Arguments(), nullptr);
+    EXPECT_EQ(Context().KeyNames(), nullptr);
+    // The leak checker of the sanitizer build tells whether anything was left behind.
+    EXPECT_EQ(DestroyCode(0), 1) << "destroying an empty context is harmless";
+}
+
+TEST_F(TreeBuildTest, ClassesCategoriesPoliciesAndParts)
+{
+    SmallTemplate();
+    Class("USER");
+    Category("UserCat");
+    KeyName("Software\\User");
+    Policy("UserPol");
+    TextPart("First", "Software\\Own");
+    TextPart("Second");
+    Ok(EndPolicy(0), "END POLICY");
+    Ok(EndCategory(0), "END CATEGORY");
+
+    EXPECT_EQ(Outline(), "MACHINE{Cat{Pol[Label]}} USER{UserCat{UserPol[First Second]}}");
+    EXPECT_EQ(Context().CurrentClass(), static_cast<unsigned long>(RootUser));
+
+    auto* user = static_cast<ozADMNode*>(Tree().Down()->Next());
+    auto* userPolicy = static_cast<ozADMPolicy*>(user->Down()->Down());
+    EXPECT_EQ(KeyOf(userPolicy->RegKey()), "1:Software\\User");
+    EXPECT_EQ(KeyOf(userPolicy->Controls().At(0)->Key()), "1:Software\\Own");
+    EXPECT_EQ(KeyOf(userPolicy->Controls().At(1)->Key()), "1:Software\\User")
+        << "a part without KEYNAME has its policy's key";
+    EXPECT_EQ(userPolicy->Controls().At(1)->Key(),
+              Tree().UsrTree().HasKey(HKEY_CURRENT_USER, "Software\\User"));
+    EXPECT_EQ(userPolicy->Controls().At(1)->Policy(), userPolicy);
+
+    auto* machinePolicy = static_cast<ozADMPolicy*>(Tree().Down()->Down()->Down());
+    EXPECT_EQ(machinePolicy->Controls().At(0)->Key(),
+              Tree().MacTree().HasKey(HKEY_LOCAL_MACHINE, "Software\\Cat"));
+    EXPECT_TRUE(Context().KeyNames()->Empty()) << "every scope was closed";
+}
+
+TEST_F(TreeBuildTest, SecondTemplateMergesClassesCategoriesAndPolicies)
+{
+    SmallTemplate();
+    SmallTemplate();
+    EXPECT_EQ(Outline(), "MACHINE{Cat{Pol[Label Label]}}");
+}
+
+TEST_F(TreeBuildTest, SameNameOfAnotherKindIsAddedAfterIt)
+{
+    Class("MACHINE");
+    Category("Twin");
+    KeyName("Software\\Twin");
+    Ok(EndCategory(0), "END CATEGORY");
+    Policy("Twin");
+    KeyName("Software\\Twin");
+    Ok(EndPolicy(0), "END POLICY");
+    Category("Twin");
+    Ok(EndCategory(0), "END CATEGORY");
+    EXPECT_EQ(Outline(), "MACHINE{Twin{} Twin[]}");
+}
+
+TEST_F(TreeBuildTest, PolicyKeyComesFromTheInnermostKeyName)
+{
+    Class("MACHINE");
+    Category("Outer");
+    KeyName("Software\\Outer");
+    Category("Inner");
+    Policy("Inherits");
+    Ok(EndPolicy(0), "END POLICY");
+    Policy("Own");
+    KeyName("Software\\Own");
+    Ok(EndPolicy(0), "END POLICY");
+    Policy("AfterOwn");
+    Ok(EndPolicy(0), "END POLICY");
+
+    auto* inner = Tree().GetCurr()->Down();
+    std::vector<std::string> keys;
+    for (ozTreeNode* node = inner; node != nullptr; node = node->Next())
+        keys.push_back(KeyOf(static_cast<ozADMPolicy*>(node)->RegKey()));
+    EXPECT_EQ(keys, (std::vector<std::string>{"2:Software\\Outer", "2:Software\\Own",
+                                              "2:Software\\Outer"}));
+}
+
+// Ends without their beginnings, a policy without key, a part outside a policy.
+TEST_F(TreeBuildTest, MisplacedConstructs)
+{
+    struct Case {
+        const char* what;
+        std::function<void()> setUp;
+        intptr_t (*action)(intptr_t);
+        int number;  // 0: fails without a number
+    };
+    const std::vector<Case> cases = {
+        {"END POLICY without a key name", [] { Policy("NoKey"); }, EndPolicy, LoadErrorNoKeyName},
+        {"END POLICY outside a policy", [] {}, EndPolicy, LoadErrorEndPolicy},
+        {"END CATEGORY of a class", [] {}, EndCategory, LoadErrorEndCategory},
+        {"PART outside a policy", [] { Push("Stray"); }, CreateCheckbox, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        TearDown();
+        SetUp();
+        Class("MACHINE");
+        c.setUp();
+        ozResetRecordedErrors();
+        EXPECT_EQ(c.action(0), 0);
+        EXPECT_EQ(ozRecordedErrorCode(), c.number);
+    }
+}
+
+// The engine looks the actions up by name in the module that links the loader.
+TEST(GrammarActionExportTest, EveryActionIsExportedUnderItsPlainName)
+{
+    const char* const names[] = {"PrepareCodeGeneration",
+                                 "GetCodeH",
+                                 "SetCodeH",
+                                 "DestroyCode",
+                                 "BeginClass",
+                                 "BeginCategory",
+                                 "EndCategory",
+                                 "BeginPolicy",
+                                 "PolicyValuename",
+                                 "PolicyValueOn",
+                                 "PolicyValueOff",
+                                 "PolicyActionlistOn",
+                                 "PolicyActionlistOff",
+                                 "PolicyExplain",
+                                 "PolicyClientExt",
+                                 "EndPolicy",
+                                 "CreateCheckbox",
+                                 "CreateNumeric",
+                                 "CreateEdittext",
+                                 "CreateCombobox",
+                                 "CreateText",
+                                 "CreateDropdown",
+                                 "CreateListbox",
+                                 "PartRequired",
+                                 "PartValuename",
+                                 "PartClientExt",
+                                 "EndPart",
+                                 "CheckboxChecked",
+                                 "CheckboxValueOn",
+                                 "CheckboxValueOff",
+                                 "CheckboxActionlistOn",
+                                 "CheckboxActionlistOff",
+                                 "NumericDefault",
+                                 "NumericMin",
+                                 "NumericMax",
+                                 "NumericSpin",
+                                 "NumericTxtconvert",
+                                 "ComboboxDefault",
+                                 "ComboboxMaxlen",
+                                 "ComboboxExpandable",
+                                 "ComboboxSuggestion",
+                                 "ComboboxNosort",
+                                 "DropdownAddItem",
+                                 "DropdownNosort",
+                                 "DropdownSetSel",
+                                 "ListboxValueprefix",
+                                 "ListboxExplicit",
+                                 "ListboxAdditive",
+                                 "SetKeyname",
+                                 "ValueNumeric",
+                                 "ValueString",
+                                 "ValueDelete",
+                                 "BeginActionlist",
+                                 "EndActionlist",
+                                 "ActionlistValue",
+                                 "SaveString",
+                                 "SaveMorphString",
+                                 "SaveStringFromName"};
+#if defined(_WIN32)
+    HMODULE module = GetModuleHandleA(nullptr);
+    auto find = [module](const char* name) {
+        return reinterpret_cast<void*>(GetProcAddress(module, name));
+    };
+#else
+    void* module = dlopen(nullptr, RTLD_NOW);
+    auto find = [module](const char* name) { return dlsym(module, name); };
+#endif
+    for (const char* name : names)
+        EXPECT_NE(find(name), nullptr) << name << " is not exported";
+#if !defined(_WIN32)
+    dlclose(module);
+#endif
+}
+
+}  // namespace

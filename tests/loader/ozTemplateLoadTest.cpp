@@ -1,0 +1,248 @@
+// Templates written for the tests: the constructs real templates seldom use, the [strings]
+// rules, merging, and every error a template can provoke.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "core/adm/ozADMCheckBox.h"
+#include "core/adm/ozADMComboBox.h"
+#include "core/adm/ozADMDropdownList.h"
+#include "core/adm/ozADMListBox.h"
+#include "core/adm/ozADMNumeric.h"
+#include "core/adm/ozADMPolicy.h"
+#include "core/adm/ozADMText.h"
+#include "core/registry/ozSubKey.h"
+#include "tests/support/ozTemplateLoad.h"
+#include "tests/support/ozTestFiles.h"
+
+namespace {
+
+class TemplateLoadTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(ozTemplateLoad::LoadGrammar()) << ErrorMessage(); }
+    static void TearDownTestSuite() { EBNFDestroy(); }
+
+    bool Load(const std::string& text)
+    {
+        file.Write(text);
+        return load.Load(file.Path());
+    }
+    ozADMPolicy* Policy(const char* path)
+    {
+        ozADMNode* node = load.Tree().FindNode(path);
+        return node != nullptr && node->NodeType() == NodePolicy ? static_cast<ozADMPolicy*>(node)
+                                                                 : nullptr;
+    }
+    template <class Part>
+    Part* PartAt(const char* path, int index)
+    {
+        ozADMPolicy* policy = Policy(path);
+        return policy != nullptr ? static_cast<Part*>(policy->Controls().At(index)) : nullptr;
+    }
+
+    ozTestFile file{"ozadm-template-test.adm"};
+    ozTemplateLoad load;
+};
+
+TEST_F(TemplateLoadTest, PartsAndSettingsRealTemplatesSeldomUse)
+{
+    ASSERT_TRUE(Load(R"(CLASS USER
+CATEGORY Cat
+  KEYNAME "Software\Policies\Test"
+  POLICY Pol
+    part "Combo" COMBOBOX
+      VALUENAME combo DEFAULT "two" MAXLEN 20 REQUIRED
+      SUGGESTIONS
+        one "two words" !!Ref
+      END SUGGESTIONS
+      NOSORT
+    END PART
+    PART "Label" TEXT END PART
+    PART "Check" CHECKBOX
+      KEYNAME "Software\Policies\Test\Sub"
+      VALUENAME check DEFCHECKED VALUEON "on" VALUEOFF DELETE
+    END PART
+    PART "List" LISTBOX EXPLICITVALUE ADDITIVE END PART
+    PART "Drop" DROPDOWNLIST
+      VALUENAME drop NOSORT
+      ITEMLIST
+        NAME first VALUE NUMERIC 1
+        NAME second VALUE "2" DEFAULT
+          ACTIONLIST
+            VALUENAME extra VALUE NUMERIC 7
+            KEYNAME "Software\Policies\Other"
+            VALUENAME gone VALUE DELETE
+          END ACTIONLIST
+        NAME third VALUE DELETE
+      END ITEMLIST
+    END PART
+    PART "Number" NUMERIC VALUENAME n SPIN TXTCONVERT END PART
+  END POLICY
+END CATEGORY
+[strings]
+ref=referenced
+)")) << load.Message();
+    const char* path = "USER\\Cat\\Pol";
+    ASSERT_NE(Policy(path), nullptr);
+    ASSERT_EQ(Policy(path)->Controls().Count(), 6);
+
+    auto* combo = PartAt<ozADMComboBox>(path, 0);
+    ASSERT_EQ(combo->CtrlType(), CtrlComboBox);
+    EXPECT_STREQ(combo->Default(), "two");
+    EXPECT_STREQ(combo->Value(), "two");
+    EXPECT_EQ(combo->MaxLen(), 20u);
+    EXPECT_TRUE(combo->Required());
+    EXPECT_TRUE(combo->NoSort());
+    ASSERT_EQ(combo->Suggestions().Count(), 3);
+    EXPECT_STREQ(combo->Suggestions().At(1), "two words");
+    EXPECT_STREQ(combo->Suggestions().At(2), "referenced");
+
+    auto* text = PartAt<ozADMText>(path, 1);
+    ASSERT_EQ(text->CtrlType(), CtrlText);
+    EXPECT_STREQ(text->ValueName(), "") << "a text part ends with an empty value name";
+
+    auto* check = PartAt<ozADMCheckBox>(path, 2);
+    ASSERT_EQ(check->CtrlType(), CtrlCheckBox);
+    EXPECT_TRUE(check->Checked());
+    EXPECT_TRUE(check->Default());
+    EXPECT_EQ(check->ValueOn().Type(), ozADMValue::ValueString);
+    EXPECT_EQ(check->ValueOff().Type(), ozADMValue::ValueDelete);
+    EXPECT_EQ(check->Key()->KeyPath(), "Software\\Policies\\Test\\Sub") << "its own key name";
+    EXPECT_EQ(Policy(path)->RegKey()->KeyPath(), "Software\\Policies\\Test")
+        << "a part's key name stays in the part";
+
+    auto* list = PartAt<ozADMListBox>(path, 3);
+    ASSERT_EQ(list->CtrlType(), CtrlListBox);
+    EXPECT_TRUE(list->ExplicitValue());
+    EXPECT_TRUE(list->Additive());
+
+    auto* drop = PartAt<ozADMDropdownList>(path, 4);
+    ASSERT_EQ(drop->CtrlType(), CtrlDropdownList);
+    EXPECT_TRUE(drop->NoSort());
+    ASSERT_EQ(drop->ItemList().Count(), 3);
+    EXPECT_EQ(drop->Default(), 1) << "DEFAULT selects the item it follows";
+    drop->SetDefault();
+    EXPECT_EQ(drop->Selected(), 1) << "the default selects its item once the items are there";
+    EXPECT_EQ(drop->ItemList().At(0)->ActionList(), nullptr);
+    const ozADMActionList* actions = drop->ItemList().At(1)->ActionList();
+    ASSERT_NE(actions, nullptr);
+    ASSERT_EQ(actions->Count(), 2);
+    EXPECT_EQ(actions->At(0)->RegKey()->KeyPath(), "Software\\Policies\\Test");
+    EXPECT_EQ(actions->At(1)->RegKey()->KeyPath(), "Software\\Policies\\Other")
+        << "a key name inside the list applies to the items after it";
+    EXPECT_EQ(static_cast<unsigned long>(actions->At(0)->Value()), 7u);
+    EXPECT_EQ(drop->ItemList().At(2)->Value().Type(), ozADMValue::ValueDelete);
+
+    auto* number = PartAt<ozADMNumeric>(path, 5);
+    ASSERT_EQ(number->CtrlType(), CtrlNumeric);
+    EXPECT_EQ(number->Spin(), 1) << "SPIN without a number";
+    EXPECT_TRUE(number->TxtConvert());
+}
+
+TEST_F(TemplateLoadTest, StringsSectionRules)
+{
+    ASSERT_TRUE(
+        Load("CLASS MACHINE\nCATEGORY !!cat KEYNAME k\n"
+             " POLICY !!Continued VALUENAME v END POLICY\n"
+             " POLICY !!QUOTE END POLICY\n"
+             " POLICY !!Bare END POLICY\n"
+             " POLICY !!Twice END POLICY\n"
+             "END CATEGORY\n"
+             "[Strings]\n"
+             "Cat=\"Category\"\n"
+             "continued=first \\\n"
+             "second=part\n"
+             "quote=\"\"\n"
+             "bare=abc\"\n"
+             "twice=one\n"
+             "TWICE=two\n"))
+        << load.Message();
+    EXPECT_NE(Policy("MACHINE\\Category\\first second=part"), nullptr)
+        << "a trailing backslash continues with the whole next line";
+    EXPECT_NE(Policy("MACHINE\\Category\\\""), nullptr) << "two quotes give one";
+    EXPECT_NE(Policy("MACHINE\\Category\\abc\""), nullptr) << "no leading quote keeps it";
+    EXPECT_NE(Policy("MACHINE\\Category\\one"), nullptr) << "the first definition wins";
+}
+
+TEST_F(TemplateLoadTest, SecondTemplateMergesAndKeepsEarlierStrings)
+{
+    ASSERT_TRUE(
+        Load("CLASS MACHINE\nCATEGORY c\n KEYNAME k\n POLICY !!p\n"
+             "  PART x CHECKBOX VALUENAME x END PART\n END POLICY\nEND CATEGORY\n"
+             "[strings]\np=first\n"))
+        << load.Message();
+    ozTestFile second("ozadm-template-test-2.adm",
+                      "CLASS MACHINE\nCATEGORY c\n KEYNAME k\n POLICY first\n"
+                      "  PART y CHECKBOX VALUENAME y END PART\n END POLICY\n"
+                      " POLICY !!p KEYNAME j END POLICY\nEND CATEGORY\nCLASS USER\n"
+                      "[strings]\np=second\n");
+    ASSERT_TRUE(load.Load(second.Path())) << load.Message();
+    ozADMPolicy* policy = Policy("MACHINE\\c\\first");
+    ASSERT_NE(policy, nullptr);
+    EXPECT_EQ(policy->Controls().Count(), 2) << "one policy, with the parts of all occurrences";
+    EXPECT_EQ(policy->RegKey()->KeyPath(), "j") << "the key name of the last occurrence";
+    EXPECT_EQ(load.Tree().FindNode("MACHINE\\c\\second"), nullptr);
+    EXPECT_NE(load.Tree().FindNode("USER"), nullptr);
+    EXPECT_EQ(load.Tree().Down()->Next()->Next(), nullptr) << "two classes";
+}
+
+TEST_F(TemplateLoadTest, Utf16TemplateStrings)
+{
+    file.Write(
+        ozUtf16Bytes(u"CLASS USER\r\nCATEGORY !!c\r\nKEYNAME k\r\n"
+                     u"POLICY !!p VALUENAME v END POLICY\r\nEND CATEGORY\r\n"
+                     u"[strings]\r\nc=\"Kat\u00e9gorie\"\r\np=\"\u4e2d\"\r\n"));
+    ASSERT_TRUE(load.Load(file.Path())) << load.Message();
+#if !defined(_WIN32)
+    EXPECT_NE(Policy("USER\\Kat\xc3\xa9gorie\\\xe4\xb8\xad"), nullptr);
+#else
+    EXPECT_NE(load.Tree().FindNode("USER"), nullptr);  // narrowed to the ANSI code page
+#endif
+}
+
+// Every error a template can provoke, with the line and column where it happens.
+TEST_F(TemplateLoadTest, ErrorsCarryTheirNumberAndPlace)
+{
+    const std::string head = "CLASS MACHINE\nCATEGORY c\n";
+    struct Case {
+        std::string text;
+        const char* expected;  // the message after the file name
+    } cases[] = {
+        {head + "POLICY p VALUENAME v END POLICY\nEND CATEGORY\n", ":3:26: error 1111"},
+        {head + "KEYNAME k\nPOLICY p\n PART x EDITTEXT END PART\nEND POLICY\nEND CATEGORY\n",
+         ":5:22: error 1135"},
+        {head + "KEYNAME k\nPOLICY p\n PART x LISTBOX VALUEPREFIX a EXPLICITVALUE END PART\n",
+         ":5:31: error 1132"},
+        {head + "KEYNAME k\nPOLICY p\n PART x LISTBOX EXPLICITVALUE VALUEPREFIX a END PART\n",
+         ":5:43: error 1132"},
+        {head + "POLICY !!Missing\n", ":3:8: error 1129: MISSING"},
+        {head + "KEYNAME k\nPOLICY p\n PART x NUMERIC DEFAULT x\n",
+         ":5:25: error 1004: expected a number, found \"x\""},
+        {head + "END POLICY\n", ":3:5: error 1004: expected \"CATEGORY\", found \"POLICY\""},
+        {head + "#if version >= 4\n", ":3:1: error 1005: #if without #endif"},
+        {head + "KEYNAME k\nPOLICY p VALUENAME \"v\n",
+         ":4:20: error 1004: a text in quotes is not closed"},
+    };
+    for (const Case& each : cases) {
+        EXPECT_FALSE(Load(each.text)) << each.text;
+        EXPECT_EQ(load.Message().rfind(file.Path() + std::string(each.expected), 0), 0u)
+            << "expected " << each.expected << "\n got " << load.Message();
+    }
+    EXPECT_FALSE(load.Load(file.Path() + std::string(".missing")));
+    EXPECT_NE(load.Message().find("error 1015"), std::string::npos) << load.Message();
+}
+
+TEST_F(TemplateLoadTest, FailedLoadKeepsWhatWasBuilt)
+{
+    EXPECT_FALSE(
+        Load("CLASS MACHINE\nCATEGORY c\nKEYNAME k\nPOLICY good END POLICY\n"
+             "POLICY bad\n PART x EDITTEXT END PART\n"));
+    EXPECT_NE(Policy("MACHINE\\c\\good"), nullptr);
+    ASSERT_TRUE(
+        Load("CLASS MACHINE\nCATEGORY c\nKEYNAME k\nPOLICY later END POLICY\nEND CATEGORY\n"))
+        << load.Message();
+    EXPECT_NE(Policy("MACHINE\\c\\good"), nullptr) << "the next template merges into the same tree";
+    EXPECT_NE(Policy("MACHINE\\c\\later"), nullptr);
+}
+
+}  // namespace

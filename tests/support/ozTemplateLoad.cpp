@@ -1,0 +1,52 @@
+#include "ozTemplateLoad.h"
+
+#include <filesystem>
+
+namespace {
+
+std::string PlatformPath(std::string path)
+{
+#if defined(_WIN32)
+    if (!path.empty() && path[0] == '/')
+        path = "Z:" + path;  // the Unix root as Wine shows it
+#endif
+    return path;
+}
+
+}  // namespace
+
+std::string ozSourcePath(const std::string& relative)
+{
+    return PlatformPath(std::string(OZ_SOURCE_DIR) + "/" + relative);
+}
+
+std::string ozCorpusPath(const std::string& relative)
+{
+    std::string folder = PlatformPath(OZ_CORPUS_DIR);
+    if (std::string(OZ_CORPUS_DIR).empty() || !std::filesystem::is_directory(folder))
+        return {};
+    return folder + "/" + relative;
+}
+
+ozTemplateLoad::ozTemplateLoad() = default;
+
+ozTemplateLoad::~ozTemplateLoad()
+{
+    EBNFSetCodeHandle(m_code);
+    EBNFDestroyCode();
+}
+
+bool ozTemplateLoad::LoadGrammar()
+{
+    return EBNFLoad(ozSourcePath("grammar/adm.bnf").c_str()) != 0;
+}
+
+bool ozTemplateLoad::Load(const std::string& file)
+{
+    EBNFSetCodeHandle(m_code);
+    bool loaded = FileLoad(file.c_str(), 1) > 0;
+    // The engine hands back what the actions built, also after a failure.
+    m_code = static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle());
+    m_message = loaded ? "" : ErrorMessage();
+    return loaded;
+}
