@@ -24,12 +24,9 @@ bool HaveTemplate(benchmark::State& state)
 // What every load does before parsing: the whole file read and converted from UTF-16.
 std::string ReadAndDecode(const std::string& path)
 {
-    std::string bytes;
+    std::string bytes(std::filesystem::file_size(path), '\0');
     if (FILE* file = fopen(path.c_str(), "rb")) {
-        char chunk[65536];
-        size_t got;
-        while ((got = fread(chunk, 1, sizeof chunk, file)) > 0)
-            bytes.append(chunk, got);
+        bytes.resize(fread(bytes.data(), 1, bytes.size(), file));
         fclose(file);
     }
     std::basic_string<WCHAR> wide((bytes.size() - 2) / 2, WCHAR{0});

@@ -1,5 +1,6 @@
 #include "ozTemplateParser.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -163,7 +164,7 @@ ozEBNFToken* ozTemplateParser::Record(const ozGrammarNode& action)
     record->morph = m_morph.c_str();
     if (type == EBNFTokenNumber)
         record->number = number;
-    else
+    else if (!text.empty())
         memcpy(ozEBNFTokenText(record), text.data(), text.size());
     return record;
 }

@@ -20,7 +20,15 @@ bool ReadBytes(const char* file, std::string& bytes, std::string* error)
         *error = std::string("cannot open \"") + file + "\": " + strerror(errno);
         return false;
     }
+    // Read in one piece when the size is known (a regular file), else in chunks.
     bytes.clear();
+    if (fseek(stream.get(), 0, SEEK_END) == 0) {
+        long size = ftell(stream.get());
+        if (size > 0 && fseek(stream.get(), 0, SEEK_SET) == 0) {
+            bytes.resize(static_cast<size_t>(size));
+            bytes.resize(fread(bytes.data(), 1, bytes.size(), stream.get()));
+        }
+    }
     char chunk[65536];
     size_t got;
     while ((got = fread(chunk, 1, sizeof chunk, stream.get())) > 0)

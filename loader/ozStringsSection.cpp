@@ -40,16 +40,17 @@ bool ozReadStringsSection(const char* file, ozStringTable& table, int* errorNumb
     try {
         std::string lines;
         if (unicode) {
-            std::vector<WCHAR> buffer(capacity, WCHAR{0});
+            // Not cleared first: the reader writes the lines and their terminators.
+            std::unique_ptr<WCHAR[]> buffer(new WCHAR[capacity]);
             std::basic_string<WCHAR> section = ozWideText("strings");
             std::basic_string<WCHAR> wideFile = ozWideText(file);
-            DWORD length = GetPrivateProfileSectionW(section.c_str(), buffer.data(), capacity,
+            DWORD length = GetPrivateProfileSectionW(section.c_str(), buffer.get(), capacity,
                                                      wideFile.c_str());
-            lines = ozNarrowText(buffer.data(), static_cast<size_t>(length) + 1);
+            lines = ozNarrowText(buffer.get(), static_cast<size_t>(length) + 1);
         } else {
-            std::vector<char> buffer(capacity, '\0');
-            DWORD length = GetPrivateProfileSectionA("strings", buffer.data(), capacity, file);
-            lines.assign(buffer.data(), static_cast<size_t>(length) + 1);
+            std::unique_ptr<char[]> buffer(new char[capacity]);
+            DWORD length = GetPrivateProfileSectionA("strings", buffer.get(), capacity, file);
+            lines.assign(buffer.get(), static_cast<size_t>(length) + 1);
         }
         lines.push_back('\0');  // the list always ends in an empty line
         if (!table.AddSection(lines.c_str()))

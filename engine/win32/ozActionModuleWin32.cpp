@@ -19,5 +19,6 @@ ozEBNFAction ozActionModule::Find(const char* name) const
         m_module != nullptr ? GetProcAddress(static_cast<HMODULE>(m_module), name) : nullptr;
     if (symbol == nullptr)
         symbol = GetProcAddress(GetModuleHandleA(nullptr), name);
-    return reinterpret_cast<ozEBNFAction>(symbol);
+    // Through the generic function pointer type, which any function pointer may be cast to.
+    return reinterpret_cast<ozEBNFAction>(reinterpret_cast<void (*)()>(symbol));
 }

@@ -7,9 +7,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -76,27 +75,34 @@ FileText ReadFileText(const char* path)
         }
         return file;
     }
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
+    std::string data;
+    if (FILE* stream = fopen(path, "rb")) {
+        data.resize(static_cast<size_t>(info.st_size));
+        data.resize(fread(data.data(), 1, data.size(), stream));
+        char chunk[4096];  // in case the file grew since stat
+        for (size_t got; (got = fread(chunk, 1, sizeof chunk, stream)) > 0;)
+            data.append(chunk, got);
+        fclose(stream);
+    } else {
         return file;
-    std::string data((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    }
     file.exists = true;
     file.empty = data.empty();
     auto starts = [&](std::string_view prefix) { return data.starts_with(prefix); };
     if (starts("\xFF\xFE") || starts("\xFE\xFF")) {
         bool little = data[0] == '\xFF';
         file.wide = true;
-        for (size_t i = 2; i < data.size(); i += 2) {
-            unsigned char first = static_cast<unsigned char>(data[i]);
-            // A lone last byte is a code unit of its own.
-            unsigned char second = i + 1 < data.size() ? static_cast<unsigned char>(data[i + 1])
-                                                       : static_cast<unsigned char>(0);
+        const auto* bytes = reinterpret_cast<const unsigned char*>(data.data());
+        // A lone last byte is a code unit of its own.
+        file.units.resize((data.size() - 1) / 2);
+        for (size_t unit = 0, i = 2; i < data.size(); ++unit, i += 2) {
+            unsigned first = bytes[i];
+            unsigned second = i + 1 < data.size() ? bytes[i + 1] : 0;
             if (i + 1 >= data.size())
-                file.units += static_cast<char16_t>(first);
-            else if (little)
-                file.units += static_cast<char16_t>(first | second << 8);
+                file.units[unit] = static_cast<char16_t>(first);
             else
-                file.units += static_cast<char16_t>(first << 8 | second);
+                file.units[unit] =
+                    static_cast<char16_t>(little ? first | second << 8 : first << 8 | second);
         }
     } else {
         file.bytes = starts("\xEF\xBB\xBF") ? data.substr(3) : std::move(data);

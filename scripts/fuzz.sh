@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Runs the fuzz targets of the template reader and the grammar reader for a bounded time each
+# (seconds, first argument, default 30), seeded from fuzz/seeds and, when present, the corpus
+# templates. Uses the sanitizer build; builds it when needed. Fails on the first crash.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+seconds="${1:-30}"
+scripts/setup.sh
+cmake --preset asan >/dev/null
+cmake --build --preset asan --target template_fuzz grammar_fuzz
+corpus="$(sed -n 's/^OZ_CORPUS_DIR:PATH=//p' build/asan/CMakeCache.txt)"
+work="$(mktemp -d)"
+trap 'rm -rf "$work"' EXIT
+for target in template grammar; do
+  mkdir -p "$work/$target"
+  seeds=(fuzz/seeds/$target)
+  if [[ $target == template && -n "$corpus" && -d "$corpus/adm" ]]; then
+    seeds+=("$corpus/adm")
+  fi
+  echo "fuzzing $target for $seconds s"
+  # New inputs go to a scratch folder; the seed folders are only read.
+  if ! build/asan/fuzz/${target}_fuzz -max_total_time="$seconds" -max_len=65536 -timeout=20 \
+      -rss_limit_mb=4096 -print_final_stats=1 -artifact_prefix="$work/" \
+      "$work/$target" "${seeds[@]}" >"$work/$target.log" 2>&1; then
+    tail -n 40 "$work/$target.log" >&2
+    mkdir -p build/fuzz-artifacts
+    cp "$work"/crash-* "$work"/leak-* "$work"/timeout-* "$work"/oom-* build/fuzz-artifacts/ \
+      2>/dev/null || true
+    echo "fuzzing $target found a failure; the input is kept in build/fuzz-artifacts" >&2
+    exit 1
+  fi
+  grep -E "^(Done|stat::number_of_executed_units|stat::peak_rss_mb)" "$work/$target.log" || true
+done
