@@ -156,13 +156,6 @@ TEST_F(TreeBuildTest, ClassesCategoriesPoliciesAndParts)
     EXPECT_TRUE(Context().KeyNames()->Empty()) << "every scope was closed";
 }
 
-TEST_F(TreeBuildTest, SecondTemplateMergesClassesCategoriesAndPolicies)
-{
-    SmallTemplate();
-    SmallTemplate();
-    EXPECT_EQ(Outline(), "MACHINE{Cat{Pol[Label Label]}}");
-}
-
 TEST_F(TreeBuildTest, SameNameOfAnotherKindIsAddedAfterIt)
 {
     Class("MACHINE");

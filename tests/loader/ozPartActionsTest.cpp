@@ -45,48 +45,6 @@ TEST_F(PartActionTest, EndPartNeedsAValueNameAndBindsThePolicyKey)
     EXPECT_STREQ(Context().KeyNames()->Current(), "Software\\Pol") << "the part's scope is closed";
 }
 
-TEST_F(PartActionTest, CheckBoxSettings)
-{
-    Part(CreateCheckbox, "Box");
-    Ok(PartRequired(0), "REQUIRED");
-    Ok(CheckboxChecked(0), "DEFCHECKED");
-    Ok(ValueNumeric(TestToken::Number(7)), "VALUE NUMERIC 7");
-    Ok(CheckboxValueOn(0), "VALUEON");
-    Ok(ValueDelete(0), "VALUE DELETE");
-    Ok(CheckboxValueOff(0), "VALUEOFF");
-    Ok(BeginActionlist(0), "ACTIONLISTON");
-    Ok(EndActionlist(0), "END ACTIONLISTON");
-    Ok(CheckboxActionlistOn(0), "ACTIONLISTON taken");
-
-    auto& box = PartAt<ozADMCheckBox>();
-    EXPECT_TRUE(box.Required());
-    EXPECT_TRUE(box.Checked());
-    EXPECT_TRUE(box.Default());
-    EXPECT_EQ(static_cast<unsigned long>(box.ValueOn()), 7ul);
-    EXPECT_EQ(box.ValueOff().Type(), ozADMValue::ValueDelete);
-    EXPECT_NE(box.ActionListOn(), nullptr);
-    EXPECT_EQ(box.ActionListOff(), nullptr);
-    EXPECT_TRUE(Context().Arguments()->Empty());
-}
-
-TEST_F(PartActionTest, NumericSettings)
-{
-    Part(CreateNumeric, "Number");
-    Ok(NumericDefault(TestToken::Number(5)), "DEFAULT");
-    Ok(NumericMin(TestToken::Number(2)), "MIN");
-    Ok(NumericMax(TestToken::Number(90)), "MAX");
-    Ok(NumericTxtconvert(0), "TXTCONVERT");
-    Ok(NumericSpin(TestToken::Number(10)), "SPIN 10");
-    auto& number = PartAt<ozADMNumeric>();
-    EXPECT_EQ(number.Default(), 5ul);
-    EXPECT_EQ(number.Min(), 2ul);
-    EXPECT_EQ(number.Max(), 90ul);
-    EXPECT_TRUE(number.TxtConvert());
-    EXPECT_EQ(number.Spin(), 10);
-    Ok(NumericSpin(TestToken::Word("fast")), "SPIN fast");
-    EXPECT_EQ(number.Spin(), 1) << "a spin that is not a number steps by 1";
-}
-
 TEST_F(PartActionTest, ComboBoxActionsAlsoSetEditTexts)
 {
     Part(CreateEdittext, "Edit");

@@ -216,6 +216,9 @@ TEST_F(TemplateLoadTest, ErrorsCarryTheirNumberAndPlace)
         {head + "KEYNAME k\nPOLICY p\n PART x LISTBOX EXPLICITVALUE VALUEPREFIX a END PART\n",
          ":5:43: error 1132"},
         {head + "POLICY !!Missing\n", ":3:8: error 1129: MISSING"},
+        {head + "KEYNAME k\nPOLICY p\n PART x EDITTEXT KEYNAME " + std::string(2000, 'a') +
+             " VALUENAME v END PART\n",
+         ":5:2043: error 1112"},  // a key name longer than a registry key name can be
         {head + "KEYNAME k\nPOLICY p\n PART x NUMERIC DEFAULT x\n",
          ":5:25: error 1004: expected a number, found \"x\""},
         {head + "END POLICY\n", ":3:5: error 1004: expected \"CATEGORY\", found \"POLICY\""},
