@@ -110,12 +110,43 @@ FileText ReadFileText(const char* path)
     return file;
 }
 
+// The lines of a section, kept in one buffer: a section of thousands of lines costs a few
+// allocations, not one per line.
+template <class C>
+class SectionLines {
+public:
+    // Room for `units` characters of lines, so that the buffer is not copied as it grows.
+    void Reserve(size_t units) { m_text.reserve(units); }
+    void Add(std::basic_string_view<C> line)
+    {
+        m_text.append(line);
+        m_ends.push_back(m_text.size());
+    }
+    void Add(std::basic_string_view<C> name, std::basic_string_view<C> value)
+    {
+        m_text.append(name);
+        m_text.push_back(C('='));
+        m_text.append(value);
+        m_ends.push_back(m_text.size());
+    }
+    size_t Count() const { return m_ends.size(); }
+    std::basic_string_view<C> operator[](size_t i) const
+    {
+        size_t start = i == 0 ? 0 : m_ends[i - 1];
+        return std::basic_string_view<C>(m_text).substr(start, m_ends[i] - start);
+    }
+
+private:
+    std::basic_string<C> m_text;
+    std::vector<size_t> m_ends;
+};
+
 // The lines of the first section whose name `matches`, as "name=value" or "name"; false when
 // there is no such section. Lines before the first header form a nameless section, present
 // whenever the file is not empty.
 template <class C, class Match>
 bool ReadSection(std::basic_string_view<C> text, bool nonEmptyFile, Match matches,
-                 std::vector<std::basic_string<C>>& lines)
+                 SectionLines<C>& lines)
 {
     bool collecting = nonEmptyFile && matches(std::basic_string_view<C>());
     bool found = collecting;
@@ -147,7 +178,7 @@ bool ReadSection(std::basic_string_view<C> text, bool nonEmptyFile, Match matche
         if (equals == std::basic_string_view<C>::npos) {
             std::basic_string_view<C> name = UpToZero(line);
             if (!name.empty())
-                lines.emplace_back(name);
+                lines.Add(name);
             previousNameEmpty = name.empty();
             continue;
         }
@@ -155,17 +186,14 @@ bool ReadSection(std::basic_string_view<C> text, bool nonEmptyFile, Match matche
         if (equals == 0 && previousNameEmpty)
             continue;
         std::basic_string_view<C> name = UpToZero(Trim(line.substr(0, equals)));
-        std::basic_string<C> entry(name);
-        entry += C('=');
-        entry += UpToZero(Trim(line.substr(equals + 1)));
-        lines.push_back(std::move(entry));
+        lines.Add(name, UpToZero(Trim(line.substr(equals + 1))));
         previousNameEmpty = name.empty();
     }
     return found;
 }
 
 // How many bytes of UTF-8 `text` fit in `room` without splitting a character.
-size_t Fitting(const std::string& text, size_t room)
+size_t Fitting(std::string_view text, size_t room)
 {
     if (room >= text.size())
         return text.size();
@@ -178,7 +206,7 @@ size_t Fitting(const std::string& text, size_t room)
     return back < room && (static_cast<unsigned char>(text[back]) & 0xC0) == 0xC0 ? back : room;
 }
 
-size_t Fitting(const std::u16string& text, size_t room)
+size_t Fitting(std::u16string_view text, size_t room)
 {
     return std::min(room, text.size());
 }
@@ -188,12 +216,13 @@ size_t Fitting(const std::u16string& text, size_t room)
 // the buffer counts as cut short. The narrow form also clears the last two characters of a
 // cut-short buffer and writes two zeros for an empty section.
 template <class C>
-DWORD CopyLines(const std::vector<std::basic_string<C>>& lines, C* buffer, DWORD size)
+DWORD CopyLines(const SectionLines<C>& lines, C* buffer, DWORD size)
 {
     constexpr bool narrow = sizeof(C) == 1;
     size_t at = 0, room = size;
     bool cut = false;
-    for (const auto& line : lines) {
+    for (size_t i = 0; i < lines.Count(); ++i) {
+        std::basic_string_view<C> line = lines[i];
         if (room <= 2) {
             cut = true;
             break;
@@ -241,15 +270,15 @@ DWORD GetPrivateProfileSectionA(const char* lpAppName, char* lpReturnedString, D
     FileText file = ReadFileText(lpFileName);
     if (!file.exists)
         return NotFound(lpReturnedString, nSize, true);
-    std::vector<std::string> lines;
+    SectionLines<char> lines;
     if (file.wide) {
         std::u16string want = ozDecodeUtf8(lpAppName);
-        std::vector<std::u16string> wideLines;
+        SectionLines<char16_t> wideLines;
         auto match = [&](std::u16string_view name) { return SameName<char16_t>(name, want); };
         if (!ReadSection<char16_t>(file.units, !file.empty, match, wideLines))
             return NotFound(lpReturnedString, nSize, true);
-        for (const auto& line : wideLines)
-            lines.push_back(ozEncodeUtf8(line));
+        for (size_t i = 0; i < wideLines.Count(); ++i)
+            lines.Add(ozEncodeUtf8(wideLines[i]));
     } else {
         std::string_view want = lpAppName;
         auto match = [&](std::string_view name) { return SameName(name, want); };
@@ -270,17 +299,18 @@ DWORD GetPrivateProfileSectionW(const WCHAR* lpAppName, WCHAR* lpReturnedString,
         return NotFound(lpReturnedString, nSize, file.fileNotFound);
     std::u16string_view want = lpAppName;
     auto match = [&](std::u16string_view name) { return SameName(name, want); };
-    std::vector<std::u16string> lines;
+    SectionLines<char16_t> lines;
+    lines.Reserve(file.wide ? file.units.size() : file.bytes.size());
     if (file.wide) {
         if (!ReadSection<char16_t>(file.units, !file.empty, match, lines))
             return NotFound(lpReturnedString, nSize, true);
     } else {
-        std::vector<std::string> narrowLines;
+        SectionLines<char> narrowLines;
         auto decoded = [&](std::string_view name) { return match(ozDecodeUtf8(name)); };
         if (!ReadSection<char>(file.bytes, !file.empty, decoded, narrowLines))
             return NotFound(lpReturnedString, nSize, true);
-        for (const auto& line : narrowLines)
-            lines.push_back(ozDecodeUtf8(line));
+        for (size_t i = 0; i < narrowLines.Count(); ++i)
+            lines.Add(ozDecodeUtf8(narrowLines[i]));
     }
     return CopyLines(lines, lpReturnedString, nSize);
 }

@@ -46,3 +46,16 @@ int WideCharToMultiByte(UINT, DWORD, const WCHAR* lpWideCharStr, int cchWideChar
     return Deliver(ozEncodeUtf8(std::u16string_view(lpWideCharStr, length)), lpMultiByteStr,
                    cbMultiByte);
 }
+
+// The wrappers convert directly, without the copy into a caller's buffer.
+std::basic_string<WCHAR> ozWideText(const char* text)
+{
+    return text != nullptr ? ozDecodeUtf8(text) : std::basic_string<WCHAR>();
+}
+
+std::string ozNarrowText(const WCHAR* text, size_t length)
+{
+    if (text == nullptr || length == 0 || length > 0x7FFFFFFF)
+        return {};
+    return ozEncodeUtf8(std::u16string_view(text, length));
+}

@@ -1,5 +1,7 @@
 #include "ozUtf8.h"
 
+#include <memory>
+
 namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
@@ -70,17 +72,18 @@ std::u16string ozDecodeUtf8(std::string_view text)
 
 std::string ozEncodeUtf8(std::u16string_view text)
 {
-    // Three bytes at most per unit (a pair of surrogates gives four), written in place.
-    std::string out(text.size() * 3, '\0');
-    char* next = out.data();
-    auto put = [&next](unsigned value) { *next++ = static_cast<char>(value); };
-    for (size_t i = 0; i < text.size(); ++i) {
+    // Written into room for the longest result (three bytes per unit; a surrogate pair, two
+    // units, gives four), left uncleared, then copied out at its size.
+    std::unique_ptr<char[]> room(new char[text.size() * 3 + 1]);
+    auto* next = reinterpret_cast<unsigned char*>(room.get());
+    const size_t size = text.size();
+    for (size_t i = 0; i < size; ++i) {
         char32_t code = text[i];
         if (code < 0x80) {
-            put(code);
+            *next++ = static_cast<unsigned char>(code);
             continue;
         }
-        if (code >= 0xD800 && code <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
+        if (code >= 0xD800 && code <= 0xDBFF && i + 1 < size && text[i + 1] >= 0xDC00 &&
             text[i + 1] <= 0xDFFF) {
             code = 0x10000 + ((code - 0xD800) << 10) + (text[i + 1] - 0xDC00);
             ++i;
@@ -88,19 +91,17 @@ std::string ozEncodeUtf8(std::u16string_view text)
             code = kReplacement;
         }
         if (code < 0x800) {
-            put(0xC0 | (code >> 6));
-            put(0x80 | (code & 0x3F));
+            *next++ = static_cast<unsigned char>(0xC0 | (code >> 6));
         } else if (code < 0x10000) {
-            put(0xE0 | (code >> 12));
-            put(0x80 | ((code >> 6) & 0x3F));
-            put(0x80 | (code & 0x3F));
+            *next++ = static_cast<unsigned char>(0xE0 | (code >> 12));
+            *next++ = static_cast<unsigned char>(0x80 | ((code >> 6) & 0x3F));
         } else {
-            put(0xF0 | (code >> 18));
-            put(0x80 | ((code >> 12) & 0x3F));
-            put(0x80 | ((code >> 6) & 0x3F));
-            put(0x80 | (code & 0x3F));
+            *next++ = static_cast<unsigned char>(0xF0 | (code >> 18));
+            *next++ = static_cast<unsigned char>(0x80 | ((code >> 12) & 0x3F));
+            *next++ = static_cast<unsigned char>(0x80 | ((code >> 6) & 0x3F));
         }
+        if (code >= 0x80)
+            *next++ = static_cast<unsigned char>(0x80 | (code & 0x3F));
     }
-    out.resize(static_cast<size_t>(next - out.data()));
-    return out;
+    return std::string(room.get(), reinterpret_cast<char*>(next) - room.get());
 }

@@ -1,4 +1,4 @@
-#include "ozTextConversion.h"
+#include "platform/ozTextConversion.h"
 
 std::basic_string<WCHAR> ozWideText(const char* text)
 {
