@@ -26,22 +26,28 @@ bool SameWord(std::string_view word, std::string_view upperCased)
 
 }  // namespace
 
+namespace {
+
+// The position of text in names, adding it at the end when it is not there.
+uint32_t NumberOf(std::vector<std::string>& names, std::string_view text)
+{
+    for (uint32_t i = 0; i < names.size(); ++i)
+        if (names[i] == text)
+            return i;
+    names.emplace_back(text);
+    return static_cast<uint32_t>(names.size() - 1);
+}
+
+}  // namespace
+
 uint32_t ozGrammar::Keyword(std::string_view upperCased)
 {
-    for (uint32_t i = 0; i < keywords.size(); ++i)
-        if (keywords[i] == upperCased)
-            return i;
-    keywords.emplace_back(upperCased);
-    return static_cast<uint32_t>(keywords.size() - 1);
+    return NumberOf(keywords, upperCased);
 }
 
 uint32_t ozGrammar::Action(std::string_view name)
 {
-    for (uint32_t i = 0; i < actions.size(); ++i)
-        if (actions[i] == name)
-            return i;
-    actions.emplace_back(name);
-    return static_cast<uint32_t>(actions.size() - 1);
+    return NumberOf(actions, name);
 }
 
 void ozGrammar::BuildKeywordIndex()

@@ -157,15 +157,22 @@ ozEBNFToken* ozTemplateParser::Record(const ozGrammarNode& action)
     } else {
         m_morph.clear();
     }
+    // The buffer only grows: records are made for every action call.
     size_t size = offsetof(ozEBNFToken, text) + std::max(text.size() + 1, sizeof(uint32_t));
-    m_record.assign((size + sizeof(uint64_t) - 1) / sizeof(uint64_t), 0);
+    size_t words = (size + sizeof(uint64_t) - 1) / sizeof(uint64_t);
+    if (m_record.size() < words)
+        m_record.resize(words);
     auto* record = new (m_record.data()) ozEBNFToken{};
     record->type = type;
     record->morph = m_morph.c_str();
-    if (type == EBNFTokenNumber)
+    if (type == EBNFTokenNumber) {
         record->number = number;
-    else if (!text.empty())
-        memcpy(ozEBNFTokenText(record), text.data(), text.size());
+    } else {
+        char* inlineText = ozEBNFTokenText(record);
+        if (!text.empty())
+            memcpy(inlineText, text.data(), text.size());
+        inlineText[text.size()] = '\0';
+    }
     return record;
 }
 

@@ -1,39 +1,14 @@
 // Fuzzes grammar files: any text loads as a grammar or fails with a message naming the place,
 // never crashing or hanging. A grammar that loads reads a sample template, calling the
 // loader's actions in whatever order it names them.
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <string>
 
 #include "engine/ozEBNF.h"
+#include "ozFuzzFile.h"
 
 namespace {
-
-struct ScratchFile {
-    explicit ScratchFile(const char* name)
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / name).string() + "-XXXXXX";
-        int descriptor = mkstemp(pattern.data());
-        if (descriptor < 0)
-            std::abort();
-        close(descriptor);
-        path = pattern;
-    }
-    ~ScratchFile() { std::filesystem::remove(path); }
-    void Write(const void* data, size_t size) const
-    {
-        FILE* stream = fopen(path.c_str(), "wb");
-        if (stream == nullptr)
-            std::abort();
-        fwrite(data, 1, size, stream);
-        fclose(stream);
-    }
-    std::string path;
-};
 
 const char SampleTemplate[] =
     "CLASS MACHINE\n"
@@ -57,20 +32,20 @@ const char SampleTemplate[] =
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static ScratchFile grammar("ozadm-grammar-fuzz");
-    static ScratchFile sample("ozadm-grammar-fuzz-sample");
+    static const ozFuzzFile grammar("ozadm-grammar-fuzz");
+    static const ozFuzzFile sample("ozadm-grammar-fuzz-sample");
     static bool sampleWritten = false;
     if (!sampleWritten) {
         sample.Write(SampleTemplate, sizeof SampleTemplate - 1);
         sampleWritten = true;
     }
     grammar.Write(data, size);
-    if (EBNFLoad(grammar.path.c_str()) == 0) {
+    if (EBNFLoad(grammar.Path().c_str()) == 0) {
         if (*ErrorMessage() == '\0')
             std::abort();  // a refused grammar always says why
         return 0;
     }
-    if (FileLoad(sample.path.c_str(), 1) <= 0 && *ErrorMessage() == '\0')
+    if (FileLoad(sample.Path().c_str(), 1) <= 0 && *ErrorMessage() == '\0')
         std::abort();
     EBNFDestroy();
     return 0;

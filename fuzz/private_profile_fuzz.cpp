@@ -1,33 +1,22 @@
 // Fuzzes the private-profile section reader: any file, section name and buffer size gives a
 // well-formed list inside the buffer, never a crash, overflow or hang.
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
 
+#include "ozFuzzFile.h"
 #include "platform/ozPrivateProfile.h"
 
 namespace {
 
-// A file of its own for the input under test, removed when the process ends.
-struct ProfileFile {
-    ProfileFile()
+// The file under test, with its name in UTF-16 for the wide reader.
+struct ProfileFile : ozFuzzFile {
+    ProfileFile() : ozFuzzFile("ozadm-profile-fuzz")
     {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "ozadm-profile-fuzz-XXXXXX").string();
-        int descriptor = mkstemp(pattern.data());
-        if (descriptor < 0)
-            std::abort();
-        close(descriptor);
-        path = pattern;
-        widePath.assign(path.begin(), path.end());  // the temporary folder's name is ASCII
+        widePath.assign(Path().begin(), Path().end());  // the temporary folder's name is ASCII
     }
-    ~ProfileFile() { std::filesystem::remove(path); }
-    std::string path;
     std::u16string widePath;
 };
 
@@ -61,13 +50,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size)
     size_t nameLength = std::min<size_t>(data[1] % 8, size - 2);
     std::string name(reinterpret_cast<const char*>(data + 2), nameLength);
     name = name.substr(0, name.find('\0'));
-    std::ofstream(file.path, std::ios::binary | std::ios::trunc)
+    std::ofstream(file.Path(), std::ios::binary | std::ios::trunc)
         .write(reinterpret_cast<const char*>(data + 2 + nameLength),
                static_cast<std::streamsize>(size - 2 - nameLength));
 
     std::vector<char> narrow(bufferSize, '#');
     CheckList(narrow, GetPrivateProfileSectionA(name.c_str(), narrow.data(), bufferSize,
-                                                file.path.c_str()));
+                                                file.Path().c_str()));
     std::u16string wideName(name.begin(), name.end());
     std::vector<char16_t> wide(bufferSize, u'#');
     CheckList(wide, GetPrivateProfileSectionW(wideName.c_str(), wide.data(), bufferSize,

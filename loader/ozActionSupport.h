@@ -51,6 +51,14 @@ std::unique_ptr<ozADMActionList> ozFetchActionList();
 // The action list on top of the argument stack, left there; null with 1133 reported for an
 // empty (or absent) stack, with 1134 when the top is of another kind.
 ozADMActionList* ozPeekActionList();
+
+// Fetches a Value and copies it into (owner.*target)(), the owner's on or off value; without
+// one, 1115 described by `action` (the action's own name).
+template <class Owner>
+bool ozTakeValue(Owner& owner, ozADMValue& (Owner::*target)(), const char* action);
+// Fetches an Actionlist and hands it, owned, to (owner.*target)(list).
+template <class Owner>
+bool ozTakeActionList(Owner& owner, void (Owner::*target)(ozADMActionList*));
 // Push onto the argument stack; false without one. Throw std::bad_alloc when memory runs out.
 bool ozPushString(std::unique_ptr<char[]> text);
 bool ozPushValue(std::unique_ptr<ozADMValue> value);
@@ -92,4 +100,24 @@ Part* ozCurrentPart()
     if (part == nullptr)
         ozFail(LoadErrorNoPart);
     return part;
+}
+
+template <class Owner>
+bool ozTakeValue(Owner& owner, ozADMValue& (Owner::*target)(), const char* action)
+{
+    std::unique_ptr<ozADMValue> value = ozFetchValue();
+    if (value == nullptr)
+        return ozFail(LoadErrorNoValue, action);
+    (owner.*target)() = *value;
+    return true;
+}
+
+template <class Owner>
+bool ozTakeActionList(Owner& owner, void (Owner::*target)(ozADMActionList*))
+{
+    std::unique_ptr<ozADMActionList> list = ozFetchActionList();
+    if (list == nullptr)
+        return false;
+    (owner.*target)(list.release());
+    return true;
 }

@@ -90,30 +90,6 @@ intptr_t PolicyText(Apply&& apply)
     });
 }
 
-// Fetches a Value for the policy's ValueOn / ValueOff; 1115 described by `action` without one.
-intptr_t PolicyValue(ozADMValue& (ozADMPolicy::*target)(), const char* action)
-{
-    return OnPolicy([target, action](ozADMPolicy& policy) {
-        std::unique_ptr<ozADMValue> value = ozFetchValue();
-        if (value == nullptr)
-            return ozFail(LoadErrorNoValue, action);
-        (policy.*target)() = *value;
-        return true;
-    });
-}
-
-// Fetches an Actionlist for the policy's ActionListOn / ActionListOff, which takes it.
-intptr_t PolicyActionList(void (ozADMPolicy::*target)(ozADMActionList*))
-{
-    return OnPolicy([target](ozADMPolicy& policy) {
-        std::unique_ptr<ozADMActionList> list = ozFetchActionList();
-        if (list == nullptr)
-            return false;
-        (policy.*target)(list.release());
-        return true;
-    });
-}
-
 }  // namespace
 
 intptr_t BeginClass(intptr_t token)
@@ -173,22 +149,28 @@ intptr_t PolicyClientExt(intptr_t)
 
 intptr_t PolicyValueOn(intptr_t)
 {
-    return PolicyValue(&ozADMPolicy::ValueOn, "PolicyValueOn");
+    return OnPolicy([](ozADMPolicy& policy) {
+        return ozTakeValue(policy, &ozADMPolicy::ValueOn, "PolicyValueOn");
+    });
 }
 
 intptr_t PolicyValueOff(intptr_t)
 {
-    return PolicyValue(&ozADMPolicy::ValueOff, "PolicyValueOff");
+    return OnPolicy([](ozADMPolicy& policy) {
+        return ozTakeValue(policy, &ozADMPolicy::ValueOff, "PolicyValueOff");
+    });
 }
 
 intptr_t PolicyActionlistOn(intptr_t)
 {
-    return PolicyActionList(&ozADMPolicy::ActionListOn);
+    return OnPolicy(
+        [](ozADMPolicy& policy) { return ozTakeActionList(policy, &ozADMPolicy::ActionListOn); });
 }
 
 intptr_t PolicyActionlistOff(intptr_t)
 {
-    return PolicyActionList(&ozADMPolicy::ActionListOff);
+    return OnPolicy(
+        [](ozADMPolicy& policy) { return ozTakeActionList(policy, &ozADMPolicy::ActionListOff); });
 }
 
 intptr_t EndPolicy(intptr_t)

@@ -51,30 +51,6 @@ intptr_t PartText(Apply&& apply, int outOfMemoryError = StringsErrorOutOfMemory)
         outOfMemoryError);
 }
 
-// Fetches a Value for the check box's ValueOn / ValueOff; 1115 described by `action` without.
-intptr_t CheckBoxValue(ozADMValue& (ozADMCheckBox::*target)(), const char* action)
-{
-    return OnPart<ozADMCheckBox>([target, action](ozADMCheckBox& part) {
-        std::unique_ptr<ozADMValue> value = ozFetchValue();
-        if (value == nullptr)
-            return ozFail(LoadErrorNoValue, action);
-        (part.*target)() = *value;
-        return true;
-    });
-}
-
-// Fetches an Actionlist for the check box's ActionListOn / ActionListOff, which takes it.
-intptr_t CheckBoxActionList(void (ozADMCheckBox::*target)(ozADMActionList*))
-{
-    return OnPart<ozADMCheckBox>([target](ozADMCheckBox& part) {
-        std::unique_ptr<ozADMActionList> list = ozFetchActionList();
-        if (list == nullptr)
-            return false;
-        (part.*target)(list.release());
-        return true;
-    });
-}
-
 }  // namespace
 
 intptr_t PartRequired(intptr_t)
@@ -112,22 +88,28 @@ intptr_t CheckboxChecked(intptr_t)
 
 intptr_t CheckboxValueOn(intptr_t)
 {
-    return CheckBoxValue(&ozADMCheckBox::ValueOn, "CheckboxValueOn");
+    return OnPart<ozADMCheckBox>([](ozADMCheckBox& part) {
+        return ozTakeValue(part, &ozADMCheckBox::ValueOn, "CheckboxValueOn");
+    });
 }
 
 intptr_t CheckboxValueOff(intptr_t)
 {
-    return CheckBoxValue(&ozADMCheckBox::ValueOff, "CheckboxValueOff");
+    return OnPart<ozADMCheckBox>([](ozADMCheckBox& part) {
+        return ozTakeValue(part, &ozADMCheckBox::ValueOff, "CheckboxValueOff");
+    });
 }
 
 intptr_t CheckboxActionlistOn(intptr_t)
 {
-    return CheckBoxActionList(&ozADMCheckBox::ActionListOn);
+    return OnPart<ozADMCheckBox>(
+        [](ozADMCheckBox& part) { return ozTakeActionList(part, &ozADMCheckBox::ActionListOn); });
 }
 
 intptr_t CheckboxActionlistOff(intptr_t)
 {
-    return CheckBoxActionList(&ozADMCheckBox::ActionListOff);
+    return OnPart<ozADMCheckBox>(
+        [](ozADMCheckBox& part) { return ozTakeActionList(part, &ozADMCheckBox::ActionListOff); });
 }
 
 intptr_t NumericDefault(intptr_t token)

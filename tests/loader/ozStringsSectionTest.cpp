@@ -2,8 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "loader/ozStringsSection.h"
@@ -16,24 +14,10 @@ using namespace std::string_literals;
 
 class StringsSectionTest : public ::testing::Test {
 protected:
-    void TearDown() override { std::filesystem::remove(path); }
+    void Write(const std::string& bytes) { file.Write(bytes); }
 
-    void Write(const std::string& bytes)
-    {
-        std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
-    }
-    // UTF-16LE with its byte-order mark.
-    static std::string Utf16(const std::u16string& text)
-    {
-        std::string bytes = "\xFF\xFE";
-        for (char16_t unit : text) {
-            bytes.push_back(static_cast<char>(unit & 0xFF));
-            bytes.push_back(static_cast<char>(unit >> 8));
-        }
-        return bytes;
-    }
-
-    std::string path = ozTestFilePath("ozadm-strings-test.adm");
+    ozTestFile file{"ozadm-strings-test.adm"};
+    std::string path = file.Path();
     ozStringTable table;
 };
 
@@ -53,7 +37,7 @@ TEST_F(StringsSectionTest, NarrowTemplate)
 
 TEST_F(StringsSectionTest, Utf16TemplateIsReadWideAndNarrowed)
 {
-    Write(Utf16(u"CLASS USER\r\n[strings]\r\nName=Gr\u00FC\u00DFe\r\nPlain=text\r\n"));
+    Write(ozUtf16Bytes(u"CLASS USER\r\n[strings]\r\nName=Gr\u00FC\u00DFe\r\nPlain=text\r\n"));
     ASSERT_TRUE(ozReadStringsSection(path.c_str(), table, nullptr));
     const WCHAR greeting[] = {'G', 'r', 0x00FC, 0x00DF, 'e'};
     EXPECT_EQ(std::string(table.Find("NAME")), ozNarrowText(greeting, 5));
