@@ -5,6 +5,8 @@
 #include "core/registry/ozSubKey.h"
 #include "core/tree/ozOwnedText.h"
 #include "ozADMRegEntry.h"
+#include "ozADMTree.h"
+#include "ozADMWriterLines.h"
 
 namespace {
 
@@ -120,10 +122,25 @@ bool ozADMActionList::SaveToCollection(CCollection<ozADMRegEntry>& collection)
     return true;
 }
 
-bool ozADMActionList::SaveADM(FILE* /*file*/, ozADMTree& /*tree*/, ozSubKey* /*key*/)
+bool ozADMActionList::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* key)
 {
-    // The list's template text is written by the template writer.
-    return false;
+    tree.IndentInc();
+    ozSubKey* comparisonKey = key;
+    for (int pos = 0; pos < Count(); ++pos) {
+        const ozActionItem* item = At(pos);
+        // A KEYNAME line applies to the items after it, so it is written only where the key
+        // changes; an item without key inherits the one in force.
+        if (item->RegKey() != nullptr && item->RegKey() != comparisonKey) {
+            if (!ozWriteKeyLine(file, tree, item->RegKey()))
+                return false;
+            comparisonKey = item->RegKey();
+        }
+        if (!ozWriteTextLine(file, tree, "VALUENAME", item->ValueName()) ||
+            !ozWriteValueLine(file, tree, "VALUE", item->Value()))
+            return false;
+    }
+    tree.IndentDec();
+    return true;
 }
 
 ozADMActionList* ozADMActionList::Copy() const

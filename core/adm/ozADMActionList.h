@@ -55,7 +55,10 @@ public:
     // Lists every item as a registry entry (the key's root and path, the item's value name and
     // value); false at the first item without key or value name.
     virtual bool SaveToCollection(CCollection<ozADMRegEntry>& collection);
-    // Writes the list's template text (with the template writer).
+    // Writes the items one level deeper than the tree's indentation: per item a KEYNAME line
+    // where its key differs from the key in force (at first `key`, then the last one written),
+    // its VALUENAME and its VALUE. False at the first failed write or an item with an empty
+    // value.
     virtual bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* key);
     // A deep copy.
     virtual ozADMActionList* Copy() const;

@@ -2,6 +2,7 @@
 
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "ozADMWriterLines.h"
 
 ozADMCheckBox::ozADMCheckBox() : ozADMCtrl(CtrlCheckBox)
 {
@@ -39,9 +40,20 @@ bool ozADMCheckBox::SaveToCollection(CCollection<ozADMRegEntry>& collection, boo
     return actions == nullptr || actions->SaveToCollection(collection);
 }
 
-bool ozADMCheckBox::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+bool ozADMCheckBox::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
 {
-    return false;  // the part's template text is written by the template writer
+    ozSubKey* currentKey = _CurrentKey(policyKey);
+    return _SaveHeadADM(file, tree, policyKey, "CHECKBOX") &&
+           _SaveValueNameADM(file, tree, /*withRequired=*/false) &&
+           (!m_default || ozWriteLine(file, tree, "DEFCHECKED")) &&
+           (m_valueOn.Type() == ozADMValue::ValueEmpty ||
+            ozWriteValueLine(file, tree, "VALUEON", m_valueOn)) &&
+           (m_valueOff.Type() == ozADMValue::ValueEmpty ||
+            ozWriteValueLine(file, tree, "VALUEOFF", m_valueOff)) &&
+           ozWriteActionListBlock(file, tree, "ACTIONLISTON", m_actionListOn.get(), currentKey) &&
+           ozWriteActionListBlock(file, tree, "ACTIONLISTOFF", m_actionListOff.get(),
+                                  currentKey) &&
+           _SaveClientExtADM(file, tree);
 }
 
 bool ozADMCheckBox::SetDefault()

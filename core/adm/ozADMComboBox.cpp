@@ -3,13 +3,34 @@
 #include <cstring>
 #include <memory>
 
+#include "ozADMTree.h"
+#include "ozADMWriterLines.h"
+
 ozADMComboBox::ozADMComboBox() : ozADMEditText(CtrlComboBox) {}
 
 ozADMComboBox::~ozADMComboBox() = default;
 
-bool ozADMComboBox::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+bool ozADMComboBox::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
 {
-    return false;  // the part's template text is written by the template writer
+    if (!_SaveHeadADM(file, tree, policyKey, "COMBOBOX") || !_SaveEditSettingsADM(file, tree))
+        return false;
+    if (m_suggestions.Count() > 0) {
+        if (!ozWriteLine(file, tree, "SUGGESTIONS"))
+            return false;
+        tree.IndentInc();
+        for (int pos = 0; pos < m_suggestions.Count(); ++pos) {
+            if (!tree.WriteIndent(file) || !tree.WriteString(file, m_suggestions.At(pos)) ||
+                std::fputc('\n', file) == EOF)
+                return false;
+        }
+        tree.IndentDec();
+        if (!ozWriteLine(file, tree, "END SUGGESTIONS"))
+            return false;
+    }
+    if (m_noSort && !(ozBeginVersionBlock(file, tree, 1) && ozWriteLine(file, tree, "NOSORT") &&
+                      ozEndVersionBlock(file, tree)))
+        return false;
+    return _SaveClientExtADM(file, tree);
 }
 
 ozADMCtrl* ozADMComboBox::Copy() const

@@ -9,6 +9,7 @@
 #include "core/tree/ozOwnedText.h"
 #include "ozADMPolicy.h"
 #include "ozADMValue.h"
+#include "ozADMWriterLines.h"
 
 ozADMCtrl::ozADMCtrl(unsigned long ctrlType) : m_ctrlType(ctrlType) {}
 
@@ -127,9 +128,29 @@ tSYNCSTATE ozADMCtrl::Sync()
     return SyncNeutral;
 }
 
-bool ozADMCtrl::_SaveClientExtADM(FILE*, ozADMTree&)
+bool ozADMCtrl::_SaveClientExtADM(FILE* file, ozADMTree& tree)
 {
-    return false;  // the CLIENTEXT line is written by the template writer
+    return ozWriteClientExtBlock(file, tree, m_clientExt.get());
+}
+
+bool ozADMCtrl::_SaveHeadADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey,
+                             const char* typeKeyword)
+{
+    if (file == nullptr || std::fprintf(file, "%s\n", typeKeyword) < 0)
+        return false;
+    return m_key == nullptr || m_key == policyKey || ozWriteKeyLine(file, tree, m_key);
+}
+
+bool ozADMCtrl::_SaveValueNameADM(FILE* file, ozADMTree& tree, bool withRequired)
+{
+    if (m_valueName != nullptr && !ozWriteTextLine(file, tree, "VALUENAME", m_valueName.get()))
+        return false;
+    return !withRequired || !m_required || ozWriteLine(file, tree, "REQUIRED");
+}
+
+ozSubKey* ozADMCtrl::_CurrentKey(ozSubKey* policyKey) const
+{
+    return m_key != nullptr ? m_key : policyKey;
 }
 
 ozRegValue* ozADMCtrl::FindOwnValue() const

@@ -67,7 +67,9 @@ public:
     virtual bool SaveToRegistry(ozRegTree& tree, bool enabled);
     // Lists what SaveToRegistry would write as registry entries. The base lists nothing, true.
     virtual bool SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled);
-    // Writes the part's template text (with the template writer). The base returns false.
+    // Writes the part's template text: its type keyword and line feed, then its settings one
+    // per line at the tree's indentation; policyKey is the key in force around the part. False
+    // at the first failed write; the base writes nothing and returns false.
     virtual bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey);
     // Resets the part's value to its default; false where a part has none (the base).
     virtual bool SetDefault();
@@ -83,8 +85,16 @@ protected:
     explicit ozADMCtrl(unsigned long ctrlType);
     // Copies the base fields of other (strings duplicated, key and policy shared).
     void CopyBaseFrom(const ozADMCtrl& other);
-    // Writes the part's CLIENTEXT line (with the template writer).
+    // The template text every part shares. _SaveClientExtADM: the client extension block,
+    // nothing without one. _SaveHeadADM: the type keyword directly after what stands on the
+    // line, and a KEYNAME line when the part has a key other than policyKey.
+    // _SaveValueNameADM: VALUENAME when the part has one and, when asked, REQUIRED when
+    // required. Each false at the first failed write.
     virtual bool _SaveClientExtADM(FILE* file, ozADMTree& tree);
+    bool _SaveHeadADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey, const char* typeKeyword);
+    bool _SaveValueNameADM(FILE* file, ozADMTree& tree, bool withRequired);
+    // The key a list inside the part inherits when read back: the part's, else the policy's.
+    ozSubKey* _CurrentKey(ozSubKey* policyKey) const;
 
     // What parts with a value name share: the value (created when missing) for writing, and
     // the value's registry path for listing. Null / false without key or value name.

@@ -4,6 +4,8 @@
 
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "ozADMTree.h"
+#include "ozADMWriterLines.h"
 
 ozADMDropdownList::ozADMDropdownList() : ozADMCtrl(CtrlDropdownList) {}
 
@@ -41,9 +43,33 @@ bool ozADMDropdownList::SaveToCollection(CCollection<ozADMRegEntry>& collection,
     return item->ActionList() == nullptr || item->ActionList()->SaveToCollection(collection);
 }
 
-bool ozADMDropdownList::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+bool ozADMDropdownList::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
 {
-    return false;  // the part's template text is written by the template writer
+    if (!_SaveHeadADM(file, tree, policyKey, "DROPDOWNLIST") ||
+        !_SaveValueNameADM(file, tree, /*withRequired=*/true) ||
+        !ozWriteLine(file, tree, "ITEMLIST"))
+        return false;
+    if (m_items.Count() > 0) {
+        tree.IndentInc();
+        for (int pos = 0; pos < m_items.Count(); ++pos) {
+            ozADMListItem* item = m_items.At(pos);
+            if (!ozWriteTextLine(file, tree, "NAME", item->Name()) || !tree.WriteIndent(file) ||
+                std::fputs("VALUE ", file) == EOF || !item->Value().SaveADM(file, tree) ||
+                (pos == m_default && std::fprintf(file, "\t%s", "DEFAULT") < 0) ||
+                std::fputc('\n', file) == EOF ||
+                !ozWriteActionListBlock(file, tree, "ACTIONLIST", item->ActionList(),
+                                        _CurrentKey(policyKey)))
+                return false;
+        }
+        tree.IndentDec();
+    }
+    if (!ozWriteLine(file, tree, "END ITEMLIST"))
+        return false;
+    // Unlike a combo box's, this block is not indented.
+    if (m_noSort && !(ozWriteLine(file, tree, "#if VERSION > 1") &&
+                      ozWriteLine(file, tree, "NOSORT") && ozWriteLine(file, tree, "#endif")))
+        return false;
+    return _SaveClientExtADM(file, tree);
 }
 
 bool ozADMDropdownList::SetDefault()

@@ -5,7 +5,9 @@
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "core/tree/ozOwnedText.h"
+#include "ozADMTree.h"
 #include "ozADMValue.h"
+#include "ozADMWriterLines.h"
 
 ozADMEditText::ozADMEditText() : ozADMCtrl(CtrlEditText) {}
 
@@ -49,9 +51,20 @@ bool ozADMEditText::SaveToCollection(CCollection<ozADMRegEntry>& collection, boo
     return AddEntry(written, collection, m_expandable);
 }
 
-bool ozADMEditText::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+bool ozADMEditText::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
 {
-    return false;  // the part's template text is written by the template writer
+    return _SaveHeadADM(file, tree, policyKey, "EDITTEXT") && _SaveEditSettingsADM(file, tree) &&
+           _SaveClientExtADM(file, tree);
+}
+
+bool ozADMEditText::_SaveEditSettingsADM(FILE* file, ozADMTree& tree)
+{
+    return _SaveValueNameADM(file, tree, /*withRequired=*/true) &&
+           (m_default == nullptr || ozWriteTextLine(file, tree, "DEFAULT", m_default.get())) &&
+           (m_maxLen == 0 ||
+            (tree.WriteIndent(file) &&
+             std::fprintf(file, "MAXLEN %u\n", static_cast<unsigned>(m_maxLen)) >= 0)) &&
+           (!m_expandable || ozWriteLine(file, tree, "EXPANDABLETEXT"));
 }
 
 bool ozADMEditText::SetDefault()

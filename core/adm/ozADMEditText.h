@@ -29,6 +29,9 @@ public:
 protected:
     explicit ozADMEditText(unsigned long ctrlType);
     void CopyEditTextFrom(const ozADMEditText& other);
+    // The settings an edit text and a combo box share, one line each: VALUENAME, REQUIRED,
+    // DEFAULT, MAXLEN (when not 0) and EXPANDABLETEXT. False at the first failed write.
+    bool _SaveEditSettingsADM(FILE* file, ozADMTree& tree);
 
 private:
     std::unique_ptr<char[]> m_value;

@@ -7,6 +7,7 @@
 #include "core/registry/ozSubKey.h"
 #include "core/tree/ozOwnedText.h"
 #include "ozADMRegEntry.h"
+#include "ozADMWriterLines.h"
 
 ozADMListBox::ozADMListBox() : ozADMCtrl(CtrlListBox)
 {
@@ -72,9 +73,18 @@ bool ozADMListBox::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool
     return true;
 }
 
-bool ozADMListBox::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+bool ozADMListBox::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
 {
-    return false;  // the part's template text is written by the template writer
+    if (!_SaveHeadADM(file, tree, policyKey, "LISTBOX"))
+        return false;
+    if (m_explicitValue) {
+        if (!ozWriteLine(file, tree, "EXPLICITVALUE"))
+            return false;
+    } else if (m_valuePrefix != nullptr &&
+               !ozWriteTextLine(file, tree, "VALUEPREFIX", m_valuePrefix.get())) {
+        return false;
+    }
+    return (!m_additive || ozWriteLine(file, tree, "ADDITIVE")) && _SaveClientExtADM(file, tree);
 }
 
 bool ozADMListBox::SetDefault()

@@ -6,7 +6,9 @@
 
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "ozADMTree.h"
 #include "ozADMValue.h"
+#include "ozADMWriterLines.h"
 
 namespace {
 
@@ -49,9 +51,22 @@ bool ozADMNumeric::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool
     return AddEntry(written, collection, false);
 }
 
-bool ozADMNumeric::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+bool ozADMNumeric::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
 {
-    return false;  // the part's template text is written by the template writer
+    if (!_SaveHeadADM(file, tree, policyKey, "NUMERIC") ||
+        !_SaveValueNameADM(file, tree, /*withRequired=*/true))
+        return false;
+    if (!m_defaultEmpty && !ozWriteNumberLine(file, tree, "DEFAULT", m_default))
+        return false;
+    if (!ozWriteNumberLine(file, tree, "MIN", m_min) ||
+        !ozWriteNumberLine(file, tree, "MAX", m_max) ||
+        !ozWriteNumberLine(file, tree, "SPIN", static_cast<unsigned long>(m_spin)))
+        return false;
+    // Without a line feed: what follows continues on the same line, which reads back alike
+    // because keywords are separated by any white space.
+    if (m_txtConvert && !(tree.WriteIndent(file) && std::fputs("TXTCONVERT", file) != EOF))
+        return false;
+    return _SaveClientExtADM(file, tree);
 }
 
 bool ozADMNumeric::SetDefault()

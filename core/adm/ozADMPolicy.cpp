@@ -7,6 +7,8 @@
 #include "core/registry/ozSubKey.h"
 #include "core/tree/ozOwnedText.h"
 #include "ozADMRegEntry.h"
+#include "ozADMTree.h"
+#include "ozADMWriterLines.h"
 
 ozADMPolicy::~ozADMPolicy() = default;
 
@@ -249,4 +251,57 @@ bool ozADMPolicy::Configures(CCollection<ozADMRegEntry>& collection) const
             return false;
     }
     return true;
+}
+
+bool ozADMPolicy::SaveNode(FILE* file)
+{
+    ozADMTree* tree = ADMTree();
+    ozSubKey* key = RegKey();
+    if (tree == nullptr || !ozWriteTextLine(file, *tree, "POLICY", Name()))
+        return false;
+    tree->IndentInc();
+    if (m_explain != nullptr &&
+        !(ozBeginVersionBlock(file, *tree, 2) &&
+          ozWriteTextLine(file, *tree, "EXPLAIN", m_explain.get()) &&
+          ozEndVersionBlock(file, *tree)))
+        return false;
+    if (!ozWriteKeyLine(file, *tree, key))
+        return false;
+    if (m_valueName != nullptr && !ozWriteTextLine(file, *tree, "VALUENAME", m_valueName.get()))
+        return false;
+    if (!ozWriteClientExtBlock(file, *tree, m_clientExt.get()))
+        return false;
+    if (m_valueName != nullptr) {
+        if (m_valueOn.Type() != ozADMValue::ValueEmpty &&
+            !ozWriteValueLine(file, *tree, "VALUEON", m_valueOn))
+            return false;
+        if (m_valueOff.Type() != ozADMValue::ValueEmpty &&
+            !ozWriteValueLine(file, *tree, "VALUEOFF", m_valueOff))
+            return false;
+    }
+    if (!ozWriteActionListBlock(file, *tree, "ACTIONLISTON", m_actionListOn.get(), key) ||
+        !ozWriteActionListBlock(file, *tree, "ACTIONLISTOFF", m_actionListOff.get(), key))
+        return false;
+    for (int pos = 0; pos < m_controls.Count(); ++pos) {
+        ozADMCtrl* part = m_controls.At(pos);
+        if (!tree->WriteIndent(file) || std::fputs("PART ", file) == EOF ||
+            !tree->WriteString(file, part->Name()) || std::fputc(' ', file) == EOF)
+            return false;
+        tree->IndentInc();
+        if (!part->SaveADM(file, *tree, key))
+            return false;
+        tree->IndentDec();
+        if (!ozWriteLine(file, *tree, "END PART"))
+            return false;
+    }
+    return true;
+}
+
+bool ozADMPolicy::SaveNodeAfter(FILE* file)
+{
+    ozADMTree* tree = ADMTree();
+    if (tree == nullptr)
+        return false;
+    tree->IndentDec();
+    return ozWriteLine(file, *tree, "END POLICY");
 }

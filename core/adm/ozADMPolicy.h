@@ -37,6 +37,12 @@ public:
     bool Sync() override;
     // Policies have no defaults: false, by design.
     bool SetDefault() override;
+    // Template text: `POLICY name`, then one level deeper the explain text, KEYNAME, the value
+    // name, the client extension, VALUEON / VALUEOFF (only with a value name), the action lists
+    // and the parts; SaveNodeAfter writes "END POLICY" at the POLICY line's indentation. False
+    // outside a tree, without a key, or for a failed write.
+    bool SaveNode(FILE* file) override;
+    bool SaveNodeAfter(FILE* file) override;
 
     // Stores the state without touching the registry tree.
     virtual void State(tPOLICYSTATE state);

@@ -50,3 +50,21 @@ unsigned long ozADMRoot::RootType() const
 {
     return m_rootType;
 }
+
+bool ozADMRoot::SaveNode(FILE* file)
+{
+    ozADMTree* tree = ADMTree();
+    if (tree == nullptr || file == nullptr)
+        return false;
+    tree->IndentInc();
+    return std::fprintf(file, "CLASS %s\n", Path()) >= 0;
+}
+
+bool ozADMRoot::SaveNodeAfter(FILE* file)
+{
+    ozADMTree* tree = ADMTree();
+    if (tree == nullptr || file == nullptr)
+        return false;
+    tree->IndentDec();
+    return std::fputc('\n', file) != EOF;
+}

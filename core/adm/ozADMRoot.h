@@ -19,6 +19,10 @@ public:
     ozRegTree* RegistryTree() const override;
     HKEY RootKey() const override;
     const char* Path() const override;
+    // Template text: `CLASS name` at the left margin, the contents one level deeper, and an
+    // empty line after them. False outside a tree or for a failed write.
+    bool SaveNode(FILE* file) override;
+    bool SaveNodeAfter(FILE* file) override;
 
     // Exactly "USER" gives the user class; every other text the machine class.
     virtual void RootType(const char* text);

@@ -4,9 +4,10 @@ ozADMText::ozADMText() : ozADMCtrl(CtrlText) {}
 
 ozADMText::~ozADMText() = default;
 
-bool ozADMText::SaveADM(FILE*, ozADMTree&, ozSubKey*)
+bool ozADMText::SaveADM(FILE* file, ozADMTree&, ozSubKey*)
 {
-    return false;  // the part's template text is written by the template writer
+    // A text part is its keyword alone: its key and value name are never read back.
+    return file != nullptr && std::fputs("TEXT\n", file) != EOF;
 }
 
 ozADMCtrl* ozADMText::Copy() const

@@ -1,5 +1,7 @@
 #include "ozADMTree.h"
 
+#include <memory>
+
 #include "ozADMNode.h"
 #include "ozADMPolicy.h"
 
@@ -71,16 +73,48 @@ bool ozADMTree::SetDefaultValues()
     return true;
 }
 
-// The string references and the [strings] section come with the template writer; until then
-// nothing is written and the write reports failure.
-bool ozADMTree::WriteString(FILE*, const char*)
+bool ozADMTree::Save(FILE* file)
 {
-    return false;
+    if (file == nullptr)
+        return false;
+    m_strings.RemoveAll();
+    m_stringCounter = 0;
+    m_indentation = 0;
+    // Buffered output fails only when it reaches the device, so the flush belongs to the save.
+    bool saved = ozTree::Save(file) && SaveStringList(file) && std::fflush(file) == 0;
+    m_strings.RemoveAll();
+    return saved;
 }
 
-bool ozADMTree::SaveStringList(FILE*)
+bool ozADMTree::WriteString(FILE* file, const char* text)
 {
-    return false;
+    if (file == nullptr)
+        return false;
+    if (text == nullptr || *text == '\0')
+        return std::fputs("\"\"", file) != EOF;
+    auto entry = std::make_unique<ozADMStringEntry>();
+    entry->Number(++m_stringCounter);
+    entry->String(text);
+    if (!m_strings.Add(entry.get()))
+        return false;
+    entry.release();
+    return std::fprintf(file, "!!%s%lu", "string", m_stringCounter) >= 0;
+}
+
+bool ozADMTree::SaveStringList(FILE* file)
+{
+    if (file == nullptr)
+        return false;
+    if (m_strings.Count() == 0)
+        return true;
+    if (std::fputs("\n[strings]\n\n", file) == EOF)
+        return false;
+    for (int pos = 0; pos < m_strings.Count(); ++pos) {
+        const ozADMStringEntry* entry = m_strings.At(pos);
+        if (std::fprintf(file, "%s%lu=\"%s\"\n", "string", entry->Number(), entry->String()) < 0)
+            return false;
+    }
+    return true;
 }
 
 void ozADMTree::IndentInc()

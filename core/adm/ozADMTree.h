@@ -27,10 +27,20 @@ public:
     virtual bool Sync();
     // Every node resets itself to its defaults (policies have none). True.
     virtual bool SetDefaultValues();
-    // Writes text as a reference into the [strings] list of the template being written (with
-    // the template writer).
+
+    // Writes the tree as a template: the class roots, categories and policies in tree order,
+    // every text as a string reference, then the [strings] section with those texts. Numbering
+    // and indentation start anew with each call. False at the first failed write, at a policy
+    // without key, or when the stream cannot be flushed; the [strings] section is then not
+    // written, and what was written stays in the stream.
+    bool Save(FILE* file) override;
+    // Writes "" for a null or empty text; otherwise the next reference !!stringN, remembering
+    // the text for the [strings] section. Every call takes a new number, even for a text
+    // written before. False for a null stream or a failed write.
     virtual bool WriteString(FILE* file, const char* text);
-    // Writes the [strings] section of the template being written (with the template writer).
+    // Writes the [strings] section of the texts referenced so far: nothing (true) when there
+    // are none; else a blank line, "[strings]", a blank line and one line `stringN="text"` per
+    // text in order, the text as it is (quotes in it are not escaped). False for a failed write.
     virtual bool SaveStringList(FILE* file);
     // The writer's indentation: 4 spaces more; 4 less, where less than 5 becomes 0.
     virtual void IndentInc();
@@ -47,5 +57,6 @@ private:
     ozRegTree m_userTree;
     ozRegTree m_machineTree;
     CCollection<ozADMStringEntry> m_strings{true};
+    unsigned long m_stringCounter = 0;
     unsigned long m_indentation = 0;
 };

@@ -1,0 +1,400 @@
+// The template writer's bytes: a whole short template, each part's lines, the [strings]
+// section, and what a failed write leaves.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <string>
+
+#include "core/adm/ozADMCategory.h"
+#include "core/adm/ozADMCheckBox.h"
+#include "core/adm/ozADMComboBox.h"
+#include "core/adm/ozADMDropdownList.h"
+#include "core/adm/ozADMListBox.h"
+#include "core/adm/ozADMNumeric.h"
+#include "core/adm/ozADMPolicy.h"
+#include "core/adm/ozADMRoot.h"
+#include "core/adm/ozADMText.h"
+#include "core/adm/ozADMTree.h"
+#include "core/registry/ozRegTree.h"
+#include "tests/support/ozTestFiles.h"
+
+namespace {
+
+// What `write` puts into a fresh stream, with its result.
+struct Written {
+    bool result;
+    std::string bytes;
+};
+
+Written WriteToFile(const std::function<bool(FILE*)>& write)
+{
+    ozTestFile file("ozadm-writer-test.adm");
+    FILE* stream = std::fopen(file.Path(), "wb+");
+    if (stream == nullptr)
+        return {false, "cannot open " + std::string(file.Path())};
+    Written written{write(stream), {}};
+    std::fflush(stream);
+    std::rewind(stream);
+    for (int c; (c = std::fgetc(stream)) != EOF;)
+        written.bytes.push_back(static_cast<char>(c));
+    std::fclose(stream);
+    return written;
+}
+
+// MACHINE\Category\Policy with key Software\Pol and value Enabled (on 1, off 0).
+struct TemplateTree {
+    TemplateTree()
+    {
+        root = new ozADMRoot(RootMachine);
+        root->Name("MACHINE");
+        tree.AddBelow(root);
+        category = new ozADMCategory;
+        category->Name("Network settings");
+        tree.AddBelowAsLast(category);
+        policy = new ozADMPolicy;
+        policy->Name("Policy");
+        tree.AddBelowAsLast(policy);
+        policy->RegKey("Software\\Pol");
+        policy->Valuename("Enabled");
+        policy->ValueOn().SetNumeric(1);
+        policy->ValueOff().SetNumeric(0);
+    }
+    Written Save() { return WriteToFile([this](FILE* f) { return tree.Save(f); }); }
+    // The part's own text as its policy writes it, at the indentation of a policy's contents.
+    Written SavePart(ozADMCtrl* part)
+    {
+        policy->AddControl(part);
+        return WriteToFile([&](FILE* f) {
+            for (int level = 0; level < 3; ++level)
+                tree.IndentInc();
+            return part->SaveADM(f, tree, policy->RegKey());
+        });
+    }
+    ozSubKey* Key(const char* path) { return tree.MacTree().FindKey(HKEY_LOCAL_MACHINE, path); }
+
+    ozADMTree tree;
+    ozADMRoot* root = nullptr;
+    ozADMCategory* category = nullptr;
+    ozADMPolicy* policy = nullptr;
+};
+
+class WriterTest : public ::testing::Test, protected TemplateTree {};
+
+TEST_F(WriterTest, ShortTemplateByteForByte)
+{
+    Written written = Save();
+    EXPECT_TRUE(written.result);
+    EXPECT_EQ(written.bytes,
+              "CLASS MACHINE\n"
+              "    CATEGORY !!string1\n"
+              "        POLICY !!string2\n"
+              "            KEYNAME \"Software\\Pol\"\n"
+              "            VALUENAME !!string3\n"
+              "            VALUEON NUMERIC 1\n"
+              "            VALUEOFF NUMERIC 0\n"
+              "        END POLICY\n"
+              "        END CATEGORY\n"
+              "\n"
+              "\n[strings]\n\n"
+              "string1=\"Network settings\"\n"
+              "string2=\"Policy\"\n"
+              "string3=\"Enabled\"\n");
+    EXPECT_EQ(Save().bytes, written.bytes) << "numbering starts anew with each save";
+}
+
+TEST_F(WriterTest, PolicyBlocksAndActionLists)
+{
+    policy->Name("Same");
+    policy->Explain("");
+    policy->ClientExt("{0A}");
+    policy->Valuename("");
+    policy->ValueOff().SetInit();
+    auto* on = new ozADMActionList;
+    const char* keys[] = {"Software\\Pol", "Software\\Other", "Software\\Other"};
+    for (const char* path : keys) {
+        auto* item = new ozActionItem;
+        item->RegKey(Key(path));
+        item->ValueName("say \"hi\"");
+        item->Value().SetDelete();
+        on->Add(item);
+    }
+    policy->ActionListOn(on);
+    auto* second = new ozADMPolicy;
+    second->Name("Same");
+    second->RegKey("Software\\Pol");
+    tree.SetCurrentNode(category);
+    tree.AddBelowAsLast(second);
+
+    EXPECT_EQ(Save().bytes,
+              "CLASS MACHINE\n"
+              "    CATEGORY !!string1\n"
+              "        POLICY !!string2\n"
+              "            #if VERSION > 2\n"
+              "                EXPLAIN \"\"\n"
+              "            #endif\n"
+              "            KEYNAME \"Software\\Pol\"\n"
+              "            VALUENAME \"\"\n"
+              "            #if VERSION > 2\n"
+              "                CLIENTEXT {0A}\n"
+              "            #endif\n"
+              "            VALUEON NUMERIC 1\n"
+              "            ACTIONLISTON\n"
+              "                VALUENAME !!string3\n"
+              "                VALUE DELETE\n"
+              "                KEYNAME \"Software\\Other\"\n"
+              "                VALUENAME !!string4\n"
+              "                VALUE DELETE\n"
+              "                VALUENAME !!string5\n"
+              "                VALUE DELETE\n"
+              "            END ACTIONLISTON\n"
+              "        END POLICY\n"
+              "        POLICY !!string6\n"
+              "            KEYNAME \"Software\\Pol\"\n"
+              "        END POLICY\n"
+              "        END CATEGORY\n"
+              "\n"
+              "\n[strings]\n\n"
+              "string1=\"Network settings\"\n"
+              "string2=\"Same\"\n"
+              "string3=\"say \"hi\"\"\n"
+              "string4=\"say \"hi\"\"\n"
+              "string5=\"say \"hi\"\"\n"
+              "string6=\"Same\"\n")
+        << "equal texts are not merged; quotes are not escaped";
+}
+
+TEST_F(WriterTest, NoTextsNoStringsSection)
+{
+    delete category;  // takes the policy with it
+    EXPECT_EQ(Save().bytes, "CLASS MACHINE\n\n");
+}
+
+TEST_F(WriterTest, PolicyWithoutKeyEndsTheSave)
+{
+    auto* keyless = new ozADMPolicy;
+    keyless->Name("Keyless");
+    tree.SetCurrentNode(category);
+    tree.AddBelowAsLast(keyless);
+    Written written = Save();
+    EXPECT_FALSE(written.result);
+    EXPECT_EQ(written.bytes.find("[strings]"), std::string::npos) << written.bytes;
+    EXPECT_NE(written.bytes.find("POLICY !!string4\n"), std::string::npos)
+        << "what was written stays: " << written.bytes;
+}
+
+TEST(WriterIndentation, NeverBelowZero)
+{
+    ozADMTree tree;
+    tree.IndentDec();
+    tree.IndentInc();
+    tree.IndentInc();
+    tree.IndentDec();
+    EXPECT_EQ(WriteToFile([&](FILE* f) { return tree.WriteIndent(f); }).bytes, "    ");
+    tree.IndentDec();
+    tree.IndentDec();
+    EXPECT_EQ(WriteToFile([&](FILE* f) { return tree.WriteIndent(f); }).bytes, "");
+    EXPECT_FALSE(tree.WriteIndent(nullptr));
+}
+
+// One row per part type and setting combination: the part's lines after "PART name ".
+TEST(WriterParts, Lines)
+{
+    const std::string in = "            ";  // a policy's contents
+    struct Row {
+        const char* what;
+        std::function<ozADMCtrl*(TemplateTree&)> make;
+        std::string expected;
+    };
+    const Row rows[] = {
+        {"check box with everything",
+         [](TemplateTree& t) {
+             auto* part = new ozADMCheckBox;
+             part->Key(t.Key("Software\\Pol\\Sub"));
+             part->ValueName("check");
+             part->Default(true);
+             part->ValueOn().SetString("yes");
+             part->ValueOff().SetDelete();
+             auto* list = new ozADMActionList;
+             auto* item = new ozActionItem;
+             item->RegKey(t.Key("Software\\Pol\\Sub"));
+             item->ValueName("x");
+             item->Value().SetNumeric(2);
+             list->Add(item);
+             part->ActionListOff(list);
+             part->ClientExt("{C}");
+             return part;
+         },
+         "CHECKBOX\n" + in + "KEYNAME \"Software\\Pol\\Sub\"\n" + in + "VALUENAME !!string1\n" +
+             in + "DEFCHECKED\n" + in + "VALUEON !!string2\n" + in + "VALUEOFF DELETE\n" + in +
+             "ACTIONLISTOFF\n" + in + "    VALUENAME !!string3\n" + in +
+             "    VALUE NUMERIC 2\n" + in + "END ACTIONLISTOFF\n" + in + "#if VERSION > 2\n" +
+             in + "    CLIENTEXT {C}\n" + in + "#endif\n"},
+        {"check box in the policy's key",
+         [](TemplateTree& t) {
+             auto* part = new ozADMCheckBox;
+             part->Key(t.policy->RegKey());
+             return part;
+         },
+         "CHECKBOX\n" + in + "VALUEON NUMERIC 1\n" + in + "VALUEOFF NUMERIC 0\n"},
+        {"numeric without default",
+         [](TemplateTree&) {
+             auto* part = new ozADMNumeric;
+             part->ValueName("n");
+             part->Required(true);
+             return part;
+         },
+         "NUMERIC\n" + in + "VALUENAME !!string1\n" + in + "REQUIRED\n" + in + "MIN 0\n" + in +
+             "MAX 9999\n" + in + "SPIN 1\n"},
+        {"numeric with default and TXTCONVERT, no line feed after it",
+         [](TemplateTree&) {
+             auto* part = new ozADMNumeric;
+             part->Default(5);
+             part->DefaultEmpty(false);
+             part->Min(1);
+             part->Max(10);
+             part->Spin(0);
+             part->TxtConvert(true);
+             part->ClientExt("{N}");
+             return part;
+         },
+         "NUMERIC\n" + in + "DEFAULT 5\n" + in + "MIN 1\n" + in + "MAX 10\n" + in + "SPIN 0\n" +
+             in + "TXTCONVERT" + in + "#if VERSION > 2\n" + in + "    CLIENTEXT {N}\n" + in +
+             "#endif\n"},
+        {"edit text",
+         [](TemplateTree&) {
+             auto* part = new ozADMEditText;
+             part->ValueName("e");
+             part->Required(true);
+             part->Default("def");
+             part->MaxLen(20);
+             part->Expandable(true);
+             return part;
+         },
+         "EDITTEXT\n" + in + "VALUENAME !!string1\n" + in + "REQUIRED\n" + in +
+             "DEFAULT !!string2\n" + in + "MAXLEN 20\n" + in + "EXPANDABLETEXT\n"},
+        {"combo box with suggestions and NOSORT",
+         [](TemplateTree&) {
+             auto* part = new ozADMComboBox;
+             part->ValueName("c");
+             part->AddSuggestion("one");
+             part->AddSuggestion("two");
+             part->NoSort(true);
+             return part;
+         },
+         "COMBOBOX\n" + in + "VALUENAME !!string1\n" + in + "SUGGESTIONS\n" + in +
+             "    !!string2\n" + in + "    !!string3\n" + in + "END SUGGESTIONS\n" + in +
+             "#if VERSION > 1\n" + in + "    NOSORT\n" + in + "#endif\n"},
+        {"text: the keyword alone",
+         [](TemplateTree& t) {
+             auto* part = new ozADMText;
+             part->Key(t.Key("Software\\Elsewhere"));
+             part->ValueName("");
+             part->ClientExt("{T}");
+             return part;
+         },
+         "TEXT\n"},
+        {"drop-down list with default, action list and NOSORT",
+         [](TemplateTree& t) {
+             auto* part = new ozADMDropdownList;
+             part->ValueName("d");
+             part->NoSort(true);
+             ozADMValue value;
+             value.SetNumeric(1);
+             part->AddItem("first", value, nullptr);
+             auto* list = new ozADMActionList;
+             auto* item = new ozActionItem;
+             item->RegKey(t.Key("Software\\Pol\\Extra"));
+             item->ValueName("x");
+             item->Value().SetString("v");
+             list->Add(item);
+             value.SetDelete();
+             part->AddItem("second", value, list);
+             part->Default(1);
+             return part;
+         },
+         "DROPDOWNLIST\n" + in + "VALUENAME !!string1\n" + in + "ITEMLIST\n" + in +
+             "    NAME !!string2\n" + in + "    VALUE NUMERIC 1\n" + in + "    NAME !!string3\n" +
+             in + "    VALUE DELETE\tDEFAULT\n" + in + "    ACTIONLIST\n" + in +
+             "        KEYNAME \"Software\\Pol\\Extra\"\n" + in + "        VALUENAME !!string4\n" +
+             in + "        VALUE !!string5\n" + in + "    END ACTIONLIST\n" + in +
+             "END ITEMLIST\n" + in + "#if VERSION > 1\n" + in + "NOSORT\n" + in + "#endif\n"},
+        {"drop-down list without items",
+         [](TemplateTree&) { return new ozADMDropdownList; },
+         "DROPDOWNLIST\n" + in + "ITEMLIST\n" + in + "END ITEMLIST\n"},
+        {"list box with prefix",
+         [](TemplateTree&) {
+             auto* part = new ozADMListBox;
+             part->ValueName("ignored");
+             part->Required(true);
+             part->ValuePrefix("p");
+             part->Additive(true);
+             return part;
+         },
+         "LISTBOX\n" + in + "VALUEPREFIX !!string1\n" + in + "ADDITIVE\n"},
+        {"list box with explicit values drops the prefix",
+         [](TemplateTree&) {
+             auto* part = new ozADMListBox;
+             part->ValuePrefix("p");
+             part->ExplicitValue(true);
+             return part;
+         },
+         "LISTBOX\n" + in + "EXPLICITVALUE\n"},
+    };
+    for (const Row& row : rows) {
+        TemplateTree fresh;
+        Written written = fresh.SavePart(row.make(fresh));
+        EXPECT_TRUE(written.result) << row.what;
+        EXPECT_EQ(written.bytes, row.expected) << row.what;
+    }
+}
+
+TEST_F(WriterTest, PartInsidePolicy)
+{
+    auto* part = new ozADMNumeric;
+    part->Name("Count");
+    part->TxtConvert(true);
+    policy->AddControl(part);
+    std::string bytes = Save().bytes;
+    EXPECT_NE(bytes.find("            PART !!string4 NUMERIC\n"
+                         "                MIN 0\n"
+                         "                MAX 9999\n"
+                         "                SPIN 1\n"
+                         "                TXTCONVERT            END PART\n"
+                         "        END POLICY\n"),
+              std::string::npos)
+        << bytes;
+}
+
+TEST_F(WriterTest, FailedWriteEndsTheSave)
+{
+    ozTestFile file("ozadm-writer-readonly.adm", "old");
+    FILE* readOnly = std::fopen(file.Path(), "rb");
+    ASSERT_NE(readOnly, nullptr);
+    EXPECT_FALSE(tree.Save(readOnly));
+    std::fclose(readOnly);
+    EXPECT_FALSE(tree.Save(nullptr));
+}
+
+#if !defined(_WIN32)
+TEST_F(WriterTest, DeviceFullPartWay)
+{
+    std::string whole = Save().bytes;
+    char memory[100];
+    FILE* full = fmemopen(memory, sizeof memory, "w");
+    ASSERT_NE(full, nullptr);
+    std::setvbuf(full, nullptr, _IONBF, 0);
+    EXPECT_FALSE(tree.Save(full));
+    std::fclose(full);
+    EXPECT_EQ(std::string(memory, sizeof memory - 1), whole.substr(0, sizeof memory - 1))
+        << "the output up to the failure stays";
+
+    FILE* device = std::fopen("/dev/full", "w");
+    if (device == nullptr)
+        GTEST_SKIP() << "no /dev/full";
+    EXPECT_FALSE(tree.Save(device)) << "a buffered stream fails when flushed";
+    std::fclose(device);
+}
+#endif
+
+}  // namespace
