@@ -112,10 +112,14 @@ intptr_t CheckboxActionlistOff(intptr_t)
         [](ozADMCheckBox& part) { return ozTakeActionList(part, &ozADMCheckBox::ActionListOff); });
 }
 
+// A template's DEFAULT makes the default present: the part starts with it, and a template
+// written back keeps it.
 intptr_t NumericDefault(intptr_t token)
 {
-    return PartNumber<ozADMNumeric>(
-        token, [](ozADMNumeric& part, unsigned long number) { part.Default(number); });
+    return PartNumber<ozADMNumeric>(token, [](ozADMNumeric& part, unsigned long number) {
+        part.Default(number);
+        part.DefaultEmpty(false);
+    });
 }
 
 intptr_t NumericMin(intptr_t token)

@@ -51,8 +51,7 @@ bool ozADMCheckBox::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
            (m_valueOff.Type() == ozADMValue::ValueEmpty ||
             ozWriteValueLine(file, tree, "VALUEOFF", m_valueOff)) &&
            ozWriteActionListBlock(file, tree, "ACTIONLISTON", m_actionListOn.get(), currentKey) &&
-           ozWriteActionListBlock(file, tree, "ACTIONLISTOFF", m_actionListOff.get(),
-                                  currentKey) &&
+           ozWriteActionListBlock(file, tree, "ACTIONLISTOFF", m_actionListOff.get(), currentKey) &&
            _SaveClientExtADM(file, tree);
 }
 

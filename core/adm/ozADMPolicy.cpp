@@ -260,10 +260,9 @@ bool ozADMPolicy::SaveNode(FILE* file)
     if (tree == nullptr || !ozWriteTextLine(file, *tree, "POLICY", Name()))
         return false;
     tree->IndentInc();
-    if (m_explain != nullptr &&
-        !(ozBeginVersionBlock(file, *tree, 2) &&
-          ozWriteTextLine(file, *tree, "EXPLAIN", m_explain.get()) &&
-          ozEndVersionBlock(file, *tree)))
+    if (m_explain != nullptr && !(ozBeginVersionBlock(file, *tree, 2) &&
+                                  ozWriteTextLine(file, *tree, "EXPLAIN", m_explain.get()) &&
+                                  ozEndVersionBlock(file, *tree)))
         return false;
     if (!ozWriteKeyLine(file, *tree, key))
         return false;

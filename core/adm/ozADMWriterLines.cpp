@@ -60,8 +60,8 @@ bool ozWriteClientExtBlock(FILE* file, ozADMTree& tree, const char* clientExt)
            ozWritePlainLine(file, tree, "CLIENTEXT", clientExt) && ozEndVersionBlock(file, tree);
 }
 
-bool ozWriteActionListBlock(FILE* file, ozADMTree& tree, const char* keyword,
-                            ozADMActionList* list, ozSubKey* currentKey)
+bool ozWriteActionListBlock(FILE* file, ozADMTree& tree, const char* keyword, ozADMActionList* list,
+                            ozSubKey* currentKey)
 {
     if (list == nullptr)
         return true;

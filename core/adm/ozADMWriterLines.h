@@ -33,5 +33,5 @@ bool ozWriteClientExtBlock(FILE* file, ozADMTree& tree, const char* clientExt);
 
 // `keyword`, the list's items one level deeper, `END keyword`; nothing (true) for a null list.
 // currentKey is the key the list's items inherit when read back.
-bool ozWriteActionListBlock(FILE* file, ozADMTree& tree, const char* keyword,
-                            ozADMActionList* list, ozSubKey* currentKey);
+bool ozWriteActionListBlock(FILE* file, ozADMTree& tree, const char* keyword, ozADMActionList* list,
+                            ozSubKey* currentKey);

@@ -60,7 +60,10 @@ struct TemplateTree {
         policy->ValueOn().SetNumeric(1);
         policy->ValueOff().SetNumeric(0);
     }
-    Written Save() { return WriteToFile([this](FILE* f) { return tree.Save(f); }); }
+    Written Save()
+    {
+        return WriteToFile([this](FILE* f) { return tree.Save(f); });
+    }
     // The part's own text as its policy writes it, at the indentation of a policy's contents.
     Written SavePart(ozADMCtrl* part)
     {
@@ -227,9 +230,9 @@ TEST(WriterParts, Lines)
          },
          "CHECKBOX\n" + in + "KEYNAME \"Software\\Pol\\Sub\"\n" + in + "VALUENAME !!string1\n" +
              in + "DEFCHECKED\n" + in + "VALUEON !!string2\n" + in + "VALUEOFF DELETE\n" + in +
-             "ACTIONLISTOFF\n" + in + "    VALUENAME !!string3\n" + in +
-             "    VALUE NUMERIC 2\n" + in + "END ACTIONLISTOFF\n" + in + "#if VERSION > 2\n" +
-             in + "    CLIENTEXT {C}\n" + in + "#endif\n"},
+             "ACTIONLISTOFF\n" + in + "    VALUENAME !!string3\n" + in + "    VALUE NUMERIC 2\n" +
+             in + "END ACTIONLISTOFF\n" + in + "#if VERSION > 2\n" + in + "    CLIENTEXT {C}\n" +
+             in + "#endif\n"},
         {"check box in the policy's key",
          [](TemplateTree& t) {
              auto* part = new ozADMCheckBox;
@@ -319,8 +322,7 @@ TEST(WriterParts, Lines)
              "        KEYNAME \"Software\\Pol\\Extra\"\n" + in + "        VALUENAME !!string4\n" +
              in + "        VALUE !!string5\n" + in + "    END ACTIONLIST\n" + in +
              "END ITEMLIST\n" + in + "#if VERSION > 1\n" + in + "NOSORT\n" + in + "#endif\n"},
-        {"drop-down list without items",
-         [](TemplateTree&) { return new ozADMDropdownList; },
+        {"drop-down list without items", [](TemplateTree&) { return new ozADMDropdownList; },
          "DROPDOWNLIST\n" + in + "ITEMLIST\n" + in + "END ITEMLIST\n"},
         {"list box with prefix",
          [](TemplateTree&) {

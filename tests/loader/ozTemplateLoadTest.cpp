@@ -46,42 +46,7 @@ protected:
 
 TEST_F(TemplateLoadTest, PartsAndSettingsRealTemplatesSeldomUse)
 {
-    ASSERT_TRUE(Load(R"(CLASS USER
-CATEGORY Cat
-  KEYNAME "Software\Policies\Test"
-  POLICY Pol
-    part "Combo" COMBOBOX
-      VALUENAME combo DEFAULT "two" MAXLEN 20 REQUIRED
-      SUGGESTIONS
-        one "two words" !!Ref
-      END SUGGESTIONS
-      NOSORT
-    END PART
-    PART "Label" TEXT END PART
-    PART "Check" CHECKBOX
-      KEYNAME "Software\Policies\Test\Sub"
-      VALUENAME check DEFCHECKED VALUEON "on" VALUEOFF DELETE
-    END PART
-    PART "List" LISTBOX EXPLICITVALUE ADDITIVE END PART
-    PART "Drop" DROPDOWNLIST
-      VALUENAME drop NOSORT
-      ITEMLIST
-        NAME first VALUE NUMERIC 1
-        NAME second VALUE "2" DEFAULT
-          ACTIONLIST
-            VALUENAME extra VALUE NUMERIC 7
-            KEYNAME "Software\Policies\Other"
-            VALUENAME gone VALUE DELETE
-          END ACTIONLIST
-        NAME third VALUE DELETE
-      END ITEMLIST
-    END PART
-    PART "Number" NUMERIC VALUENAME n SPIN TXTCONVERT END PART
-  END POLICY
-END CATEGORY
-[strings]
-ref=referenced
-)")) << load.Message();
+    ASSERT_TRUE(load.Load(ozSourcePath("tests/templates/seldom-used.adm"))) << load.Message();
     const char* path = "USER\\Cat\\Pol";
     ASSERT_NE(Policy(path), nullptr);
     ASSERT_EQ(Policy(path)->Controls().Count(), 6);
@@ -137,6 +102,8 @@ ref=referenced
     ASSERT_EQ(number->CtrlType(), CtrlNumeric);
     EXPECT_EQ(number->Spin(), 1) << "SPIN without a number";
     EXPECT_TRUE(number->TxtConvert());
+    EXPECT_FALSE(number->DefaultEmpty()) << "a DEFAULT is a present default";
+    EXPECT_EQ(number->Default(), 3u);
 }
 
 TEST_F(TemplateLoadTest, StringsSectionRules)

@@ -1,0 +1,133 @@
+// Templates written back and read again: every template of the corpus that loads and every
+// template of the tests gives, after a write and a second load, the same tree field by field,
+// and the second tree writes the same bytes as the first.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/adm/ozADMTree.h"
+#include "tests/support/ozTemplateLoad.h"
+#include "tests/support/ozTestFiles.h"
+#include "tests/support/ozTreeDescription.h"
+
+namespace {
+
+struct TemplateFile {
+    std::string path;
+    bool mustLoad;  // ours must; a corpus or fuzz seed template may be damaged on purpose
+};
+
+void PrintTo(const TemplateFile& file, std::ostream* out)
+{
+    *out << file.path;
+}
+
+void AddTemplates(const std::string& folder, bool mustLoad, std::vector<TemplateFile>& files)
+{
+    std::error_code error;
+    if (folder.empty() || !std::filesystem::is_directory(folder, error))
+        return;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, error)) {
+        std::string extension = entry.path().extension().string();
+        std::transform(extension.begin(), extension.end(), extension.begin(),
+                       [](unsigned char c) { return std::tolower(c); });
+        if (entry.is_regular_file() && extension == ".adm")
+            files.push_back({entry.path().generic_string(), mustLoad});
+    }
+}
+
+std::vector<TemplateFile> AllTemplates()
+{
+    std::vector<TemplateFile> files;
+    AddTemplates(ozSourcePath("tests/templates"), true, files);
+    AddTemplates(ozSourcePath("fuzz/seeds/template"), false, files);
+    AddTemplates(ozCorpusPath("adm"), false, files);
+    std::sort(files.begin(), files.end(),
+              [](const TemplateFile& a, const TemplateFile& b) { return a.path < b.path; });
+    return files;
+}
+
+// A test name from the file's last two path components.
+std::string NameOf(const ::testing::TestParamInfo<TemplateFile>& info)
+{
+    std::filesystem::path path(info.param.path);
+    std::string name = path.parent_path().filename().string() + "_" + path.stem().string();
+    for (char& c : name)
+        if (!std::isalnum(static_cast<unsigned char>(c)))
+            c = '_';
+    return name + "_" + std::to_string(info.index);
+}
+
+std::string ReadBytes(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+// Writes the tree into path; false when the file cannot be opened or the save fails.
+bool SaveTree(ozADMTree& tree, const std::string& path)
+{
+    FILE* file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr)
+        return false;
+    bool saved = tree.Save(file);
+    return std::fclose(file) == 0 && saved;
+}
+
+class RoundTripTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(ozTemplateLoad::LoadGrammar()) << ErrorMessage(); }
+    static void TearDownTestSuite() { EBNFDestroy(); }
+
+    // Writes original's tree, loads the file again, and checks both trees and both writes.
+    void WriteAndReload(ozTemplateLoad& original)
+    {
+        ozTestFile first("ozadm-round-trip-1.adm");
+        ozTestFile second("ozadm-round-trip-2.adm");
+        ASSERT_TRUE(SaveTree(original.Tree(), first.Path()));
+        ozTemplateLoad reloaded;
+        ASSERT_TRUE(reloaded.Load(first.Path())) << reloaded.Message();
+        std::string difference =
+            ozFirstDifference(ozDescribeTree(original.Tree()), ozDescribeTree(reloaded.Tree()));
+        EXPECT_TRUE(difference.empty())
+            << "the written template reads back to another tree, " << difference;
+        ASSERT_TRUE(SaveTree(reloaded.Tree(), second.Path()));
+        EXPECT_EQ(ReadBytes(second.Path()), ReadBytes(first.Path()))
+            << "the tree read back writes other bytes";
+    }
+};
+
+class RoundTrip : public RoundTripTest, public ::testing::WithParamInterface<TemplateFile> {};
+
+TEST_P(RoundTrip, WriteReadWrite)
+{
+    ozTemplateLoad original;
+    if (!original.Load(GetParam().path)) {
+        ASSERT_FALSE(GetParam().mustLoad) << original.Message();
+        GTEST_SKIP() << "does not load: " << original.Message();
+    }
+    WriteAndReload(original);
+}
+
+INSTANTIATE_TEST_SUITE_P(Templates, RoundTrip, ::testing::ValuesIn(AllTemplates()), NameOf);
+
+TEST_F(RoundTripTest, TwoTemplatesWriteOneFileOfTheMergedTree)
+{
+    ozTemplateLoad merged;
+    ASSERT_TRUE(merged.Load(ozSourcePath("tests/templates/every-part.adm"))) << merged.Message();
+    ASSERT_TRUE(merged.Load(ozSourcePath("tests/templates/seldom-used.adm"))) << merged.Message();
+    ASSERT_NE(merged.Tree().FindNode("USER\\Desktop\\Wallpaper"), nullptr);
+    ASSERT_NE(merged.Tree().FindNode("USER\\Cat\\Pol"), nullptr);
+    WriteAndReload(merged);
+}
+
+}  // namespace
