@@ -2,11 +2,14 @@
 // grammar actions, against only reading the same file and converting it to narrow text.
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
+#include "core/adm/ozADMTree.h"
 #include "engine/ozEBNF.h"
 #include "engine/ozTemplateText.h"
+#include "loader/tTreeCodeHandle.h"
 
 namespace {
 
@@ -59,5 +62,36 @@ void BM_LoadTemplate(benchmark::State& state)
                             static_cast<int64_t>(std::filesystem::file_size(Template)));
 }
 BENCHMARK(BM_LoadTemplate)->Unit(benchmark::kMillisecond);
+
+// Writing the loaded tree back as a template into a file; the bytes processed are those of
+// the written file.
+void BM_WriteTemplate(benchmark::State& state)
+{
+    if (!HaveTemplate(state))
+        return;
+    if (EBNFLoad(OZ_SOURCE_DIR "/grammar/adm.bnf") == 0 || FileLoad(Template.c_str(), 1) <= 0) {
+        state.SkipWithError(ErrorMessage());
+        return;
+    }
+    ozADMTree& tree = *static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle())->tree;
+    std::string output =
+        (std::filesystem::temp_directory_path() / "ozadm-bench-write.adm").string();
+    for (auto _ : state) {
+        FILE* file = std::fopen(output.c_str(), "wb");
+        bool saved = file != nullptr && tree.Save(file);
+        if (file != nullptr)
+            std::fclose(file);
+        if (!saved) {
+            state.SkipWithError(("cannot write " + output).c_str());
+            break;
+        }
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
+                            static_cast<int64_t>(std::filesystem::file_size(output)));
+    std::filesystem::remove(output);
+    EBNFDestroyCode();
+    EBNFDestroy();
+}
+BENCHMARK(BM_WriteTemplate)->Unit(benchmark::kMillisecond);
 
 }  // namespace
