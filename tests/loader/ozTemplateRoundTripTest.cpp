@@ -115,6 +115,9 @@ TEST_P(RoundTrip, WriteReadWrite)
         ASSERT_FALSE(GetParam().mustLoad) << original.Message();
         GTEST_SKIP() << "does not load: " << original.Message();
     }
+    if (GetParam().path.find("zhCN") != std::string::npos && !ozNarrowTextHoldsChinese())
+        GTEST_SKIP() << "the narrow code page has no Chinese: distinct names became question "
+                        "marks, and equal names of siblings merge when the template is read back";
     WriteAndReload(original);
 }
 

@@ -1,6 +1,9 @@
 #include "ozTemplateLoad.h"
 
 #include <filesystem>
+#if defined(_WIN32)
+#include <windows.h>
+#endif
 
 namespace {
 
@@ -26,6 +29,16 @@ std::string ozCorpusPath(const std::string& relative)
     if (std::string(OZ_CORPUS_DIR).empty() || !std::filesystem::is_directory(folder))
         return {};
     return folder + "/" + relative;
+}
+
+bool ozNarrowTextHoldsChinese()
+{
+#if defined(_WIN32)
+    UINT codePage = GetACP();
+    return codePage == CP_UTF8 || codePage == 936 || codePage == 950;
+#else
+    return true;
+#endif
 }
 
 ozTemplateLoad::ozTemplateLoad() = default;

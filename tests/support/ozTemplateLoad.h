@@ -12,6 +12,9 @@ std::string ozSourcePath(const std::string& relative);
 // The corpus folder ("" when it is not there).
 std::string ozCorpusPath(const std::string& relative);
 
+// Whether narrow text (UTF-8 on POSIX, the ANSI code page on Windows) can hold Chinese.
+bool ozNarrowTextHoldsChinese();
+
 // One control's loads: templates merge into one code object, destroyed with this object.
 class ozTemplateLoad {
 public:
