@@ -9,7 +9,7 @@
 #include "core/adm/ozADMTree.h"
 #include "engine/ozEBNF.h"
 #include "engine/ozTemplateText.h"
-#include "loader/tTreeCodeHandle.h"
+#include "core/adm/tTreeCodeHandle.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "core/adm/ozADMTree.h"
 #include "engine/ozEBNF.h"
-#include "loader/tTreeCodeHandle.h"
+#include "core/adm/tTreeCodeHandle.h"
 #include "ozFuzzFile.h"
 #include "tests/support/ozTreeDescription.h"
 

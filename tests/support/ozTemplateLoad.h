@@ -5,7 +5,7 @@
 #include <string>
 
 #include "engine/ozEBNF.h"
-#include "loader/tTreeCodeHandle.h"
+#include "core/adm/tTreeCodeHandle.h"
 
 // A path of the source tree or the template corpus as the test's platform opens it.
 std::string ozSourcePath(const std::string& relative);
