@@ -70,8 +70,8 @@ bool ozProfileBinding::Save(tTreeCodeHandle* code, const char* library, const ch
     exporter->Code(code);
     // The machine profile is written before the user profile.
     bool saved = exporter->BeginMachineProfile(machineFile) &&
-                 code->tree->MacTree().Save(exporter) &&
-                 exporter->BeginUserProfile(userFile) && code->tree->UsrTree().Save(exporter);
+                 code->tree->MacTree().Save(exporter) && exporter->BeginUserProfile(userFile) &&
+                 code->tree->UsrTree().Save(exporter);
     entries.destroy(exporter);
     loaded.Release();
     if (saved)

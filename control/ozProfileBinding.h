@@ -13,7 +13,7 @@ struct tTreeCodeHandle;
 
 // The host message numbers the binding shows.
 enum : unsigned short {
-    HostMessageLibraryNotLoaded = 94,  // formatted with the library name
+    HostMessageLibraryNotLoaded = 94,   // formatted with the library name
     HostMessageEntryPointMissing = 95,  // formatted with the entry point and the library name
     HostMessageNoProfileObject = 96,
 };

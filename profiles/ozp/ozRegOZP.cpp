@@ -1,15 +1,26 @@
+// The entry points of the ".ozp" profile library.
+#include <new>
+
+#include "ozOZPExporter.h"
+#include "ozOZPImporter.h"
 #include "profiles/ozProfileLibrary.h"
 
 OZ_PROFILE_API ozRegExport* InitExportObject()
 {
-    return nullptr;
+    return new (std::nothrow) ozOZPExporter;
 }
 
-OZ_PROFILE_API void DestroyExportObject(ozRegExport*) {}
+OZ_PROFILE_API void DestroyExportObject(ozRegExport* exporter)
+{
+    delete static_cast<ozOZPExporter*>(exporter);
+}
 
 OZ_PROFILE_API ozRegImport* InitImportObject()
 {
-    return nullptr;
+    return new (std::nothrow) ozOZPImporter;
 }
 
-OZ_PROFILE_API void DestroyImportObject(ozRegImport*) {}
+OZ_PROFILE_API void DestroyImportObject(ozRegImport* importer)
+{
+    delete importer;
+}

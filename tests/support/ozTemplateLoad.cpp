@@ -5,27 +5,16 @@
 #include <windows.h>
 #endif
 
-namespace {
-
-std::string PlatformPath(std::string path)
-{
-#if defined(_WIN32)
-    if (!path.empty() && path[0] == '/')
-        path = "Z:" + path;  // the Unix root as Wine shows it
-#endif
-    return path;
-}
-
-}  // namespace
+#include "ozTestFiles.h"
 
 std::string ozSourcePath(const std::string& relative)
 {
-    return PlatformPath(std::string(OZ_SOURCE_DIR) + "/" + relative);
+    return ozPlatformPath(std::string(OZ_SOURCE_DIR) + "/" + relative);
 }
 
 std::string ozCorpusPath(const std::string& relative)
 {
-    std::string folder = PlatformPath(OZ_CORPUS_DIR);
+    std::string folder = ozPlatformPath(OZ_CORPUS_DIR);
     if (std::string(OZ_CORPUS_DIR).empty() || !std::filesystem::is_directory(folder))
         return {};
     return folder + "/" + relative;

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "engine/ozEBNF.h"
 #include "core/adm/tTreeCodeHandle.h"
+#include "engine/ozEBNF.h"
 
 // A path of the source tree or the template corpus as the test's platform opens it.
 std::string ozSourcePath(const std::string& relative);

@@ -13,6 +13,17 @@
 #define OZ_TEST_PROCESS_ID getpid()
 #endif
 
+// An absolute path of the build machine as the test's platform opens it: under Wine the Unix
+// root is the drive Z:.
+inline std::string ozPlatformPath(std::string path)
+{
+#if defined(_WIN32)
+    if (!path.empty() && path[0] == '/')
+        path = "Z:" + path;
+#endif
+    return path;
+}
+
 // A path in the temporary folder for name, of this process alone: the test cases of one
 // executable run as parallel processes.
 inline std::string ozTestFilePath(const std::string& name)

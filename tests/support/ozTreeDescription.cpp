@@ -10,6 +10,9 @@
 #include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMRoot.h"
 #include "core/adm/ozADMTree.h"
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozRootKey.h"
 #include "core/registry/ozSubKey.h"
 
 namespace {
@@ -167,7 +170,55 @@ public:
     }
 };
 
+std::string Hex(const unsigned char* data, unsigned long size)
+{
+    if (data == nullptr)
+        return "none";
+    static const char digits[] = "0123456789ABCDEF";
+    std::string hex;
+    for (unsigned long at = 0; at < size; ++at) {
+        hex += digits[data[at] >> 4];
+        hex += digits[data[at] & 15];
+    }
+    return "[" + hex + "]";
+}
+
+void DescribeKeys(ozTreeNode* first, std::vector<std::string>& lines)
+{
+    for (ozTreeNode* node = first; node != nullptr; node = node->Next()) {
+        auto* key = static_cast<ozRegKey*>(node);
+        if (key->Type() == KeySub) {
+            auto* subKey = static_cast<ozSubKey*>(key);
+            lines.push_back("KEY " + Key(subKey) + " op " + static_cast<char>(subKey->Op()) +
+                            " save " + Flag(subKey->Save()) + " adm " + Flag(subKey->ADM()) +
+                            " selected " + Flag(subKey->Selected()) + " wvar " +
+                            Flag(subKey->WVar()));
+            const CCollection<ozRegValue>& values = subKey->Values();
+            for (int pos = 0; pos < values.Count(); ++pos) {
+                const ozRegValue* value = values.At(pos);
+                lines.push_back(
+                    "  VALUE " + Text(value->Name()) + " type " + std::to_string(value->Type()) +
+                    " item " + static_cast<char>(value->RIT()) + " op " +
+                    static_cast<char>(value->Op()) + " root " + std::to_string(value->Root()) +
+                    " data " + Hex(value->Data(), value->Size()) + " data2 " +
+                    Hex(value->Data2(), value->Size2()));
+            }
+        } else {
+            lines.push_back("ROOT " +
+                            std::to_string(ozRootNumber(static_cast<ozRootKey*>(key)->HKey())));
+        }
+        DescribeKeys(node->Down(), lines);
+    }
+}
+
 }  // namespace
+
+std::vector<std::string> ozDescribeRegistry(ozRegTree& tree)
+{
+    std::vector<std::string> lines;
+    DescribeKeys(tree.Down(), lines);
+    return lines;
+}
 
 std::vector<std::string> ozDescribeTree(ozADMTree& tree)
 {

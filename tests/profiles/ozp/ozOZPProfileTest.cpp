@@ -1,0 +1,216 @@
+// The ".ozp" profile library through the entry points the control binds: everything a key
+// and its values carry survives a save and a load, a save replaces a profile only when it is
+// complete, and malformed profiles are refused with the line that is wrong.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "control/ozProfileBinding.h"
+#include "core/adm/tTreeCodeHandle.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "platform/ozDynamicLibrary.h"
+#include "profiles/ozProfileLibrary.h"
+#include "tests/support/ozRecordingHostUI.h"
+#include "tests/support/ozTestFiles.h"
+#include "tests/support/ozTreeDescription.h"
+
+namespace {
+
+const std::string Library = ozPlatformPath(OZ_OZP_LIBRARY);
+
+std::string ReadFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+ozRegValue* Value(ozRegTree& tree, HKEY root, const char* key, const char* name)
+{
+    return tree.FindKey(root, key)->FindValue(name);
+}
+
+// Keys and values of every kind in both trees.
+void Fill(tTreeCodeHandle& code)
+{
+    ozRegTree& machine = code.tree->MacTree();
+    ozSubKey* policies = machine.FindKey(HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM");
+    policies->Save(true);
+    policies->ADM(true);
+    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Text")
+        ->SetString("quote \" backslash \\ tab \t new\nline \xC3\xA9");
+    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Path")
+        ->SetExpandString("%SystemRoot%\\x");
+    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "")->SetDWORD(0x00414243);
+    const unsigned char binary[] = {0, 1, 0xFF, 0};
+    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Binary")
+        ->SetData(RegBinary, sizeof binary, binary);
+    const unsigned char multi[] = {'a', 0, 'b', 0, 0};
+    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Multi")
+        ->SetData(RegMultiSz, sizeof multi, multi);
+    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Empty")
+        ->SetData(RegBinary, 0, binary);
+    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "NoData");
+    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Gone")->SetDelete();
+    ozRegValue* change = Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Ch");
+    change->SetString("new");
+    change->Op(OpChange);
+    change->SetData2(RegSz, 4, reinterpret_cast<const unsigned char*>("old"));
+    machine.FindKey(HKEY_LOCAL_MACHINE, "Software\\Erased")->Op(KeyOpEraseValues);
+    machine.FindKey(HKEY_CLASSES_ROOT, ".ozp")->Selected(true);
+
+    ozRegTree& user = code.tree->UsrTree();
+    user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM")->WVar(true);
+    Value(user, HKEY_CURRENT_USER, "Software\\ozADM", "Count")->SetDWORD(7);
+    ozRegValue* item = Value(user, HKEY_LOCAL_MACHINE, "Software\\Machine", "Item");
+    item->RIT(RitM);
+    item->SetString("m");
+}
+
+class OZPProfileTest : public ::testing::Test {
+protected:
+    ozTestFile user{"ozp-user.ozp"};
+    ozTestFile machine{"ozp-machine.ozp"};
+    ozRecordingHostUI ui;
+    ozProfileBinding binding{ui, ozTestMessageText};
+};
+
+TEST_F(OZPProfileTest, SaveAndLoadKeepEverything)
+{
+    tTreeCodeHandle saved;
+    Fill(saved);
+    ASSERT_TRUE(binding.Save(&saved, Library.c_str(), user.Path(), machine.Path()));
+    tTreeCodeHandle loaded;
+    ASSERT_EQ(binding.Load(&loaded, Library.c_str(), user.Path(), machine.Path()),
+              tPROFILELOAD::Succeeded);
+    for (bool userTree : {false, true}) {
+        ozRegTree& expected = userTree ? saved.tree->UsrTree() : saved.tree->MacTree();
+        ozRegTree& actual = userTree ? loaded.tree->UsrTree() : loaded.tree->MacTree();
+        std::string difference =
+            ozFirstDifference(ozDescribeRegistry(expected), ozDescribeRegistry(actual));
+        EXPECT_TRUE(difference.empty())
+            << (userTree ? "user" : "machine") << " tree, " << difference << "\n"
+            << ReadFile(machine.Path()) << ReadFile(user.Path());
+    }
+    EXPECT_TRUE(ui.messages.empty());
+
+    // Written again, the profiles have the same bytes.
+    std::string firstMachine = ReadFile(machine.Path());
+    ASSERT_TRUE(binding.Save(&loaded, Library.c_str(), user.Path(), machine.Path()));
+    EXPECT_EQ(ReadFile(machine.Path()), firstMachine);
+}
+
+TEST_F(OZPProfileTest, OneFileForBothProfiles)
+{
+    tTreeCodeHandle saved;
+    Fill(saved);
+    ASSERT_TRUE(binding.Save(&saved, Library.c_str(), user.Path(), user.Path()));
+    tTreeCodeHandle loaded;
+    ASSERT_EQ(binding.Load(&loaded, Library.c_str(), user.Path(), nullptr),
+              tPROFILELOAD::Succeeded);
+    EXPECT_EQ(ozDescribeRegistry(loaded.tree->MacTree()),
+              ozDescribeRegistry(saved.tree->MacTree()));
+    EXPECT_EQ(ozDescribeRegistry(loaded.tree->UsrTree()),
+              ozDescribeRegistry(saved.tree->UsrTree()));
+}
+
+TEST_F(OZPProfileTest, ProfileWithoutFileIsPassedOver)
+{
+    tTreeCodeHandle saved;
+    Fill(saved);
+    EXPECT_TRUE(binding.Save(&saved, Library.c_str(), user.Path(), ""));
+    EXPECT_EQ(ReadFile(user.Path()).find("HKEY_LOCAL_MACHINE\\Software\\Policies"),
+              std::string::npos);
+    EXPECT_NE(ReadFile(user.Path()).find("[HKEY_CURRENT_USER\\Software\\ozADM]"),
+              std::string::npos);
+}
+
+// A profile is replaced only when its new text is complete: until the exporter is given back
+// the previous file stays, and a save that cannot complete leaves it as it was.
+TEST_F(OZPProfileTest, SaveReplacesTheProfileOnlyWhenComplete)
+{
+    tTreeCodeHandle code;
+    Fill(code);
+    user.Write("previous profile");
+    ozDynamicLibrary library;
+    ASSERT_TRUE(library.Load(Library.c_str())) << library.Error();
+    auto init = reinterpret_cast<ozInitExportObjectFunction>(library.Function("InitExportObject"));
+    auto destroy =
+        reinterpret_cast<ozDestroyExportObjectFunction>(library.Function("DestroyExportObject"));
+    ozRegExport* exporter = init();
+    exporter->Code(&code);
+    ASSERT_TRUE(exporter->BeginUserProfile(user.Path()));
+    ASSERT_TRUE(code.tree->UsrTree().Save(exporter));
+    EXPECT_EQ(ReadFile(user.Path()), "previous profile") << "interrupted here, nothing is lost";
+    destroy(exporter);
+    EXPECT_EQ(ReadFile(user.Path()).rfind("OZ Registry Profile 1\n", 0), 0u);
+    for (const auto& entry :
+         std::filesystem::directory_iterator(std::filesystem::path(user.Path()).parent_path()))
+        EXPECT_EQ(entry.path().string().find(user.Path() + std::string(".")), std::string::npos)
+            << "left behind: " << entry.path();
+
+    // A folder where the profile should go: the file cannot be put in place.
+    std::string folder = ozTestFilePath("ozp-folder.ozp");
+    std::filesystem::create_directory(folder);
+    EXPECT_FALSE(binding.Save(&code, Library.c_str(), folder.c_str(), machine.Path()));
+    EXPECT_FALSE(binding.Save(&code, Library.c_str(), user.Path(), folder.c_str()));
+    EXPECT_TRUE(std::filesystem::is_directory(folder));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder),
+                            std::filesystem::directory_iterator()),
+              0);
+    std::filesystem::remove_all(folder);
+}
+
+TEST_F(OZPProfileTest, MalformedProfilesNameTheLine)
+{
+    const std::string head = "OZ Registry Profile 1\n";
+    const std::string key = "[HKEY_CURRENT_USER\\Software\\Kept]\n";
+    struct Row {
+        std::string text;
+        const char* where;
+    } rows[] = {
+        {"", ": not an OZ Registry Profile (empty)"},
+        {"REGEDIT4\n", ":1: not an OZ Registry Profile"},
+        {"OZ Registry Profile 2\n", ":1: format version 2 is not read"},
+        {"OZ Registry Profile x\n", ":1: the format version is not a number"},
+        {head + "value \"a\" type=1 item=r op=I data=\"x\"\n", ":2: a value before any key"},
+        {head + "[NOROOT\\Software]\n", ":2: a key section reads"},
+        {head + "[HKEY_CURRENT_USER]\n", ":2: a key section reads"},
+        {head + key + "key op=X flags=\n", ":3: a key line reads"},
+        {head + key + "key op=I flags=loud\n", ":3: a key line reads"},
+        {head + key + "value \"a\" type=1 item=r op=I data=\"x\nvalue\n", ":3: a value line"},
+        {head + key + "value \"a\" type=1 item=z op=I data=\"x\"\n", ":3: a value line"},
+        {head + key + "value \"a\" type=1 item=r op=I data=hex:0\n", ":3: a value line"},
+        {head + key + "value \"a\" type=1 item=r op=I data=\"\\q\"\n", ":3: a value line"},
+        {head + key + "value \"a\" type=4 item=r op=I data=dword:12\n", ":3: a value line"},
+        {head + key + "value \"a\" type=1 item=r op=I data=none extra\n", ":3: a value line"},
+        {head + key + "value \"a\" type=99999999999 item=r op=I data=none\n", ":3: a value line"},
+        {head + key + "garbage\n", ":3: unknown line"},
+    };
+    for (const Row& row : rows) {
+        tTreeCodeHandle code;
+        user.Write(row.text);
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(binding.Load(&code, Library.c_str(), user.Path(), nullptr), tPROFILELOAD::Failed)
+            << row.text;
+        std::string message = testing::internal::GetCapturedStderr();
+        EXPECT_NE(message.find(std::string(user.Path()) + row.where), std::string::npos)
+            << "for " << row.text << " came " << message;
+    }
+
+    tTreeCodeHandle code;
+    user.Write(head + key + "value \"a\" type=1 item=r op=I data=\"x\"\n[broken\n");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(binding.Load(&code, Library.c_str(), user.Path(), nullptr), tPROFILELOAD::Failed);
+    testing::internal::GetCapturedStderr();
+    ozSubKey* kept = code.tree->UsrTree().HasKey(HKEY_CURRENT_USER, "Software\\Kept");
+    ASSERT_NE(kept, nullptr) << "what was read before the error stays";
+    EXPECT_NE(kept->HasValue("a"), nullptr);
+}
+
+}  // namespace
