@@ -14,6 +14,7 @@
 #include "core/registry/ozSubKey.h"
 #include "platform/ozDynamicLibrary.h"
 #include "profiles/ozProfileLibrary.h"
+#include "profiles/ozp/ozOZPImporter.h"
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTestFiles.h"
 #include "tests/support/ozTreeDescription.h"
@@ -192,22 +193,35 @@ TEST_F(OZPProfileTest, MalformedProfilesNameTheLine)
         {head + key + "value \"a\" type=99999999999 item=r op=I data=none\n", ":3: a value line"},
         {head + key + "garbage\n", ":3: unknown line"},
     };
+    // The importer itself, so that its message can be read wherever its output goes.
+    ozDynamicLibrary library;
+    ASSERT_TRUE(library.Load(Library.c_str())) << library.Error();
+    auto init = reinterpret_cast<ozInitImportObjectFunction>(library.Function("InitImportObject"));
+    auto destroy =
+        reinterpret_cast<ozDestroyImportObjectFunction>(library.Function("DestroyImportObject"));
+    auto import = [&](tTreeCodeHandle& code, std::string* message) {
+        ozRegImport* importer = init();
+        importer->CodeHandle(&code);
+        testing::internal::CaptureStderr();
+        bool imported = importer->ImportUserProfile(user.Path());
+        testing::internal::GetCapturedStderr();
+        *message = static_cast<ozOZPImporter*>(importer)->LastError();
+        destroy(importer);
+        return imported;
+    };
     for (const Row& row : rows) {
         tTreeCodeHandle code;
         user.Write(row.text);
-        testing::internal::CaptureStderr();
-        EXPECT_EQ(binding.Load(&code, Library.c_str(), user.Path(), nullptr), tPROFILELOAD::Failed)
-            << row.text;
-        std::string message = testing::internal::GetCapturedStderr();
+        std::string message;
+        EXPECT_FALSE(import(code, &message)) << row.text;
         EXPECT_NE(message.find(std::string(user.Path()) + row.where), std::string::npos)
             << "for " << row.text << " came " << message;
     }
 
     tTreeCodeHandle code;
     user.Write(head + key + "value \"a\" type=1 item=r op=I data=\"x\"\n[broken\n");
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(binding.Load(&code, Library.c_str(), user.Path(), nullptr), tPROFILELOAD::Failed);
-    testing::internal::GetCapturedStderr();
+    std::string message;
+    EXPECT_FALSE(import(code, &message));
     ozSubKey* kept = code.tree->UsrTree().HasKey(HKEY_CURRENT_USER, "Software\\Kept");
     ASSERT_NE(kept, nullptr) << "what was read before the error stays";
     EXPECT_NE(kept->HasValue("a"), nullptr);
