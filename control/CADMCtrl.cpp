@@ -1,0 +1,389 @@
+#include "CADMCtrl.h"
+
+#include <cstdio>
+#include <exception>
+
+#include "core/adm/ozADMPolicy.h"
+#include "core/adm/ozADMRegEntry.h"
+#include "core/adm/tTreeCodeHandle.h"
+#include "core/registry/ozVariableMarkers.h"
+#include "engine/ozEBNF.h"
+#include "ozApplication.h"
+#include "ozProfileBinding.h"
+
+namespace {
+
+ozProfileBinding Binding(ozHostUI& ui)
+{
+    return ozProfileBinding(
+        ui, [](unsigned short number) { return ozApplication::Instance().MessageText(number); });
+}
+
+}  // namespace
+
+CADMCtrl::CADMCtrl(ozHostUI& ui, ozControlViews* views) : m_ui(ui), m_views(views)
+{
+    ozApplication::Instance().ControlCreated(this);
+}
+
+CADMCtrl::~CADMCtrl()
+{
+    if (m_code != nullptr) {
+        EBNFSetCodeHandle(m_code);
+        EBNFDestroyCode();
+        m_code = nullptr;
+    }
+    ozApplication::Instance().ControlDestroyed(this);
+}
+
+void CADMCtrl::ShowMessage(tHOSTMESSAGEKIND kind, const std::string& text) const
+{
+    m_ui.ShowMessage(kind, text);
+}
+
+void CADMCtrl::ShowCode()
+{
+    if (m_views != nullptr)
+        m_views->Show(m_displayMode, m_code, m_showUser, m_showMachine);
+}
+
+void CADMCtrl::ShowUser(bool show)
+{
+    m_showUser = show;
+    m_controlModified = true;
+}
+
+void CADMCtrl::ShowMachine(bool show)
+{
+    m_showMachine = show;
+    m_controlModified = true;
+}
+
+void CADMCtrl::WithADMEdit(bool withEdit)
+{
+    m_withADMEdit = withEdit;
+    if (m_views != nullptr)
+        m_views->WithADMEdit(withEdit);
+    m_controlModified = true;
+}
+
+bool CADMCtrl::ShouldSave() const
+{
+    return m_code != nullptr && m_code->modified != 0;
+}
+
+void CADMCtrl::ozImpExLibrary(const std::string& name)
+{
+    m_library = name.substr(0, LibraryNameCapacity);
+    m_controlModified = true;
+}
+
+std::string CADMCtrl::ozVariableStart() const
+{
+    return ozVariableMarkers::Start();
+}
+
+void CADMCtrl::ozVariableStart(const std::string& marker)
+{
+    ozVariableMarkers::Start(marker.c_str());
+}
+
+std::string CADMCtrl::ozVariableEnd() const
+{
+    return ozVariableMarkers::End();
+}
+
+void CADMCtrl::ozVariableEnd(const std::string& marker)
+{
+    ozVariableMarkers::End(marker.c_str());
+}
+
+ozStringArray CADMCtrl::ConfiguredPolicies() const
+{
+    if (m_code == nullptr || m_code->tree == nullptr)
+        return {};
+    CCollection<ozADMPolicy> policies(false);
+    if (!m_code->tree->GetPolicies(policies))
+        return {};
+    std::vector<std::string> elements;
+    for (int pos = 0; pos < policies.Count(); ++pos) {
+        const ozADMPolicy* policy = policies.At(pos);
+        const char* prefix = policy->State() == PolicyDisabled  ? "- "
+                             : policy->State() == PolicyEnabled ? "+ "
+                                                                : "? ";
+        elements.push_back(prefix + std::string(policy->Path()));
+    }
+    return ozStringArray(std::move(elements));
+}
+
+void CADMCtrl::Reset()
+{
+    if (m_code == nullptr)
+        return;
+    m_code->tree->SetDefaultValues();
+    ShowCode();
+}
+
+bool CADMCtrl::Save(const char* UsrReg, const char* MacReg)
+{
+    if (m_code == nullptr)
+        return false;
+    if (m_loadFailed != 0 &&
+        !m_ui.ShowMessage(HostMessageQuestion, GetString(HostMessageSaveAfterFailedLoad)))
+        return false;
+    if (m_displayMode == DisplayPolicies) {
+        if (m_views != nullptr && !m_views->CommitPartsPanel())
+            return false;
+        if (!m_code->tree->SaveToRegistry())
+            return false;
+    }
+    ozProfileBinding binding = Binding(m_ui);
+    return binding.Save(m_code, m_library.c_str(), UsrReg, MacReg);
+}
+
+bool CADMCtrl::Load(const char* UsrReg, const char* MacReg)
+{
+    if (m_code == nullptr)
+        return false;
+    ozProfileBinding binding = Binding(m_ui);
+    tPROFILELOAD loaded = binding.Load(m_code, m_library.c_str(), UsrReg, MacReg);
+    if (loaded == tPROFILELOAD::LibraryNotLoaded)
+        return false;
+    m_loadFailed = loaded == tPROFILELOAD::Succeeded ? 0 : 1;
+    ShowCode();
+    return loaded == tPROFILELOAD::Succeeded;
+}
+
+void CADMCtrl::Cleanup()
+{
+    if (m_code == nullptr)
+        return;
+    // The views let go of the tree before it is destroyed.
+    if (m_views != nullptr) {
+        m_views->Show(m_displayMode, nullptr, m_showUser, m_showMachine);
+        m_views->ClearPartsPanel();
+    }
+    EBNFSetCodeHandle(m_code);
+    m_code = nullptr;
+    EBNFDestroyCode();
+}
+
+bool CADMCtrl::SetEBNF(const char* pszFilename)
+{
+    if (EBNFLoad(pszFilename) != 0)
+        return true;
+    ShowMessage(HostMessageError, ErrorMessage());
+    return false;
+}
+
+bool CADMCtrl::SetADM(const char* pszFilename)
+{
+    // Without a code object of its own the control starts a new one: the engine may still hold
+    // another control's, which must not become shared.
+    EBNFSetCodeHandle(m_code);
+    bool loaded = FileLoad(pszFilename, 1) > 0;
+    // The engine hands the code object back also after a failure: what the template added
+    // before it failed stays in the tree.
+    m_code = static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle());
+    if (!loaded) {
+        ShowMessage(HostMessageError, ErrorMessage());
+        return false;
+    }
+    if (m_code != nullptr) {
+        if (m_code->kind != CodeKindPolicyTree) {
+            ShowMessage(HostMessageError, GetString(HostMessageWrongCodeKind));
+            return false;
+        }
+        if (m_code->versionMajor < 1 || (m_code->versionMajor == 1 && m_code->versionMinor < 1)) {
+            ShowMessage(HostMessageError, GetString(HostMessageOldCodeVersion));
+            return false;
+        }
+    }
+    ShowCode();
+    return true;
+}
+
+bool CADMCtrl::LoadOZReg(const char* OzReg)
+{
+    if (!Load(OzReg, nullptr))
+        return false;
+    // Through the application object on purpose: the current control is the one constructed
+    // last, which is this one while the process holds one control.
+    CADMCtrl* current = ozApplication::Instance().CurrentControl();
+    if (current != nullptr && current->m_code != nullptr)
+        current->m_code->modified = 1;
+    return true;
+}
+
+bool CADMCtrl::AddString(unsigned short code, const char* text)
+{
+    return ozApplication::Instance().AddMessage(code, text);
+}
+
+std::string CADMCtrl::GetString(unsigned short code) const
+{
+    return ozApplication::Instance().MessageText(code);
+}
+
+std::uintptr_t CADMCtrl::GetCode() const
+{
+    return reinterpret_cast<std::uintptr_t>(m_code);
+}
+
+void CADMCtrl::Refresh()
+{
+    if (m_views == nullptr)
+        return;
+    if (m_shownMode != m_displayMode && m_views->IsVisible(m_shownMode)) {
+        if (m_shownMode == DisplayPolicies) {
+            if (m_code != nullptr && !m_code->tree->SaveToRegistry())
+                return;
+        } else {
+            m_views->StorePendingEdit(m_shownMode);
+        }
+        m_views->Hide(m_shownMode);
+    }
+    if (m_shownMode != m_displayMode)
+        m_controlModified = true;
+    m_shownMode = m_displayMode;
+    ShowCode();
+}
+
+bool CADMCtrl::SaveSelState()
+{
+    if (m_views != nullptr && !m_views->CommitPartsPanel())
+        return false;
+    if (m_displayMode == DisplayPolicies) {
+        if (m_code != nullptr && !m_code->tree->SaveToRegistry())
+            return false;
+        ShowCode();
+    } else if (m_views != nullptr) {
+        m_views->StorePendingEdit(m_displayMode);
+    }
+    return true;
+}
+
+bool CADMCtrl::WriteReport(const char*, short, bool)
+{
+    return false;
+}
+
+void CADMCtrl::ShowLegend()
+{
+    if (m_views != nullptr)
+        m_views->ShowLegend();
+}
+
+bool CADMCtrl::SendKeyDown(short, short)
+{
+    return true;
+}
+
+bool CADMCtrl::SendKeyUp(short Key, short CtrlCode)
+{
+    return SendKeyDown(Key, CtrlCode);
+}
+
+bool CADMCtrl::WriteADM(const char* pszFilename)
+{
+    if (m_code == nullptr || pszFilename == nullptr)
+        return false;
+    FILE* file = std::fopen(pszFilename, "w");
+    if (file == nullptr)
+        return false;
+    bool written = m_code->tree->Save(file);
+    return std::fclose(file) == 0 && written;
+}
+
+bool CADMCtrl::ozInsert()
+{
+    return m_views != nullptr && m_views->IsVisible(DisplayValueGrid) && m_views->GridInsert();
+}
+
+bool CADMCtrl::ozDelete()
+{
+    return m_views != nullptr && m_views->IsVisible(DisplayValueGrid) && m_views->GridDelete();
+}
+
+bool CADMCtrl::ozSRShowSearch()
+{
+    return m_views != nullptr && m_views->IsVisible(DisplayValueGrid) && m_views->ShowSearch();
+}
+
+bool CADMCtrl::ozSRShowReplace()
+{
+    return m_views != nullptr && m_views->IsVisible(DisplayValueGrid) && m_views->ShowReplace();
+}
+
+bool CADMCtrl::ozSRHide()
+{
+    return m_views != nullptr && m_views->IsVisible(DisplayValueGrid) && m_views->HideSearch();
+}
+
+bool CADMCtrl::AddFromRegistry(long theRoot, const char* theKey, const char* theValue,
+                               bool bRecursive)
+{
+    if (m_code == nullptr)
+        return false;
+    auto root = static_cast<unsigned int>(theRoot);
+    ozRegTree& tree = root == 1 ? m_code->tree->UsrTree() : m_code->tree->MacTree();
+    const char* value = theValue != nullptr && *theValue != '\0' ? theValue : nullptr;
+    bool added = false;
+    try {
+        added = tree.AddFromRegistry(ozRootHandle(root), theKey, value, bRecursive, nullptr);
+    } catch (const std::exception&) {
+        added = false;  // a key that cannot be opened or read
+    }
+    m_code->modified = 1;
+    return added;
+}
+
+bool CADMCtrl::ShowImportReg()
+{
+    if (m_code == nullptr || m_views == nullptr)
+        return false;
+    ozControlViews::RegistryChoice choice;
+    if (!m_views->AskRegistryImport(choice))
+        return false;
+    ozRegTree& tree = choice.root == 1 ? m_code->tree->UsrTree() : m_code->tree->MacTree();
+    bool added = false;
+    try {
+        added = tree.AddFromRegistry(ozRootHandle(choice.root), choice.key.c_str(),
+                                     choice.value.empty() ? nullptr : choice.value.c_str(),
+                                     choice.recursive, nullptr);
+    } catch (const std::exception&) {
+        added = false;
+    }
+    ShowCode();
+    return added;
+}
+
+ozStringArray CADMCtrl::PolicyConfigures(const char* Path) const
+{
+    if (m_code == nullptr || Path == nullptr)
+        return {};
+    ozADMNode* node = m_code->tree->FindNode(Path);
+    if (node == nullptr || node->NodeType() != NodePolicy)
+        return {};
+    CCollection<ozADMRegEntry> entries(true);
+    if (!static_cast<ozADMPolicy*>(node)->Configures(entries))
+        return {};
+    std::vector<std::string> elements;
+    for (int pos = 0; pos < entries.Count(); ++pos) {
+        const char* text = entries.At(pos)->ExportString();
+        elements.push_back(text != nullptr ? text : "");
+    }
+    return ozStringArray(std::move(elements));
+}
+
+void CADMCtrl::AboutBox()
+{
+    if (m_views != nullptr)
+        m_views->ShowAbout();
+}
+
+void CADMCtrl::DisplayMode(int mode)
+{
+    if (mode >= DisplayPolicies && mode <= DisplayValueGrid)
+        m_displayMode = mode;
+}

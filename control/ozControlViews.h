@@ -1,0 +1,46 @@
+// What the control asks of its views: the policy view (display mode 0), the registry view (1)
+// and the registry-value grid (2), with the parts panel and the dialogs. The user interface
+// implements it; a control without views (the command-line host, tests) leaves these calls
+// without effect.
+#pragma once
+
+#include <string>
+
+struct tTreeCodeHandle;
+
+class ozControlViews {
+public:
+    virtual ~ozControlViews() = default;
+
+    // Fills the view of `displayMode` from the code object (null: empties it), showing the
+    // user tree, the machine tree or both, and makes it the visible one.
+    virtual void Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool showMachine) = 0;
+    // Hides the view of `displayMode` with its companions.
+    virtual void Hide(int displayMode) = 0;
+    // Whether the view of `displayMode` is visible.
+    virtual bool IsVisible(int displayMode) const = 0;
+    // Commits the user's pending edit in the parts panel; false when the edit is refused.
+    virtual bool CommitPartsPanel() = 0;
+    // Forgets what the parts panel shows (before its code object goes).
+    virtual void ClearPartsPanel() = 0;
+    // Has the registry view (mode 1) or the grid (mode 2) store its pending edit.
+    virtual void StorePendingEdit(int displayMode) = 0;
+    // Whether the policy view offers template editing.
+    virtual void WithADMEdit(bool withEdit) = 0;
+    // The grid's row operations and the search and replace bar; false when not available.
+    virtual bool GridInsert() = 0;
+    virtual bool GridDelete() = 0;
+    virtual bool ShowSearch() = 0;
+    virtual bool ShowReplace() = 0;
+    virtual bool HideSearch() = 0;
+    // Runs the import-from-registry dialog; true on OK, with the choice filled in.
+    struct RegistryChoice {
+        unsigned int root = 2;
+        std::string key;
+        std::string value;  // empty for the whole key
+        bool recursive = false;
+    };
+    virtual bool AskRegistryImport(RegistryChoice& choice) = 0;
+    virtual void ShowLegend() = 0;
+    virtual void ShowAbout() = 0;
+};

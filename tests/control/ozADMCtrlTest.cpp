@@ -1,0 +1,258 @@
+// The control as a host drives it: templates in, profiles loaded and saved through the .ozp
+// library, the flags that decide whether to save, the policy queries, and the methods that are
+// fixed to a result.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "control/CADMCtrl.h"
+#include "core/adm/ozADMPolicy.h"
+#include "core/adm/tTreeCodeHandle.h"
+#include "core/registry/ozSubKey.h"
+#include "platform/ozRegistryApi.h"
+#include "tests/support/ozRecordingHostUI.h"
+#include "tests/support/ozTemplateLoad.h"
+#include "tests/support/ozTestFiles.h"
+#include "tests/support/ozTestRegistry.h"
+
+namespace {
+
+const std::string Template = ozSourcePath("tests/templates/every-part.adm");
+const std::string Library = ozPlatformPath(OZ_OZP_LIBRARY);
+
+std::string ReadFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+class ControlTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
+        control.ozImpExLibrary(Library);
+        control.AddString(75, "Save anyway?");
+        control.AddString(94, "Cannot load %s");
+    }
+    void Enable(const char* path)
+    {
+        auto* policy = static_cast<ozADMPolicy*>(control.Code()->tree->FindNode(path));
+        ASSERT_NE(policy, nullptr) << path;
+        policy->State(PolicyEnabled);
+    }
+    std::string Messages() const
+    {
+        std::string all;
+        for (const auto& message : ui.messages)
+            all += (all.empty() ? "" : " | ") + message.text;
+        return all;
+    }
+
+    ozRecordingHostUI ui;
+    CADMCtrl control{ui};
+    ozTestFile user{"control-user.ozp"};
+    ozTestFile machine{"control-machine.ozp"};
+};
+
+TEST_F(ControlTest, ShouldSaveFollowsLoadsAndSaves)
+{
+    EXPECT_FALSE(control.ShouldSave()) << "no code object";
+    ASSERT_TRUE(control.SetADM(Template.c_str())) << Messages();
+    EXPECT_FALSE(control.ShouldSave());
+    ASSERT_TRUE(control.Save(user.Path(), machine.Path())) << Messages();
+    ASSERT_TRUE(control.LoadOZReg(user.Path()));
+    EXPECT_TRUE(control.ShouldSave()) << "a profile loaded on its own needs saving";
+    ASSERT_TRUE(control.Save(user.Path(), machine.Path()));
+    EXPECT_FALSE(control.ShouldSave());
+    control.Code()->modified = 1;
+    ASSERT_TRUE(control.Load(user.Path(), machine.Path()));
+    EXPECT_FALSE(control.ShouldSave());
+}
+
+// In the policy view a save writes the policies into the registry trees first; a load derives
+// their states back.
+TEST_F(ControlTest, PoliciesSurviveSaveAndLoad)
+{
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+    control.DisplayMode(DisplayPolicies);
+    Enable("USER\\Desktop\\High-contrast colors");
+    ASSERT_TRUE(control.Save(user.Path(), machine.Path())) << Messages();
+    EXPECT_NE(ReadFile(user.Path())
+                  .find("[HKEY_CURRENT_USER\\Software\\Policies\\ozADM\\"
+                        "Desktop\\Colors]\nkey op=I flags=\n"
+                        "value \"Colors\" type=1 item=r op=D data=\"\""),
+              std::string::npos)
+        << ReadFile(user.Path());
+
+    control.Cleanup();
+    EXPECT_EQ(control.Code(), nullptr);
+    EXPECT_TRUE(control.ConfiguredPolicies().IsEmpty());
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+    EXPECT_EQ(control.ConfiguredPolicies().Elements().size(), 0u);
+    ASSERT_TRUE(control.Load(user.Path(), machine.Path()));
+    ozStringArray configured = control.ConfiguredPolicies();
+    ASSERT_FALSE(configured.IsEmpty());
+    ASSERT_EQ(configured.Elements().size(), 1u);
+    EXPECT_EQ(configured.Elements()[0], "+ USER\\Desktop\\High-contrast colors");
+
+    ozStringArray entries = control.PolicyConfigures("USER\\Desktop\\High-contrast colors");
+    ASSERT_FALSE(entries.IsEmpty());
+    ASSERT_EQ(entries.Elements().size(), 1u);
+    EXPECT_NE(entries.Elements()[0].find("Colors"), std::string::npos) << entries.Elements()[0];
+    EXPECT_TRUE(control.PolicyConfigures("MACHINE\\Network").IsEmpty()) << "a category";
+    EXPECT_TRUE(control.PolicyConfigures("MACHINE\\Nowhere").IsEmpty());
+}
+
+TEST_F(ControlTest, SaveAfterFailedLoadAsksFirst)
+{
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+    user.Write("not a profile");
+    EXPECT_FALSE(control.Load(user.Path(), nullptr));
+    EXPECT_TRUE(control.LoadFailed());
+    control.Code()->modified = 1;
+
+    ui.answerYes = false;
+    EXPECT_FALSE(control.Save(user.Path(), machine.Path()));
+    EXPECT_EQ(Messages(), "Save anyway?");
+    EXPECT_EQ(ReadFile(user.Path()), "not a profile") << "nothing written";
+    EXPECT_TRUE(control.ShouldSave());
+
+    ui.answerYes = true;
+    EXPECT_TRUE(control.Save(user.Path(), machine.Path()));
+    EXPECT_FALSE(control.ShouldSave());
+}
+
+TEST_F(ControlTest, TemplatesMergeAndFailuresShowTheEngineMessage)
+{
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+    ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/seldom-used.adm").c_str()));
+    EXPECT_NE(control.Code()->tree->FindNode("USER\\Cat\\Pol"), nullptr);
+    EXPECT_NE(control.Code()->tree->FindNode("USER\\Desktop\\Wallpaper"), nullptr);
+    EXPECT_EQ(control.GetCode(), reinterpret_cast<std::uintptr_t>(control.Code()));
+
+    ozTestFile broken("control-broken.adm", "CLASS MACHINE\nCATEGORY Kept\nPOLICY");
+    EXPECT_FALSE(control.SetADM(broken.Path()));
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_EQ(ui.messages[0].kind, HostMessageError);
+    EXPECT_NE(ui.messages[0].text.find(broken.Path()), std::string::npos) << Messages();
+    ASSERT_NE(control.Code(), nullptr) << "what was merged so far stays";
+    EXPECT_NE(control.Code()->tree->FindNode("USER\\Cat\\Pol"), nullptr);
+
+    ui.messages.clear();
+    EXPECT_FALSE(control.SetEBNF("no-such-grammar.bnf"));
+    EXPECT_EQ(ui.messages.size(), 1u);
+}
+
+TEST_F(ControlTest, CodeObjectsOfAnotherKindOrVersionAreRefused)
+{
+    control.AddString(55, "wrong kind");
+    control.AddString(56, "too old");
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+    control.Code()->versionMinor = 0;
+    EXPECT_FALSE(control.SetADM(Template.c_str()));
+    control.Code()->versionMinor = 1;
+    control.Code()->kind = 7;
+    EXPECT_FALSE(control.SetADM(Template.c_str()));
+    EXPECT_EQ(Messages(), "too old | wrong kind");
+    EXPECT_NE(control.Code(), nullptr) << "refused but kept, to be cleaned up";
+}
+
+TEST_F(ControlTest, MissingLibraryIsReported)
+{
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+    control.ozImpExLibrary("no-such-library.dll");
+    control.Code()->modified = 1;
+    EXPECT_FALSE(control.Load(user.Path(), nullptr));
+    EXPECT_FALSE(control.LoadFailed()) << "the load never started";
+    EXPECT_TRUE(control.ShouldSave());
+    EXPECT_EQ(Messages(), "Cannot load no-such-library.dll");
+}
+
+TEST_F(ControlTest, PropertiesAndFixedResults)
+{
+    EXPECT_EQ(control.ozImpExLibrary(), Library);
+    control.ozImpExLibrary(std::string(300, 'x'));
+    EXPECT_EQ(control.ozImpExLibrary(), std::string(260, 'x'));
+    EXPECT_TRUE(control.ControlModified());
+
+    EXPECT_EQ(control.GetString(4321), "") << "never added";
+    EXPECT_TRUE(control.AddString(4321, "text"));
+    EXPECT_EQ(control.GetString(4321), "text");
+
+    control.ozVariableStart("%");
+    control.ozVariableEnd("%");
+    EXPECT_EQ(control.ozVariableStart(), "%");
+    control.ozVariableStart("");
+    control.ozVariableEnd("");
+
+    EXPECT_FALSE(control.WriteReport("report.txt", 2, true));
+    EXPECT_TRUE(control.SendKeyDown(13, 0));
+    EXPECT_TRUE(control.SendKeyUp(-1, -1));
+    EXPECT_FALSE(control.ozInsert()) << "no grid";
+    EXPECT_FALSE(control.WriteADM(user.Path())) << "no code object";
+    EXPECT_EQ(control.GetCode(), 0u);
+    EXPECT_TRUE(ui.messages.empty());
+}
+
+TEST_F(ControlTest, WriteADMWritesTheMergedTemplates)
+{
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+    ozTestFile written("control-written.adm");
+    ASSERT_TRUE(control.WriteADM(written.Path()));
+    EXPECT_EQ(ReadFile(written.Path()).rfind("CLASS MACHINE\n", 0), 0u);
+    EXPECT_FALSE(control.WriteADM(ozTestFilePath("no-such-folder/x.adm").c_str()));
+}
+
+// A profile loaded on its own marks the code object of the control constructed last, which is
+// reached through the application object.
+TEST_F(ControlTest, LoadOZRegMarksTheCurrentControl)
+{
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+    ASSERT_TRUE(control.Save(user.Path(), machine.Path()));
+    {
+        ozRecordingHostUI otherUI;
+        CADMCtrl other(otherUI);
+        ASSERT_TRUE(other.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
+        ASSERT_TRUE(other.SetADM(Template.c_str()));
+        ASSERT_TRUE(control.LoadOZReg(user.Path()));
+        EXPECT_FALSE(control.ShouldSave());
+        EXPECT_TRUE(other.ShouldSave());
+    }
+    ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()))
+        << "the grammar stays while a control lives";
+}
+
+TEST_F(ControlTest, AddFromRegistryMarksTheProfileWhateverTheResult)
+{
+    ozTestRegistry registry;
+    registry.SetString("Imported\\Sub", "Name", "text");
+    registry.SetDword("Imported", "Count", 3);
+    registry.Publish();
+#if !defined(_WIN32)
+    ASSERT_TRUE(ozRegistryUseLocalMachine(registry.Folder().c_str(), nullptr));
+#endif
+    EXPECT_FALSE(control.AddFromRegistry(1, "Software", nullptr, true)) << "no code object";
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+
+    std::string key = std::string(ozTestRegistry::Base) + "\\Imported";
+    EXPECT_TRUE(control.AddFromRegistry(1, key.c_str(), "", true)) << "an empty value: the key";
+    EXPECT_TRUE(control.ShouldSave());
+    ozSubKey* sub =
+        control.Code()->tree->UsrTree().HasKey(HKEY_CURRENT_USER, (key + "\\Sub").c_str());
+    ASSERT_NE(sub, nullptr);
+    EXPECT_NE(sub->HasValue("Name"), nullptr);
+
+    control.Code()->modified = 0;
+    EXPECT_FALSE(control.AddFromRegistry(1, (key + "\\Missing").c_str(), nullptr, false));
+    EXPECT_TRUE(control.ShouldSave()) << "marked even when nothing could be read";
+#if !defined(_WIN32)
+    ozRegistryUseLocalMachine(nullptr, nullptr);
+#endif
+}
+
+}  // namespace
