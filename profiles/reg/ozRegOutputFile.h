@@ -1,0 +1,41 @@
+// A .reg file being written: the text goes to a temporary file beside the target, which
+// replaces the target only when the file is complete, so that a failed save leaves the target
+// as it was and no half-written file behind.
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+#include "ozRegFileText.h"
+
+class ozRegOutputFile {
+public:
+    ozRegOutputFile() = default;
+    // Abandons a file that was not committed.
+    ~ozRegOutputFile();
+    ozRegOutputFile(const ozRegOutputFile&) = delete;
+    ozRegOutputFile& operator=(const ozRegOutputFile&) = delete;
+
+    // Starts the file for target `path` with the byte-order mark and the version 5.00 header.
+    // False, with problem saying why, when the temporary file cannot be created or written.
+    bool Open(const std::string& path, std::string& problem);
+    bool IsOpen() const { return m_stream != nullptr; }
+    const std::string& Path() const { return m_path; }
+    // Appends text as UTF-16LE and hands it to the system, so that a full disk shows here.
+    bool Write(const ozWideString& text, std::string& problem);
+    // Closes the file and moves it onto the target. On failure the temporary file is removed
+    // and the target is untouched.
+    bool Commit(std::string& problem);
+    // Closes and removes the temporary file; the target is untouched.
+    void Abandon();
+
+private:
+    std::FILE* m_stream = nullptr;
+    std::string m_path;
+    std::string m_temporaryPath;
+};
+
+// Platform parts (posix/, win32/): a name for a temporary file beside path, unique within the
+// machine, and moving `from` onto `to`, replacing it.
+std::string ozRegTemporaryPathFor(const std::string& path);
+bool ozRegReplaceFile(const std::string& from, const std::string& to, std::string& problem);

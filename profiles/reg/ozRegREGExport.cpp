@@ -1,0 +1,80 @@
+#include "ozRegREGExport.h"
+
+#include "ozRegFileFormat.h"
+#include "ozRegMessage.h"
+
+bool ozRegREGExport::Fail(const std::string& problem)
+{
+    ozRegReport(problem);
+    m_failed = true;
+    return false;
+}
+
+bool ozRegREGExport::BeginMachineProfile(const char* file)
+{
+    if (m_stage != Stage::None)
+        return Fail("the machine profile is begun twice");
+    m_stage = Stage::Machine;
+    std::string problem;
+    m_machineIntoUserFile = file == nullptr || *file == '\0';
+    if (!m_machineIntoUserFile && !m_machineFile.Open(file, problem))
+        return Fail(problem);
+    return true;
+}
+
+bool ozRegREGExport::BeginUserProfile(const char* file)
+{
+    if (m_stage != Stage::Machine)
+        return Fail("the user profile is begun before the machine profile");
+    m_stage = Stage::User;
+    if (file == nullptr || *file == '\0')
+        return Fail("no file named for the user profile");
+    if (!m_machineIntoUserFile && m_machineFile.Path() == file) {
+        // One file for both: the machine keys already written stay at its beginning.
+        m_oneFile = true;
+        return true;
+    }
+    std::string problem;
+    if (!m_userFile.Open(file, problem) || !m_userFile.Write(m_heldMachineText, problem))
+        return Fail(problem);
+    m_heldMachineText.clear();
+    return true;
+}
+
+bool ozRegREGExport::ExportKey(ozSubKey* key)
+{
+    if (key == nullptr)
+        return Fail("no key to write");
+    ozWideString text;
+    std::string problem;
+    if (!ozRegFormatKey(*key, text, problem))
+        return Fail(problem);
+    switch (m_stage) {
+        case Stage::Machine:
+            if (m_machineIntoUserFile) {
+                m_heldMachineText += text;
+                return true;
+            }
+            return m_machineFile.Write(text, problem) || Fail(problem);
+        case Stage::User:
+            return UserFile().Write(text, problem) || Fail(problem);
+        default:
+            return Fail("a key is written while no file is open");
+    }
+}
+
+bool ozRegREGExport::Flush()
+{
+    m_stage = Stage::Done;
+    if (m_failed) {
+        m_machineFile.Abandon();
+        m_userFile.Abandon();
+        return false;
+    }
+    std::string problem;
+    for (ozRegOutputFile* file : {&m_machineFile, &m_userFile}) {
+        if (file->IsOpen() && !file->Commit(problem))
+            return Fail(problem);
+    }
+    return true;
+}

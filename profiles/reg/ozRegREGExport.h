@@ -1,0 +1,52 @@
+// The exporter of .reg files: the machine tree goes to the machine file, the user tree to the
+// user file, each a version 5.00 file with a section per key. Without a machine file name (or
+// with the user file's name) the machine keys go into the user file, where their key sections
+// still name their predefined keys. Each file is written beside its target and both are moved
+// into place only when the save is complete, by Flush or by the library's DestroyExportObject;
+// after a failed step nothing is moved, so a failed save changes no file.
+#pragma once
+
+#include <string>
+
+#include "core/registry/ozRegExport.h"
+#include "ozRegFileText.h"
+#include "ozRegOutputFile.h"
+
+class ozRegREGExport final : public ozRegExport {
+public:
+    ozRegREGExport() = default;
+    // Abandons files not completed: a save that did not reach its end changes no file.
+    ~ozRegREGExport() = default;
+    ozRegREGExport(const ozRegREGExport&) = delete;
+    ozRegREGExport& operator=(const ozRegREGExport&) = delete;
+
+    // Starts the machine file; null or "" keeps the machine keys for the user file. False,
+    // with a message, when the file cannot be created.
+    bool BeginMachineProfile(const char* file) override;
+    // Starts the user file (the machine file's name continues the machine file). False, with
+    // a message, without a file name, or when the file cannot be created.
+    bool BeginUserProfile(const char* file) override;
+    // Writes the key and its values to the current file. False, with a message, before any
+    // Begin call, or when the key cannot be written (see ozRegFormatKey) or the write fails.
+    bool ExportKey(ozSubKey* key) override;
+    // Completes every file begun, machine file first, unless a step failed before: then the
+    // files are abandoned and false returned. ExportKey fails after it. False, with a message,
+    // when a file cannot be completed (its target then keeps what it had).
+    bool Flush() override;
+
+private:
+    enum class Stage { None, Machine, User, Done };
+
+    bool Fail(const std::string& problem);
+    ozRegOutputFile& UserFile() { return m_oneFile ? m_machineFile : m_userFile; }
+
+    Stage m_stage = Stage::None;
+    ozRegOutputFile m_machineFile;
+    ozRegOutputFile m_userFile;
+    // The machine keys held for the user file when no machine file is named.
+    bool m_machineIntoUserFile = false;
+    ozWideString m_heldMachineText;
+    // The user file is the machine file.
+    bool m_oneFile = false;
+    bool m_failed = false;
+};

@@ -1,0 +1,124 @@
+#include "ozRegREGImport.h"
+
+#include <cstdio>
+#include <memory>
+
+#include "core/registry/ozSubKey.h"
+#include "ozRegFileReader.h"
+#include "ozRegMessage.h"
+
+namespace {
+
+struct FileCloser {
+    void operator()(FILE* stream) const { std::fclose(stream); }
+};
+
+bool ReadBytes(const char* file, std::string& bytes)
+{
+    std::unique_ptr<FILE, FileCloser> stream(std::fopen(file, "rb"));
+    if (stream == nullptr)
+        return false;
+    char buffer[65536];
+    size_t read;
+    while ((read = std::fread(buffer, 1, sizeof buffer, stream.get())) > 0)
+        bytes.append(buffer, read);
+    return std::ferror(stream.get()) == 0;
+}
+
+}  // namespace
+
+bool ozRegREGImport::ImportUserProfile(const char* file)
+{
+    return Import(file);
+}
+
+bool ozRegREGImport::ImportMachineProfile(const char* file)
+{
+    return Import(file);
+}
+
+bool ozRegREGImport::Import(const char* file)
+{
+    if (file == nullptr || *file == '\0') {
+        ozRegReport("no file named to read");
+        return false;
+    }
+    if (CodeHandle() == nullptr) {
+        ozRegReport(std::string(file) + ": no model to read into");
+        return false;
+    }
+    std::string bytes;
+    if (!ReadBytes(file, bytes)) {
+        ozRegReport(std::string(file) + ": the file cannot be read");
+        return false;
+    }
+    ozWideString text;
+    tREGFILEENCODING encoding;
+    std::string problem;
+    if (!ozRegDecodeFile(bytes, text, encoding, problem)) {
+        ozRegReport(std::string(file) + ": " + problem);
+        return false;
+    }
+    ozRegFileReader reader;
+    bool read = reader.Read(text, [this](const ozRegFileEntry& entry, std::string& refusal) {
+        return Apply(entry, refusal);
+    });
+    if (!read)
+        ozRegReport(std::string(file) + ":" + std::to_string(reader.Line()) + ": " +
+                    reader.Problem());
+    return read;
+}
+
+bool ozRegREGImport::Apply(const ozRegFileEntry& entry, std::string& problem)
+{
+    // The model keeps key paths in a buffer of fixed size; a longer path could not be
+    // written back.
+    if (entry.keyPath.size() >= static_cast<size_t>(ozSubKey::KeyPathCapacity)) {
+        problem = "the key path is longer than " + std::to_string(ozSubKey::KeyPathCapacity - 1) +
+                  " bytes";
+        return false;
+    }
+    ozSubKey* key = _CreateKey(entry.root, entry.keyPath.c_str());
+    if (key == nullptr) {
+        problem = "the key \"" + entry.keyPath + "\" cannot be created (a key name is too long)";
+        return false;
+    }
+    if (entry.kind == ozRegFileEntry::Kind::Key)
+        return true;
+    if (entry.kind == ozRegFileEntry::Kind::DeletedKey) {
+        // The model's nearest operation: the key's values are to be erased.
+        key->Op(KeyOpEraseValues);
+        return true;
+    }
+    ozRegValue* value = _CreateValue(entry.root, entry.keyPath.c_str(), entry.name.c_str(), RitR);
+    if (value == nullptr) {
+        problem = "the value \"" + entry.name + "\" cannot be created";
+        return false;
+    }
+    value->RIT(RitR);
+    if (entry.kind == ozRegFileEntry::Kind::DeletedValue)
+        return value->SetDelete();
+    value->Op(OpInsert);
+    bool stored = false;
+    switch (entry.form) {
+        case ozRegFileEntry::Form::String:
+            stored = value->SetString(entry.data.c_str());
+            break;
+        case ozRegFileEntry::Form::Number:
+            stored = value->SetDWORD(entry.number);
+            break;
+        case ozRegFileEntry::Form::Bytes: {
+            // An empty list still needs a buffer to copy from.
+            static const unsigned char none = 0;
+            const auto* data = entry.data.empty()
+                                   ? &none
+                                   : reinterpret_cast<const unsigned char*>(entry.data.data());
+            stored =
+                value->SetData(entry.type, static_cast<unsigned long>(entry.data.size()), data);
+            break;
+        }
+    }
+    if (!stored)
+        problem = "the value \"" + entry.name + "\" cannot be stored";
+    return stored;
+}

@@ -1,0 +1,41 @@
+// Driving the .reg profile library in tests as the control does, through the binding and the
+// library's entry points, and describing the registry trees so that two can be compared.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "control/ozProfileBinding.h"
+#include "core/adm/tTreeCodeHandle.h"
+#include "tests/support/ozRecordingHostUI.h"
+#include "tests/support/ozTreeDescription.h"
+
+// A path of the file system as the test's platform opens it (Wine sees "/" as "Z:/").
+std::string ozRegPlatformPath(const std::string& path);
+// The reg folder of the corpus; "" when the corpus is not there.
+std::string ozRegCorpusFolder();
+
+// One code object with its trees, loaded and saved through the library. What the library
+// writes to the standard error stream during the last call is kept as Errors().
+class ozRegProfileRun {
+public:
+    ozRegProfileRun() = default;
+    ozRegProfileRun(const ozRegProfileRun&) = delete;
+    ozRegProfileRun& operator=(const ozRegProfileRun&) = delete;
+
+    tPROFILELOAD Load(const std::string& userFile, const std::string& machineFile = "");
+    bool Save(const std::string& userFile, const std::string& machineFile);
+
+    tTreeCodeHandle& Code() { return m_code; }
+    const std::string& Errors() const { return m_errors; }
+
+    // Both trees (compared with ozFirstDifference), one line per key and per value: tree, root,
+    // path and operation of each key; name, item type, operation, type and data (hex) of each
+    // value, in tree order.
+    std::vector<std::string> Describe();
+
+private:
+    tTreeCodeHandle m_code;
+    ozRecordingHostUI m_ui;
+    std::string m_errors;
+};

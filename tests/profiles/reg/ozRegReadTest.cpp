@@ -1,0 +1,306 @@
+// Reading .reg files through the library's importer: every form a value can take, where keys
+// go, and malformed files refused with a message that names the file and the line.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <ostream>
+#include <string>
+#include <string_view>
+
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "ozRegProfileRun.h"
+#include "platform/ozTextConversion.h"
+#include "tests/support/ozTestFiles.h"
+
+namespace {
+
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
+enum class Encoding { Narrow, Utf16, Utf8 };
+
+// UTF-8 of BMP text, for files written with a UTF-8 byte-order mark.
+std::string Utf8(std::u16string_view text)
+{
+    std::string bytes;
+    for (char16_t unit : text) {
+        if (unit < 0x80) {
+            bytes.push_back(static_cast<char>(unit));
+        } else if (unit < 0x800) {
+            bytes.push_back(static_cast<char>(0xC0 | unit >> 6));
+            bytes.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
+        } else {
+            bytes.push_back(static_cast<char>(0xE0 | unit >> 12));
+            bytes.push_back(static_cast<char>(0x80 | (unit >> 6 & 0x3F)));
+            bytes.push_back(static_cast<char>(0x80 | (unit & 0x3F)));
+        }
+    }
+    return bytes;
+}
+
+std::string FileBytes(std::u16string_view text, Encoding encoding)
+{
+    switch (encoding) {
+        case Encoding::Utf16:
+            return ozUtf16Bytes(std::u16string(text));
+        case Encoding::Utf8:
+            return "\xEF\xBB\xBF" + Utf8(text);
+        default:
+            return Utf8(text);  // the narrow rows are ASCII
+    }
+}
+
+// The model's narrow text of wide text (UTF-8 on POSIX, the ANSI code page on Windows).
+std::string Narrow(std::u16string_view text)
+{
+    std::basic_string<WCHAR> wide(text.begin(), text.end());
+    return ozNarrowText(wide.data(), wide.size());
+}
+
+std::string Bytes(const ozRegValue* value)
+{
+    return std::string(reinterpret_cast<const char*>(value->Data()), value->Size());
+}
+
+constexpr std::u16string_view Version5 = u"Windows Registry Editor Version 5.00\r\n";
+constexpr std::u16string_view UserKey = u"[HKEY_CURRENT_USER\\Software\\ozADM]\r\n";
+
+struct ValueForm {
+    const char* name;
+    std::u16string_view header;
+    std::u16string_view body;
+    Encoding encoding;
+    std::u16string_view valueName;
+    char op;
+    unsigned long type;
+    // Text types: the expected text as wide text (terminators included); other types: one
+    // byte per unit.
+    std::u16string_view data;
+};
+
+const ValueForm ValueForms[] = {
+    {"plain string", Version5, u"\"a\"=\"plain\"", Encoding::Utf16, u"a", 'I', 1, u"plain\0"sv},
+    {"escaped backslash and quote", Version5, u"\"a\"=\"C:\\\\x \\\"q\\\"\"", Encoding::Utf16, u"a",
+     'I', 1, u"C:\\x \"q\"\0"sv},
+    {"unescaped backslash kept", Version5, u"\"a\"=\"C:\\Windows\"", Encoding::Utf16, u"a", 'I', 1,
+     u"C:\\Windows\0"sv},
+    {"escaped name", Version5, u"\"n\\\"m\"=\"v\"", Encoding::Utf16, u"n\"m", 'I', 1, u"v\0"sv},
+    {"default value", Version5, u"@=\"default\"", Encoding::Utf16, u"", 'I', 1, u"default\0"sv},
+    {"string over two lines", Version5, u"\"a\"=\"one\r\ntwo\"", Encoding::Utf16, u"a", 'I', 1,
+     u"one\r\ntwo\0"sv},
+    {"blanks around =", Version5, u"\"a\" = \"x\"", Encoding::Utf16, u"a", 'I', 1, u"x\0"sv},
+    {"dword", Version5, u"\"a\"=dword:0000002a", Encoding::Utf16, u"a", 'I', 4, u"\x2a\0\0\0"sv},
+    {"dword with seven digits", Version5, u"\"a\"=dword:45D5A58", Encoding::Utf16, u"a", 'I', 4,
+     u"\x58\x5a\x5d\x04"sv},
+    {"dword with a leading zero", Version5, u"\"a\"=DWORD:0ffffffff", Encoding::Utf16, u"a", 'I', 4,
+     u"\xff\xff\xff\xff"sv},
+    {"binary", Version5, u"\"a\"=hex:01,ff,80", Encoding::Utf16, u"a", 'I', 3, u"\x01\xff\x80"sv},
+    {"binary over continued lines", Version5, u"\"a\"=hex:01,02,\\\r\n  03,\\  \r\n\t04",
+     Encoding::Utf16, u"a", 'I', 3, u"\x01\x02\x03\x04"sv},
+    {"empty binary", Version5, u"\"a\"=hex:", Encoding::Utf16, u"a", 'I', 3, u""sv},
+    {"expandable string", Version5, u"\"a\"=hex(2):25,00,50,00,25,00,00,00", Encoding::Utf16, u"a",
+     'I', 2, u"%P%\0"sv},
+    {"multi-string", Version5, u"\"a\"=hex(7):61,00,00,00,62,00,00,00,00,00", Encoding::Utf16, u"a",
+     'I', 7, u"a\0b\0\0"sv},
+    {"string as hex(1)", Version5, u"\"a\"=hex(1):e9,00,00,00", Encoding::Utf16, u"a", 'I', 1,
+     u"\u00e9\0"sv},
+    {"qword", Version5, u"\"a\"=hex(b):01,00,00,00,00,00,00,80", Encoding::Utf16, u"a", 'I', 11,
+     u"\x01\0\0\0\0\0\0\x80"sv},
+    {"type none", Version5, u"\"a\"=hex(0):", Encoding::Utf16, u"a", 'I', 0, u""sv},
+    {"deleted value", Version5, u"\"a\"=-", Encoding::Utf16, u"a", 'D', 1, u"\0"sv},
+    {"comments and blank lines", Version5, u"\r\n; note\r\n  ; indented note\r\n\r\n\"a\"=\"x\"",
+     Encoding::Utf16, u"a", 'I', 1, u"x\0"sv},
+    {"non-ASCII text, UTF-16", Version5, u"\"Gr\u00fc\u00dfe\"=\"\u00e4\u00f6\"", Encoding::Utf16,
+     u"Gr\u00fc\u00dfe", 'I', 1, u"\u00e4\u00f6\0"sv},
+    {"non-ASCII text, UTF-8 with byte-order mark", Version5, u"\"a\"=\"\u00e4\u00f6\"",
+     Encoding::Utf8, u"a", 'I', 1, u"\u00e4\u00f6\0"sv},
+    {"narrow version 5.00 file", Version5, u"\"a\"=\"x\"", Encoding::Narrow, u"a", 'I', 1,
+     u"x\0"sv},
+    {"REGEDIT4, narrow", u"REGEDIT4\r\n\r\n", u"\"a\"=hex(2):41,42,00", Encoding::Narrow, u"a", 'I',
+     2, u"AB\0"sv},
+    {"REGEDIT4, UTF-16", u"REGEDIT4\r\n", u"\"a\"=hex(7):41,00,42,00,00", Encoding::Utf16, u"a",
+     'I', 7, u"A\0B\0\0"sv},
+    {"LF line ends", u"REGEDIT4\n", u"\"a\"=dword:1\n", Encoding::Narrow, u"a", 'I', 4,
+     u"\x01\0\0\0"sv},
+};
+
+// Test names and failure output show the row's name.
+void PrintTo(const ValueForm& form, std::ostream* out)
+{
+    *out << form.name;
+}
+
+class ValueFormTest : public ::testing::TestWithParam<ValueForm> {};
+
+TEST_P(ValueFormTest, ReadsIntoTheUserTree)
+{
+    const ValueForm& form = GetParam();
+    std::u16string text =
+        std::u16string(form.header) + std::u16string(UserKey) + std::u16string(form.body) + u"\r\n";
+    ozTestFile file("form.reg", FileBytes(text, form.encoding));
+    ozRegProfileRun run;
+    ASSERT_EQ(run.Load(file.Path()), tPROFILELOAD::Succeeded) << run.Errors();
+
+    ozSubKey* key = run.Code().tree->UsrTree().HasKey(HKEY_CURRENT_USER, "Software\\ozADM");
+    ASSERT_NE(key, nullptr);
+    std::string name = Narrow(form.valueName);
+    ozRegValue* value = key->HasValue(name.c_str());
+    ASSERT_NE(value, nullptr) << "no value \"" << name << "\"";
+    EXPECT_EQ(value->RIT(), RitR);
+    EXPECT_EQ(value->Op(), form.op);
+    EXPECT_EQ(value->Type(), form.type);
+    bool textType = form.type == 1 || form.type == 2 || form.type == 7;
+    std::string expected = textType ? Narrow(form.data) : std::string(form.data.size(), '\0');
+    if (!textType)
+        std::transform(form.data.begin(), form.data.end(), expected.begin(),
+                       [](char16_t unit) { return static_cast<char>(unit); });
+    EXPECT_EQ(Bytes(value), expected);
+}
+
+// A row's name as a test name.
+std::string TestName(const char* rowName)
+{
+    std::string name = rowName;
+    for (char& c : name)
+        if (!std::isalnum(static_cast<unsigned char>(c)))
+            c = '_';
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, ValueFormTest, ::testing::ValuesIn(ValueForms),
+                         [](const auto& info) { return TestName(info.param.name); });
+
+TEST(RegRead, EachKeyGoesToTheTreeItsRootSelects)
+{
+    // One file, read as the user profile and again as the machine profile: the trees come out
+    // the same either way.
+    ozTestFile file("roots.reg", FileBytes(u"REGEDIT4\r\n"
+                                           u"[HKCU\\Software\\A]\r\n"
+                                           u"[HKEY_LOCAL_MACHINE\\Software\\B]\r\n"
+                                           u"[hklm\\Software\\C]\r\n"
+                                           u"[HKEY_CLASSES_ROOT\\.x]\r\n"
+                                           u"[HKEY_USERS\\.DEFAULT\\D]\r\n"
+                                           u"[HKEY_CURRENT_CONFIG\\System\\E]\r\n"
+                                           u"[HKEY_CURRENT_USER\\Software\\F\\]\r\n",
+                                           Encoding::Narrow));
+    for (bool asMachine : {false, true}) {
+        ozRegProfileRun run;
+        ozTestFile empty("empty.reg", "REGEDIT4\r\n");
+        ASSERT_EQ(asMachine ? run.Load(empty.Path(), file.Path()) : run.Load(file.Path()),
+                  tPROFILELOAD::Succeeded)
+            << run.Errors();
+        ozRegTree& user = run.Code().tree->UsrTree();
+        ozRegTree& machine = run.Code().tree->MacTree();
+        EXPECT_NE(user.HasKey(HKEY_CURRENT_USER, "Software\\A"), nullptr);
+        EXPECT_NE(user.HasKey(HKEY_CURRENT_USER, "Software\\F"), nullptr);
+        EXPECT_NE(machine.HasKey(HKEY_LOCAL_MACHINE, "Software\\B"), nullptr);
+        EXPECT_NE(machine.HasKey(HKEY_LOCAL_MACHINE, "Software\\C"), nullptr);
+        EXPECT_NE(machine.HasKey(HKEY_CLASSES_ROOT, ".x"), nullptr);
+        EXPECT_NE(machine.HasKey(HKEY_USERS, ".DEFAULT\\D"), nullptr);
+        EXPECT_NE(machine.HasKey(HKEY_CURRENT_CONFIG, "System\\E"), nullptr);
+        EXPECT_EQ(user.HasKey(HKEY_LOCAL_MACHINE, "Software\\B"), nullptr);
+    }
+}
+
+TEST(RegRead, DeletedKeyErasesValuesAndLaterSectionsAddToIt)
+{
+    ozTestFile file("deleted.reg", FileBytes(u"Windows Registry Editor Version 5.00\r\n"
+                                             u"[-HKEY_CURRENT_USER\\Software\\Gone]\r\n"
+                                             u"[-HKEY_CURRENT_USER\\Software\\Again]\r\n"
+                                             u"[HKEY_CURRENT_USER\\Software\\Again]\r\n"
+                                             u"\"a\"=\"b\"\r\n"
+                                             u"[HKEY_CURRENT_USER\\Software\\Kept]\r\n",
+                                             Encoding::Utf16));
+    ozRegProfileRun run;
+    ASSERT_EQ(run.Load(file.Path()), tPROFILELOAD::Succeeded) << run.Errors();
+    ozRegTree& user = run.Code().tree->UsrTree();
+    ozSubKey* gone = user.HasKey(HKEY_CURRENT_USER, "Software\\Gone");
+    ozSubKey* again = user.HasKey(HKEY_CURRENT_USER, "Software\\Again");
+    ozSubKey* kept = user.HasKey(HKEY_CURRENT_USER, "Software\\Kept");
+    ASSERT_TRUE(gone && again && kept);
+    EXPECT_EQ(gone->Op(), KeyOpEraseValues);
+    EXPECT_EQ(again->Op(), KeyOpEraseValues);
+    EXPECT_NE(again->HasValue("a"), nullptr);
+    EXPECT_EQ(kept->Op(), KeyOpInsert);
+}
+
+struct Malformed {
+    const char* name;
+    std::string bytes;
+    // What the message must hold besides the file name: the line and a word of the problem.
+    const char* where;
+    const char* what;
+};
+
+std::string Ansi(const std::string& body)
+{
+    return std::string("Windows Registry Editor Version 5.00\r\n") +
+           "[HKEY_CURRENT_USER\\Software\\ozADM]\r\n" + body;
+}
+
+const Malformed MalformedFiles[] = {
+    {"no header", "[HKEY_CURRENT_USER\\x]\r\n", ":1:", "first line"},
+    {"empty file", "", ":1:", "first line"},
+    {"unknown root", "REGEDIT4\r\n[HKEY_NOWHERE\\x]\r\n", ":2:", "not a predefined key"},
+    {"section without ]", "REGEDIT4\r\n[HKEY_CURRENT_USER\\x\r\n", ":2:", "closing ']'"},
+    {"text after section", "REGEDIT4\r\n[HKEY_CURRENT_USER\\x] y\r\n", ":2:", "after the key"},
+    {"empty key name", "REGEDIT4\r\n[HKEY_CURRENT_USER\\a\\\\b]\r\n", ":2:", "empty key name"},
+    {"deleting a root", "REGEDIT4\r\n[-HKEY_CURRENT_USER]\r\n", ":2:", "cannot be deleted"},
+    {"value below a root", "REGEDIT4\r\n[HKEY_CURRENT_USER]\r\n\"a\"=\"b\"\r\n",
+     ":3:", "directly below"},
+    {"value before any section", "REGEDIT4\r\n\"a\"=\"b\"\r\n", ":2:", "before the first"},
+    {"stray text", Ansi("junk\r\n"), ":3:", "expected a [key] section"},
+    {"missing =", Ansi("\"a\" \"b\"\r\n"), ":3:", "expected '='"},
+    {"unknown data", Ansi("\"a\"=qword:1\r\n"), ":3:", "unknown value data"},
+    {"dword without digits", Ansi("\"a\"=dword:\r\n"), ":3:", "hexadecimal number"},
+    {"dword too large", Ansi("\"a\"=dword:100000000\r\n"), ":3:", "32 bits"},
+    {"text after dword", Ansi("\"a\"=dword:1x\r\n"), ":3:", "after the value"},
+    {"unclosed string", Ansi("\"a\"=\"b\r\n\r\n\"c\"=dword:1\r\n"), ":5:", "after the value"},
+    {"string never closed", Ansi("\r\n\"a\"=\"b\r\nc\r\n"), ":4:", "no closing quote"},
+    {"unclosed name", Ansi("\"a=1\r\n"), ":3:", "no closing quote"},
+    {"byte of three digits", Ansi("\"a\"=hex:123\r\n"), ":3:", "more than two digits"},
+    {"hex list with a stray comma", Ansi("\"a\"=hex:,01\r\n"), ":3:", "after the value"},
+    {"hex( without )", Ansi("\"a\"=hex(2:00\r\n"), ":3:", "closing ')'"},
+    {"hex without :", Ansi("\"a\"=hex 00\r\n"), ":3:", "expected ':'"},
+    {"odd UTF-16 text data", Ansi("\"a\"=hex(2):41,00,00\r\n"), ":3:", "even number"},
+    {"zero character", Ansi("\"a\"=\"b\0c\"\r\n"s), ":3:", "zero character"},
+    {"key path too long", "REGEDIT4\r\n[HKEY_CURRENT_USER\\" + std::string(1100, 'k') + "]\r\n",
+     ":2:", "longer than"},
+    {"UTF-16 big-endian", "\xFE\xFF\0R\0E"s, "", "big-endian"},
+    {"UTF-16 of odd length", "\xFF\xFER\0E"s, "", "half a character"},
+};
+
+void PrintTo(const Malformed& malformed, std::ostream* out)
+{
+    *out << malformed.name;
+}
+
+class MalformedFileTest : public ::testing::TestWithParam<Malformed> {};
+
+TEST_P(MalformedFileTest, FailsWithAMessageNamingFileAndLine)
+{
+    const Malformed& malformed = GetParam();
+    ozTestFile file("malformed.reg", malformed.bytes);
+    ozRegProfileRun run;
+    EXPECT_EQ(run.Load(file.Path()), tPROFILELOAD::Failed);
+    const std::string& errors = run.Errors();
+    EXPECT_NE(errors.find(std::string(file.Path()) + malformed.where), std::string::npos) << errors;
+    EXPECT_NE(errors.find(malformed.what), std::string::npos) << errors;
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, MalformedFileTest, ::testing::ValuesIn(MalformedFiles),
+                         [](const auto& info) { return TestName(info.param.name); });
+
+TEST(RegRead, MissingFileFailsWithAMessage)
+{
+    ozRegProfileRun run;
+    std::string path = ozTestFilePath("missing.reg");
+    EXPECT_EQ(run.Load(path), tPROFILELOAD::Failed);
+    EXPECT_NE(run.Errors().find(path + ": the file cannot be read"), std::string::npos)
+        << run.Errors();
+}
+
+}  // namespace
