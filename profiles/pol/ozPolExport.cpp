@@ -1,0 +1,126 @@
+#include "ozPolExport.h"
+
+#include <cstdio>
+#include <exception>
+
+#include "core/registry/ozSubKey.h"
+#include "ozPolMapping.h"
+
+namespace {
+
+constexpr unsigned int kUserRoot = 1;
+constexpr unsigned int kMachineRoot = 2;
+// Written out whenever this much has gathered, so that memory stays small for any tree.
+constexpr std::size_t kWriteThreshold = 1 << 16;
+
+}  // namespace
+
+ozPolExport::ozPolExport() = default;
+
+ozPolExport::~ozPolExport() = default;
+
+bool ozPolExport::Fail(const std::string& file, const std::string& what)
+{
+    m_failed = true;
+    m_lastError = file.empty() ? what : file + ": " + what;
+    return false;
+}
+
+bool ozPolExport::Begin(const char* file, unsigned int root, const char* tag)
+{
+    if (m_failed)
+        return false;
+    // The side before is complete: what is left of it goes to its file now.
+    if (m_current != nullptr && !m_bytes.empty()) {
+        std::string error;
+        if (!m_current->Write(m_bytes, error))
+            return Fail(m_current->Target(), error);
+        m_bytes.clear();
+    }
+    m_current = nullptr;
+    m_currentRoot = root;
+    if (file == nullptr || *file == '\0')
+        return root == kMachineRoot || Fail("", "no file is named for the user profile");
+    try {
+        auto replacement = std::make_unique<ozPolReplacement>(file, tag);
+        std::string error;
+        if (!replacement->Open(error))
+            return Fail(file, error);
+        m_current = replacement.get();
+        (root == kMachineRoot ? m_machine : m_user) = std::move(replacement);
+        m_bytes = ozPolHeader();
+        return true;
+    } catch (const std::exception& e) {
+        return Fail(file, e.what());
+    }
+}
+
+bool ozPolExport::BeginMachineProfile(const char* file)
+{
+    return Begin(file, kMachineRoot, "m");
+}
+
+bool ozPolExport::BeginUserProfile(const char* file)
+{
+    m_userBegun = true;
+    return Begin(file, kUserRoot, "u");
+}
+
+bool ozPolExport::ExportKey(ozSubKey* key)
+{
+    if (m_failed)
+        return false;
+    if (key == nullptr || m_current == nullptr || key->Root() != m_currentRoot)
+        return true;
+    try {
+        m_records.clear();
+        std::string error;
+        if (!ozPolRecordsOfKey(*key, m_records, error))
+            return Fail(m_current->Target(), error);
+        for (const ozPolRecord& record : m_records)
+            ozAppendPolRecord(m_bytes, record);
+        if (m_bytes.size() >= kWriteThreshold) {
+            if (!m_current->Write(m_bytes, error))
+                return Fail(m_current->Target(), error);
+            m_bytes.clear();
+        }
+        return true;
+    } catch (const std::exception& e) {
+        return Fail(m_current->Target(), e.what());
+    }
+}
+
+bool ozPolExport::Flush()
+{
+    if (m_failed)
+        return false;
+    std::string error;
+    if (m_current != nullptr && !m_bytes.empty()) {
+        if (!m_current->Write(m_bytes, error))
+            return Fail(m_current->Target(), error);
+        m_bytes.clear();
+    }
+    // Both files are complete before either replaces its target.
+    for (auto* side : {m_machine.get(), m_user.get()})
+        if (side != nullptr && !side->Finish(error))
+            return Fail(side->Target(), error);
+    for (auto* side : {m_machine.get(), m_user.get()})
+        if (side != nullptr && !side->Commit(error))
+            return Fail(side->Target(), error);
+    m_current = nullptr;
+    m_machine.reset();
+    m_user.reset();
+    return true;
+}
+
+void ozPolExport::Complete()
+{
+    if (!m_failed && m_userBegun)
+        Flush();
+    if (m_failed)
+        std::fprintf(stderr, "ozRegPOL: %s\n", m_lastError.c_str());
+    // Whatever was not committed is removed with its temporary file.
+    m_current = nullptr;
+    m_machine.reset();
+    m_user.reset();
+}

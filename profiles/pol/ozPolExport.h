@@ -1,0 +1,53 @@
+// The exporter of the Registry.pol library: the machine tree's keys below HKEY_LOCAL_MACHINE
+// go to the machine file, the user tree's keys below HKEY_CURRENT_USER to the user file (a
+// file holds no root; keys below other roots have no place and are left out). Records are
+// streamed to temporary files beside the targets; Complete renames both over their targets
+// once the control has handed over every key, so that a failed save changes no file.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/registry/ozRegExport.h"
+#include "ozPolFile.h"
+#include "ozPolFormat.h"
+
+class ozPolExport final : public ozRegExport {
+public:
+    ozPolExport();
+    ~ozPolExport();
+
+    // A null or empty file name leaves the machine side unwritten: its keys are skipped.
+    bool BeginMachineProfile(const char* file) override;
+    // The user side needs a file name.
+    bool BeginUserProfile(const char* file) override;
+    bool ExportKey(ozSubKey* key) override;
+    // Commits every side begun so far (machine first). False when a side failed before or
+    // cannot be committed.
+    bool Flush() override;
+
+    // What DestroyExportObject does before deleting: commits both files when the save got
+    // through the user side without a failure, and otherwise leaves every target as it was.
+    // Problems are reported on stderr.
+    void Complete();
+
+    // The description of the last failure; empty when there was none.
+    const std::string& LastError() const { return m_lastError; }
+
+private:
+    bool Begin(const char* file, unsigned int root, const char* tag);
+    bool Fail(const std::string& file, const std::string& what);
+
+    // The side being written (null while none is, or when the machine side has no file).
+    ozPolReplacement* m_current = nullptr;
+    unsigned int m_currentRoot = 0;
+    std::unique_ptr<ozPolReplacement> m_machine;
+    std::unique_ptr<ozPolReplacement> m_user;
+    bool m_userBegun = false;
+    bool m_failed = false;
+    std::string m_lastError;
+    // Reused for every key, so that a save allocates per record only for the record's text.
+    std::vector<ozPolRecord> m_records;
+    std::string m_bytes;
+};

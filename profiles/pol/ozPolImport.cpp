@@ -1,0 +1,109 @@
+#include "ozPolImport.h"
+
+#include <cstdio>
+#include <exception>
+
+#include "core/registry/ozSubKey.h"
+#include "ozPolFile.h"
+#include "ozPolFormat.h"
+#include "ozPolMapping.h"
+
+namespace {
+
+constexpr unsigned int kUserRoot = 1;
+constexpr unsigned int kMachineRoot = 2;
+
+std::string AtOffset(const char* file, const ozPolError& error)
+{
+    return std::string(file) + ": byte " + std::to_string(error.offset) + ": " + error.what;
+}
+
+}  // namespace
+
+ozPolImport::ozPolImport() = default;
+
+ozPolImport::~ozPolImport() = default;
+
+bool ozPolImport::ImportUserProfile(const char* file)
+{
+    return Import(file, kUserRoot);
+}
+
+bool ozPolImport::ImportMachineProfile(const char* file)
+{
+    return Import(file, kMachineRoot);
+}
+
+bool ozPolImport::Fail(std::string message)
+{
+    m_lastError = std::move(message);
+    std::fprintf(stderr, "ozRegPOL: %s\n", m_lastError.c_str());
+    return false;
+}
+
+bool ozPolImport::Apply(unsigned int root, const ozPolSetting& setting)
+{
+    if (setting.action == tPOLACTION::EraseValues) {
+        ozSubKey* key = _CreateKey(root, setting.keyPath.c_str());
+        if (key == nullptr)
+            return false;
+        key->Op(KeyOpEraseValues);
+        key->Save(true);
+        return true;
+    }
+    ozRegValue* value =
+        _CreateValue(root, setting.keyPath.c_str(), setting.valueName.c_str(), RitR);
+    if (value == nullptr)
+        return false;
+    value->RIT(RitR);
+    if (setting.action == tPOLACTION::DeleteValue)
+        return value->SetDelete();
+    value->Op(OpInsert);
+    return value->SetData(setting.type, static_cast<unsigned long>(setting.data.size()),
+                          reinterpret_cast<const unsigned char*>(setting.data.data()));
+}
+
+bool ozPolImport::Import(const char* file, unsigned int root)
+{
+    if (file == nullptr || *file == '\0')
+        return Fail(root == kUserRoot ? "no file is named for the user profile"
+                                      : "no file is named for the machine profile");
+    try {
+        std::string bytes;
+        std::string readError;
+        switch (ozPolReadFile(file, bytes, readError)) {
+            case tPOLREAD::Missing:
+                return true;
+            case tPOLREAD::Failed:
+                return Fail(readError);
+            case tPOLREAD::Read:
+                break;
+        }
+        if (bytes.empty())
+            return true;
+
+        // The whole file is checked first, so that a file that fails leaves the trees alone;
+        // the second reading applies it. Neither keeps more than one record at a time.
+        ozPolSetting setting;
+        ozPolError error;
+        auto check = [&setting](const ozPolRecord& record, ozPolError& failure) {
+            return ozPolSettingOf(record, setting, failure);
+        };
+        if (!ozForEachPolRecord(bytes, check, error))
+            return Fail(AtOffset(file, error));
+        auto apply = [&](const ozPolRecord& record, ozPolError& problem) {
+            if (!ozPolSettingOf(record, setting, problem))
+                return false;
+            if (Apply(root, setting))
+                return true;
+            problem.offset = record.offset;
+            problem.what = "the model refused the record";
+            return false;
+        };
+        if (!ozForEachPolRecord(bytes, apply, error))
+            return Fail(AtOffset(file, error));
+        return true;
+    } catch (const std::exception& e) {
+        return Fail(std::string(file) + ": " + e.what());
+    }
+}
