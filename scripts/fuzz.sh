@@ -1,18 +1,20 @@
 #!/usr/bin/env bash
-# Runs the fuzz targets of the template reader, the template writer and the grammar reader for
-# a bounded time each (seconds, first argument, default 30), seeded from fuzz/seeds (the writer
-# from the reader's seeds and tests/templates) and, when present, the corpus templates. Uses
-# the sanitizer build; builds it when needed. Fails on the first crash.
+# Runs the fuzz targets of the template reader, the template writer, the grammar reader and the
+# three profile readers for a bounded time each (seconds, first argument, default 30), seeded
+# from fuzz/seeds (the writer from the reader's seeds and tests/templates) and, when present,
+# the corpus templates, policy files and registry files. Uses the sanitizer build; builds it
+# when needed. Fails on the first crash.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds="${1:-30}"
 scripts/setup.sh
 cmake --preset asan >/dev/null
-cmake --build --preset asan --target template_fuzz template_write_fuzz grammar_fuzz
+cmake --build --preset asan --target template_fuzz template_write_fuzz grammar_fuzz ozp_fuzz \
+  pol_fuzz reg_fuzz
 corpus="$(sed -n 's/^OZ_CORPUS_DIR:PATH=//p' build/asan/CMakeCache.txt)"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
-for target in template template_write grammar; do
+for target in template template_write grammar ozp pol reg; do
   mkdir -p "$work/$target"
   if [[ $target == template_write ]]; then
     seeds=(fuzz/seeds/template tests/templates)
@@ -21,6 +23,9 @@ for target in template template_write grammar; do
   fi
   if [[ $target == template* && -n "$corpus" && -d "$corpus/adm" ]]; then
     seeds+=("$corpus/adm")
+  fi
+  if [[ ($target == pol || $target == reg) && -n "$corpus" && -d "$corpus/$target" ]]; then
+    seeds+=("$corpus/$target")
   fi
   echo "fuzzing $target for $seconds s"
   # New inputs go to a scratch folder; the seed folders are only read.
