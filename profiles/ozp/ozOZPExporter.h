@@ -4,10 +4,11 @@
 // previous profile as it was.
 #pragma once
 
-#include <cstdio>
+#include <memory>
 #include <string>
 
 #include "core/registry/ozRegExport.h"
+#include "platform/ozReplacementFile.h"
 
 class ozOZPExporter final : public ozRegExport {
 public:
@@ -31,9 +32,10 @@ public:
 
 private:
     bool Begin(const char* file);
-    void Abandon();
+    bool Fail(const std::string& error);
 
-    std::string m_target;
-    std::string m_temporary;
-    FILE* m_stream = nullptr;
+    // The file being written; null while none is (or for a profile without file).
+    std::unique_ptr<ozReplacementFile> m_file;
+    // A write failed: the save is over and every later call fails.
+    bool m_failed = false;
 };

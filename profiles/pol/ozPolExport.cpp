@@ -26,7 +26,7 @@ bool ozPolExport::Fail(const std::string& file, const std::string& what)
     return false;
 }
 
-bool ozPolExport::Begin(const char* file, unsigned int root, const char* tag)
+bool ozPolExport::Begin(const char* file, unsigned int root)
 {
     if (m_failed)
         return false;
@@ -42,7 +42,7 @@ bool ozPolExport::Begin(const char* file, unsigned int root, const char* tag)
     if (file == nullptr || *file == '\0')
         return root == kMachineRoot || Fail("", "no file is named for the user profile");
     try {
-        auto replacement = std::make_unique<ozPolReplacement>(file, tag);
+        auto replacement = std::make_unique<ozReplacementFile>(file);
         std::string error;
         if (!replacement->Open(error))
             return Fail(file, error);
@@ -57,13 +57,13 @@ bool ozPolExport::Begin(const char* file, unsigned int root, const char* tag)
 
 bool ozPolExport::BeginMachineProfile(const char* file)
 {
-    return Begin(file, kMachineRoot, "m");
+    return Begin(file, kMachineRoot);
 }
 
 bool ozPolExport::BeginUserProfile(const char* file)
 {
     m_userBegun = true;
-    return Begin(file, kUserRoot, "u");
+    return Begin(file, kUserRoot);
 }
 
 bool ozPolExport::ExportKey(ozSubKey* key)

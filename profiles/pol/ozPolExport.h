@@ -12,6 +12,7 @@
 #include "core/registry/ozRegExport.h"
 #include "ozPolFile.h"
 #include "ozPolFormat.h"
+#include "platform/ozReplacementFile.h"
 
 class ozPolExport final : public ozRegExport {
 public:
@@ -36,14 +37,14 @@ public:
     const std::string& LastError() const { return m_lastError; }
 
 private:
-    bool Begin(const char* file, unsigned int root, const char* tag);
+    bool Begin(const char* file, unsigned int root);
     bool Fail(const std::string& file, const std::string& what);
 
     // The side being written (null while none is, or when the machine side has no file).
-    ozPolReplacement* m_current = nullptr;
+    ozReplacementFile* m_current = nullptr;
     unsigned int m_currentRoot = 0;
-    std::unique_ptr<ozPolReplacement> m_machine;
-    std::unique_ptr<ozPolReplacement> m_user;
+    std::unique_ptr<ozReplacementFile> m_machine;
+    std::unique_ptr<ozReplacementFile> m_user;
     bool m_userBegun = false;
     bool m_failed = false;
     std::string m_lastError;

@@ -1,8 +1,5 @@
 #include "ozRegOutputFile.h"
 
-#include <cerrno>
-#include <cstring>
-
 ozRegOutputFile::~ozRegOutputFile()
 {
     Abandon();
@@ -12,13 +9,14 @@ bool ozRegOutputFile::Open(const std::string& path, std::string& problem)
 {
     Abandon();
     m_path = path;
-    m_temporaryPath = ozRegTemporaryPathFor(path);
-    m_stream = std::fopen(m_temporaryPath.c_str(), "wb");
-    if (m_stream == nullptr) {
-        problem = path + ": cannot create the file (" + std::strerror(errno) + ")";
+    m_file = std::make_unique<ozReplacementFile>(path);
+    std::string error;
+    if (!m_file->Open(error)) {
+        problem = path + ": " + error;
+        m_file.reset();
         return false;
     }
-    if (std::fwrite("\xFF\xFE", 1, 2, m_stream) != 2 ||
+    if (!m_file->Write("\xFF\xFE", error) ||
         !Write(ozRegAscii("Windows Registry Editor Version 5.00\r\n\r\n"), problem)) {
         problem = path + ": cannot write the file";
         Abandon();
@@ -29,14 +27,13 @@ bool ozRegOutputFile::Open(const std::string& path, std::string& problem)
 
 bool ozRegOutputFile::Write(const ozWideString& text, std::string& problem)
 {
-    if (m_stream == nullptr) {
+    if (!IsOpen()) {
         problem = "no file is open for writing";
         return false;
     }
-    std::string bytes = ozRegUtf16Bytes(text);
-    if (std::fwrite(bytes.data(), 1, bytes.size(), m_stream) != bytes.size() ||
-        std::fflush(m_stream) != 0) {
-        problem = m_path + ": cannot write the file (" + std::strerror(errno) + ")";
+    std::string error;
+    if (!m_file->Write(ozRegUtf16Bytes(text), error)) {
+        problem = m_path + ": " + error;
         return false;
     }
     return true;
@@ -44,30 +41,19 @@ bool ozRegOutputFile::Write(const ozWideString& text, std::string& problem)
 
 bool ozRegOutputFile::Commit(std::string& problem)
 {
-    if (m_stream == nullptr) {
+    if (!IsOpen()) {
         problem = "no file is open for writing";
         return false;
     }
-    bool closed = std::fclose(m_stream) == 0;
-    m_stream = nullptr;
-    if (!closed) {
-        problem = m_path + ": cannot complete the file (" + std::strerror(errno) + ")";
-        std::remove(m_temporaryPath.c_str());
-        return false;
-    }
-    if (!ozRegReplaceFile(m_temporaryPath, m_path, problem)) {
-        problem = m_path + ": " + problem;
-        std::remove(m_temporaryPath.c_str());
-        return false;
-    }
-    return true;
+    std::string error;
+    bool committed = m_file->Commit(error);
+    m_file.reset();
+    if (!committed)
+        problem = m_path + ": " + error;
+    return committed;
 }
 
 void ozRegOutputFile::Abandon()
 {
-    if (m_stream == nullptr)
-        return;
-    std::fclose(m_stream);
-    m_stream = nullptr;
-    std::remove(m_temporaryPath.c_str());
+    m_file.reset();  // the temporary file goes with it
 }

@@ -3,10 +3,11 @@
 // as it was and no half-written file behind.
 #pragma once
 
-#include <cstdio>
+#include <memory>
 #include <string>
 
 #include "ozRegFileText.h"
+#include "platform/ozReplacementFile.h"
 
 class ozRegOutputFile {
 public:
@@ -19,9 +20,9 @@ public:
     // Starts the file for target `path` with the byte-order mark and the version 5.00 header.
     // False, with problem saying why, when the temporary file cannot be created or written.
     bool Open(const std::string& path, std::string& problem);
-    bool IsOpen() const { return m_stream != nullptr; }
+    bool IsOpen() const { return m_file != nullptr && m_file->IsOpen(); }
     const std::string& Path() const { return m_path; }
-    // Appends text as UTF-16LE and hands it to the system, so that a full disk shows here.
+    // Appends text as UTF-16LE.
     bool Write(const ozWideString& text, std::string& problem);
     // Closes the file and moves it onto the target. On failure the temporary file is removed
     // and the target is untouched.
@@ -30,12 +31,6 @@ public:
     void Abandon();
 
 private:
-    std::FILE* m_stream = nullptr;
+    std::unique_ptr<ozReplacementFile> m_file;
     std::string m_path;
-    std::string m_temporaryPath;
 };
-
-// Platform parts (posix/, win32/): a name for a temporary file beside path, unique within the
-// machine, and moving `from` onto `to`, replacing it.
-std::string ozRegTemporaryPathFor(const std::string& path);
-bool ozRegReplaceFile(const std::string& from, const std::string& to, std::string& problem);
