@@ -112,13 +112,15 @@ intptr_t CheckboxActionlistOff(intptr_t)
         [](ozADMCheckBox& part) { return ozTakeActionList(part, &ozADMCheckBox::ActionListOff); });
 }
 
-// A template's DEFAULT makes the default present: the part starts with it, and a template
-// written back keeps it.
+// A template's DEFAULT makes the default present, so that a template written back keeps it,
+// and the part starts with it, as an edit text starts with its DEFAULT.
 intptr_t NumericDefault(intptr_t token)
 {
     return PartNumber<ozADMNumeric>(token, [](ozADMNumeric& part, unsigned long number) {
         part.Default(number);
         part.DefaultEmpty(false);
+        part.Value(number);
+        part.Empty(false);
     });
 }
 

@@ -1,9 +1,11 @@
 #include "ozStringsSection.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <new>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "platform/ozPrivateProfile.h"
@@ -38,6 +40,13 @@ bool ozReadStringsSection(const char* file, ozStringTable& table, int* errorNumb
     DWORD capacity = static_cast<DWORD>(size) + 2;
 
     try {
+        // The section reader looks for a name without folder in the system's folder, not in
+        // the working folder the template was opened from.
+        std::error_code error;
+        std::string path = std::filesystem::absolute(file, error).string();
+        if (error)
+            path = file;
+        file = path.c_str();
         std::string lines;
         if (unicode) {
             // Not cleared first: the reader writes the lines and their terminators.

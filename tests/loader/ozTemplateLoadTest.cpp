@@ -104,6 +104,7 @@ TEST_F(TemplateLoadTest, PartsAndSettingsRealTemplatesSeldomUse)
     EXPECT_TRUE(number->TxtConvert());
     EXPECT_FALSE(number->DefaultEmpty()) << "a DEFAULT is a present default";
     EXPECT_EQ(number->Default(), 3u);
+    EXPECT_EQ(number->Value(), 3u) << "the part starts with its default";
 }
 
 TEST_F(TemplateLoadTest, StringsSectionRules)
