@@ -1,0 +1,146 @@
+#include "ozCommandSupport.h"
+
+#include <filesystem>
+
+#include "control/CADMCtrl.h"
+#include "ozHostSession.h"
+
+std::string ozProfileFiles::UserTarget() const
+{
+    for (const std::string* name : {&saveBoth, &saveUser, &both, &user})
+        if (!name->empty())
+            return *name;
+    return {};
+}
+
+std::string ozProfileFiles::MachineTarget() const
+{
+    for (const std::string* name : {&saveBoth, &saveMachine, &both, &machine})
+        if (!name->empty())
+            return *name;
+    return {};
+}
+
+void ozReadCommandLine(
+    const std::vector<std::string>& args, ozCommandLine& line, bool withProfiles, bool withJson,
+    const std::function<bool(const std::vector<std::string>&, std::size_t&)>& extra)
+{
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& arg = args[i];
+        if (arg.rfind("--", 0) != 0 || arg == "-") {
+            line.positional.push_back(arg);
+        } else if (arg == "--help") {
+            line.help = true;
+        } else if (withJson && arg == "--json") {
+            line.json = true;
+        } else if (ozTakeCommonOption(args, i, line.host)) {
+        } else if (withProfiles && arg == "--user") {
+            line.profiles.user = ozOptionValue(args, i);
+        } else if (withProfiles && arg == "--machine") {
+            line.profiles.machine = ozOptionValue(args, i);
+        } else if (withProfiles && arg == "--profile") {
+            line.profiles.both = ozOptionValue(args, i);
+        } else if (withProfiles && arg == "--save-user") {
+            line.profiles.saveUser = ozOptionValue(args, i);
+        } else if (withProfiles && arg == "--save-machine") {
+            line.profiles.saveMachine = ozOptionValue(args, i);
+        } else if (withProfiles && arg == "--save-profile") {
+            line.profiles.saveBoth = ozOptionValue(args, i);
+        } else if (!extra || !extra(args, i)) {
+            throw ozUsageError("unknown option " + arg);
+        }
+    }
+    const ozProfileFiles& files = line.profiles;
+    if (!files.both.empty() && (!files.user.empty() || !files.machine.empty()))
+        throw ozUsageError(
+            "--profile names one file for both profiles; give it or --user and "
+            "--machine, not both");
+}
+
+const char* ozProfileOptionsHelp()
+{
+    return R"(Profile options:
+  --user FILE           the user profile to load
+  --machine FILE        the machine profile to load
+  --profile FILE        one file holding both profiles (the .ozp library can do that)
+  --save-user FILE      where to save the user profile (default: the --user file)
+  --save-machine FILE   where to save the machine profile (default: the --machine file)
+  --save-profile FILE   save both profiles into one file (default: the --profile file)
+)";
+}
+
+bool ozLoadTemplates(CADMCtrl& control, const std::vector<std::string>& templates,
+                     std::ostream& err)
+{
+    for (const std::string& file : templates)
+        if (!control.SetADM(ozHostSession::TemplatePath(file).c_str())) {
+            err << "ozadm: the template " << file << " cannot be loaded\n";
+            return false;
+        }
+    return true;
+}
+
+namespace {
+
+bool Exists(const std::string& file)
+{
+    std::error_code error;
+    return std::filesystem::exists(file, error);
+}
+
+}  // namespace
+
+bool ozLoadProfiles(CADMCtrl& control, const ozProfileFiles& files, bool skipMissing,
+                    std::ostream& err)
+{
+    std::string user = files.both.empty() ? files.user : files.both;
+    std::string machine = files.both.empty() ? files.machine : "";
+    for (std::string* name : {&user, &machine})
+        if (!name->empty() && !Exists(*name)) {
+            if (!skipMissing) {
+                err << "ozadm: the profile " << *name << " does not exist\n";
+                return false;
+            }
+            err << "ozadm: the profile " << *name << " does not exist yet; starting without it\n";
+            name->clear();
+        }
+    if (user.empty() && machine.empty())
+        return true;
+    // The first file is read as the user profile, the second as the machine profile.
+    bool loaded = user.empty() ? control.Load(machine.c_str(), "")
+                               : control.Load(user.c_str(), machine.c_str());
+    if (!loaded)
+        err << "ozadm: the profiles cannot be loaded\n";
+    return loaded;
+}
+
+bool ozSaveProfiles(CADMCtrl& control, const ozProfileFiles& files, std::ostream& out,
+                    std::ostream& err)
+{
+    std::string user = files.UserTarget();
+    std::string machine = files.MachineTarget();
+    if (user.empty() && machine.empty()) {
+        err << "ozadm: no profile to save: name one with --user, --machine, --profile or the "
+               "--save- options\n";
+        return false;
+    }
+    if (!control.Save(user.c_str(), machine.c_str())) {
+        err << "ozadm: the profiles cannot be saved\n";
+        return false;
+    }
+    if (user == machine) {
+        out << "saved both profiles to " << user << '\n';
+    } else {
+        if (!machine.empty())
+            out << "saved the machine profile to " << machine << '\n';
+        if (!user.empty())
+            out << "saved the user profile to " << user << '\n';
+    }
+    return true;
+}
+
+int ozUsageFailure(const std::string& command, const std::string& message, std::ostream& err)
+{
+    err << "ozadm " << command << ": " << message << " (ozadm " << command << " --help)\n";
+    return 2;
+}

@@ -1,0 +1,109 @@
+#include "ozHostSession.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
+#include "ozHostStrings.h"
+#include "platform/ozRegistryApi.h"
+
+namespace {
+
+std::filesystem::path ExecutableFolder()
+{
+#if defined(_WIN32)
+    char path[MAX_PATH * 4];
+    DWORD length = GetModuleFileNameA(nullptr, path, sizeof path);
+    if (length == 0 || length >= sizeof path)
+        return {};
+    return std::filesystem::path(std::string(path, length)).parent_path();
+#else
+    std::error_code error;
+    std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::filesystem::path() : self.parent_path();
+#endif
+}
+
+}  // namespace
+
+std::string ozHostSession::BundledFile(const std::string& name)
+{
+    std::filesystem::path folder = ExecutableFolder();
+    if (!folder.empty()) {
+        std::filesystem::path beside = folder / "ozadm-data" / name;
+        std::error_code error;
+        if (std::filesystem::is_regular_file(beside, error))
+            return beside.string();
+    }
+    // Not installed beside the executable: the source tree it was built from.
+    std::error_code error;
+    std::string source = std::string(OZADM_SOURCE_DATA) + "/" + name;
+    if (std::filesystem::is_regular_file(source, error))
+        return source;
+    return std::string(OZADM_SOURCE_GRAMMAR) + "/" + name;
+}
+
+std::string ozHostSession::TemplatePath(const std::string& file)
+{
+#if defined(_WIN32)
+    std::error_code error;
+    std::filesystem::path absolute = std::filesystem::absolute(file, error);
+    if (!error && !file.empty())
+        return absolute.string();
+#endif
+    return file;
+}
+
+ozHostSession::ozHostSession(const ozHostOptions& options, std::ostream& messages)
+    : m_options(options), m_ui(messages, options.answerYes), m_control(m_ui)
+{
+}
+
+bool ozHostSession::Prepare(std::ostream& err)
+{
+    if (m_options.loadStrings) {
+        std::string file = m_options.strings.empty()
+                               ? BundledFile("strings-" + m_options.language + ".txt")
+                               : m_options.strings;
+        std::map<unsigned short, std::string> table;
+        std::string error;
+        if (!ozReadHostStrings(file, table, error)) {
+            err << "ozadm: " << error << '\n';
+            return false;
+        }
+        for (const auto& [number, text] : table)
+            if (!m_control.AddString(number, text.c_str())) {
+                err << "ozadm: message " << number << " cannot be added\n";
+                return false;
+            }
+    }
+    if (m_options.loadGrammar) {
+        std::string file = m_options.grammar.empty() ? BundledFile("adm.bnf") : m_options.grammar;
+        if (!m_control.SetEBNF(file.c_str())) {
+            err << "ozadm: the grammar " << file << " cannot be loaded\n";
+            return false;
+        }
+    }
+    if (!m_options.library.empty())
+        m_control.ozImpExLibrary(m_options.library);
+    if (!m_options.registry.empty() || !m_options.registryUser.empty()) {
+        const char* user =
+            m_options.registryUser.empty() ? nullptr : m_options.registryUser.c_str();
+        const char* folder =
+            m_options.registry.empty() ? std::getenv("OZADM_REGISTRY") : m_options.registry.c_str();
+        if (folder == nullptr || !ozRegistryUseLocalMachine(folder, user)) {
+#if defined(_WIN32)
+            err << "ozadm: --registry and --registry-user are not available on Windows, "
+                   "which reads its own registry\n";
+#else
+            err << "ozadm: --registry-user needs a registry folder (--registry or "
+                   "OZADM_REGISTRY)\n";
+#endif
+            return false;
+        }
+    }
+    return true;
+}

@@ -1,0 +1,39 @@
+// One control with ozadm's user interface, prepared as the options say: the host string
+// table added, the grammar loaded, the profile library and the registry chosen. Bundled files
+// (the grammar, the string tables) are looked for in the folder "ozadm-data" beside the
+// executable, then in the source tree ozadm was built from.
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "control/CADMCtrl.h"
+#include "ozConsoleHostUI.h"
+#include "ozHostOptions.h"
+
+class ozHostSession {
+public:
+    // Messages of the control go to `messages`.
+    ozHostSession(const ozHostOptions& options, std::ostream& messages);
+
+    // Adds the string table and loads the grammar as the options say and chooses the registry
+    // and the library. False, after telling err why (or the control showing its message), when
+    // one of them fails.
+    bool Prepare(std::ostream& err);
+
+    CADMCtrl& Control() { return m_control; }
+
+    // The name a template file is handed to the control by. On Windows a relative name
+    // becomes absolute: the [strings] section is read through the system's private-profile
+    // functions, which look for a relative name in the Windows folder, not the working folder.
+    static std::string TemplatePath(const std::string& file);
+
+    // The bundled file `name` (adm.bnf, strings-en.txt, strings-de.txt).
+    static std::string BundledFile(const std::string& name);
+
+private:
+    ozHostOptions m_options;
+    ozConsoleHostUI m_ui;
+    CADMCtrl m_control;
+};

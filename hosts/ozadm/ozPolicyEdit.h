@@ -1,0 +1,44 @@
+// What a user does in the policy view, done on the model directly: a policy's state chosen,
+// a part's value entered. Also the text forms of states and part values that ozadm prints and
+// reads (docs/cli.md), so that a value printed by `Parts` can be given to `SetPart` again.
+//
+// Part value texts by part type:
+//   CHECKBOX      TRUE or FALSE (numbers as well: nonzero is checked)
+//   NUMERIC       a whole number between the part's MIN and MAX; "" for no value
+//   EDITTEXT,
+//   COMBOBOX      the text itself (at most MAXLEN characters when the part has a MAXLEN)
+//   DROPDOWNLIST  the name of an item (without regard to case); "" for no item
+//   LISTBOX       the entries separated by ';' (";;" stands for a ';' inside an entry; empty
+//                 entries are dropped). In a list box with EXPLICITVALUE each entry reads
+//                 name=value; otherwise each entry is a value and the names are the part's
+//                 VALUEPREFIX followed by 1, 2, 3 ...
+//   TEXT          has no value
+#pragma once
+
+#include <string>
+
+#include "core/adm/ozADMPolicy.h"
+
+class ozADMCtrl;
+struct tTreeCodeHandle;
+
+// The policy at path (class, categories and policy name joined by backslashes, compared
+// without regard to case); null without code object or when path names no policy.
+ozADMPolicy* ozFindPolicy(tTreeCodeHandle* code, const std::string& path);
+
+// "enabled", "disabled" or "notconfigured", and back (without regard to case).
+const char* ozPolicyStateName(tPOLICYSTATE state);
+bool ozReadPolicyState(const std::string& text, tPOLICYSTATE& state);
+
+// CHECKBOX, NUMERIC, EDITTEXT, COMBOBOX, TEXT, DROPDOWNLIST or LISTBOX.
+const char* ozPartTypeName(const ozADMCtrl& part);
+
+// The part of policy named `name` (without regard to case); null when there is none.
+ozADMCtrl* ozFindPart(ozADMPolicy& policy, const std::string& name);
+
+// Sets the part's value from its text form. False, with why saying what is wrong, when the
+// text does not fit the part; the part is then unchanged.
+bool ozSetPartValue(ozADMCtrl& part, const std::string& text, std::string& why);
+
+// The part's value in the text form above ("" for a TEXT part).
+std::string ozPartValueText(const ozADMCtrl& part);

@@ -1,0 +1,68 @@
+#include "ozScriptValues.h"
+
+#include <cerrno>
+#include <cstdlib>
+
+bool ozEqualsIgnoringCase(std::string_view a, std::string_view b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        char x = a[i] >= 'a' && a[i] <= 'z' ? static_cast<char>(a[i] - 32) : a[i];
+        char y = b[i] >= 'a' && b[i] <= 'z' ? static_cast<char>(b[i] - 32) : b[i];
+        if (x != y)
+            return false;
+    }
+    return true;
+}
+
+bool ozReadBool(const std::string& text, bool& value)
+{
+    if (ozEqualsIgnoringCase(text, "TRUE")) {
+        value = true;
+        return true;
+    }
+    if (ozEqualsIgnoringCase(text, "FALSE")) {
+        value = false;
+        return true;
+    }
+    long long number = 0;
+    if (!ozReadInteger(text, -2147483648LL, 4294967295LL, number))
+        return false;
+    value = number != 0;
+    return true;
+}
+
+bool ozReadInteger(const std::string& text, long long min, long long max, long long& value)
+{
+    std::size_t pos = 0;
+    bool negative = false;
+    if (pos < text.size() && (text[pos] == '-' || text[pos] == '+'))
+        negative = text[pos++] == '-';
+    int base = 10;
+    if (text.size() > pos + 1 && text[pos] == '0' &&
+        (text[pos + 1] == 'x' || text[pos + 1] == 'X')) {
+        base = 16;
+        pos += 2;
+    }
+    // strtoull would take blanks and a second sign; only digits may follow here.
+    if (pos >= text.size())
+        return false;
+    for (std::size_t i = pos; i < text.size(); ++i) {
+        char c = text[i];
+        bool digit = (c >= '0' && c <= '9') ||
+                     (base == 16 && ((c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F')));
+        if (!digit)
+            return false;
+    }
+    errno = 0;
+    unsigned long long magnitude = std::strtoull(text.c_str() + pos, nullptr, base);
+    if (errno == ERANGE || magnitude > 9223372036854775807ULL)
+        return false;
+    long long number =
+        negative ? -static_cast<long long>(magnitude) : static_cast<long long>(magnitude);
+    if (number < min || number > max)
+        return false;
+    value = number;
+    return true;
+}

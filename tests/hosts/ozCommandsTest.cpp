@@ -1,0 +1,176 @@
+// The commands for people, run as a person runs them: ozadm as a child process in a folder of
+// its own, its output and the files it writes checked. Registry imports read a hive folder
+// built for the test.
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "support/ozTestHive.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class OzadmCommands : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        const testing::TestInfo* info = testing::UnitTest::GetInstance()->current_test_info();
+        m_folder = fs::path(testing::TempDir()) / (std::string("ozadm-") + info->name());
+        fs::remove_all(m_folder);
+        fs::create_directories(m_folder);
+        fs::copy_file(fs::path(OZ_SOURCE_DIR) / "examples/example.adm", m_folder / "example.adm");
+        fs::copy_file(fs::path(OZ_SOURCE_DIR) / "examples/example.ozp", m_folder / "example.ozp");
+    }
+    void TearDown() override { fs::remove_all(m_folder); }
+
+    // Runs ozadm with the arguments (already quoted for the shell) in the test folder; the
+    // exit status, standard output in out and standard error in err.
+    int Run(const std::string& arguments, const std::string& environment = "")
+    {
+        std::string command = "cd '" + m_folder.string() + "' && " + environment + " '" +
+                              OZADM_EXECUTABLE + "' " + arguments + " >out.txt 2>err.txt";
+        int status = std::system(command.c_str());
+        out = Read("out.txt");
+        err = Read("err.txt");
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    std::string Read(const std::string& name)
+    {
+        std::ifstream in(m_folder / name, std::ios::binary);
+        std::ostringstream text;
+        text << in.rdbuf();
+        return text.str();
+    }
+
+    fs::path m_folder;
+    std::string out, err;
+};
+
+const char* const kProxy = "'MACHINE\\Browser\\Proxy server'";
+
+TEST_F(OzadmCommands, SetSavesWhatShowAndConfiguredThenReport)
+{
+    ASSERT_EQ(Run(std::string("set example.adm --profile example.ozp --save-profile new.ozp "
+                              "--state ") +
+                  kProxy + " enabled --part " + kProxy + " Port 3128"),
+              0)
+        << err;
+    EXPECT_EQ(out, "saved both profiles to new.ozp\n");
+    // The bundled profile is left alone.
+    EXPECT_EQ(Read("example.ozp").find("ProxyPort"), std::string::npos);
+
+    ASSERT_EQ(Run("show example.adm --profile new.ozp --parts"), 0) << err;
+    EXPECT_NE(out.find("    POLICY Proxy server = enabled\n      PART Server name EDITTEXT = "
+                       "\"proxy.example.com\"\n      PART Port NUMERIC = \"3128\"\n"),
+              std::string::npos)
+        << out;
+    EXPECT_NE(out.find("    POLICY Security level = enabled\n"), std::string::npos) << out;
+
+    ASSERT_EQ(Run("configured example.adm --profile new.ozp --entries"), 0) << err;
+    EXPECT_EQ(out.rfind("+ MACHINE\\Browser\\Proxy server\n    \"HKLM\\Software\\Policies\\"
+                        "Example\\Browser\",\"UseProxy\",\"REG_DWORD\",\"1\"\n",
+                        0),
+              0u)
+        << out;
+
+    ASSERT_EQ(
+        Run(std::string("configures example.adm --profile new.ozp --json --policy ") + kProxy), 0);
+    EXPECT_EQ(out.rfind("{\"policy\": \"MACHINE\\\\Browser\\\\Proxy server\", \"state\": "
+                        "\"enabled\", \"entries\": [\"\\\"HKLM",
+                        0),
+              0u)
+        << out;
+}
+
+TEST_F(OzadmCommands, RefusesBadEditsNamingThem)
+{
+    EXPECT_EQ(
+        Run(std::string("set example.adm --profile example.ozp --state ") + kProxy + " maybe"), 2);
+    EXPECT_NE(err.find("not \"maybe\""), std::string::npos) << err;
+    EXPECT_EQ(Run(std::string("set example.adm --profile p.ozp --part ") + kProxy + " Port 0"), 1);
+    EXPECT_NE(err.find("from 1 to 65535"), std::string::npos) << err;
+    EXPECT_FALSE(fs::exists(m_folder / "p.ozp"));
+    EXPECT_EQ(Run("show missing.adm"), 1);
+    EXPECT_NE(err.find("missing.adm"), std::string::npos) << err;
+    EXPECT_EQ(Run("show example.adm --colour"), 2);
+    EXPECT_NE(err.find("unknown option --colour"), std::string::npos) << err;
+    EXPECT_EQ(Run("frobnicate"), 2);
+    for (const char* command :
+         {"show", "set", "configured", "configures", "write-adm", "import", "convert", "script"}) {
+        EXPECT_EQ(Run(std::string(command) + " --help"), 0) << command;
+        EXPECT_NE(out.find("Usage: ozadm "), std::string::npos) << command;
+    }
+}
+
+TEST_F(OzadmCommands, WriteAdmWritesATemplateThatLoadsAgain)
+{
+    ASSERT_EQ(Run("write-adm example.adm --output written.adm"), 0) << err;
+    ASSERT_EQ(Run("show written.adm"), 0) << err;
+    std::string written = out;
+    ASSERT_EQ(Run("show example.adm"), 0);
+    EXPECT_EQ(written, out);
+}
+
+TEST_F(OzadmCommands, ConvertsThroughRegFilesAndBack)
+{
+    ASSERT_EQ(Run("convert --profile example.ozp --save-user user.reg --save-machine machine.reg"),
+              0)
+        << err;
+    EXPECT_TRUE(fs::exists(m_folder / "user.reg"));
+    ASSERT_EQ(Run("convert --user user.reg --machine machine.reg --save-profile back.ozp"), 0)
+        << err;
+    ASSERT_EQ(Run("configured example.adm --profile back.ozp"), 0) << err;
+    std::string converted = out;
+    ASSERT_EQ(Run("configured example.adm --profile example.ozp"), 0);
+    EXPECT_EQ(converted, out);
+    EXPECT_EQ(Run("convert --profile example.ozp --save-profile out.txt"), 2);
+}
+
+TEST_F(OzadmCommands, ImportsKeysFromAHiveFolder)
+{
+    fs::create_directories(m_folder / "registry");
+    {
+        ozTestHive hive((m_folder / "registry" / "SOFTWARE").string());
+        ASSERT_TRUE(hive.ok());
+        ASSERT_TRUE(hive.SetString("Policies\\Example\\Browser", "ProxyServer", "hive.example"));
+        ASSERT_TRUE(hive.SetDword("Policies\\Example\\Browser", "UseProxy", 1));
+        ASSERT_TRUE(hive.SetDword("Policies\\Example\\Browser", "ProxyPort", 8080));
+        ASSERT_TRUE(hive.SetString("Policies\\Example\\Browser", "Bypass", "<local>"));
+        ASSERT_TRUE(hive.SetDword("Policies\\Example\\Browser\\Sub", "Deep", 7));
+        ASSERT_TRUE(hive.Commit());
+    }
+    ASSERT_EQ(Run("import --registry registry --key 'Software\\Policies\\Example' --recursive "
+                  "--profile imported.ozp"),
+              0)
+        << err;
+    std::string profile = Read("imported.ozp");
+    EXPECT_NE(profile.find("value \"ProxyServer\" type=1 item=r op=I data=\"hive.example\""),
+              std::string::npos)
+        << profile;
+    EXPECT_NE(profile.find("value \"Deep\" type=4"), std::string::npos) << profile;
+
+    ASSERT_EQ(Run("configured example.adm --profile imported.ozp"), 0) << err;
+    EXPECT_EQ(out, "+ MACHINE\\Browser\\Proxy server\n");
+
+    // Through the environment, one value only.
+    ASSERT_EQ(Run("import --key 'Software\\Policies\\Example\\Browser' --value UseProxy "
+                  "--profile one.ozp",
+                  "OZADM_REGISTRY=registry"),
+              0)
+        << err;
+    EXPECT_EQ(Read("one.ozp").find("ProxyServer"), std::string::npos);
+    EXPECT_NE(Read("one.ozp").find("UseProxy"), std::string::npos);
+
+    EXPECT_EQ(Run("import --registry nowhere --key Software --profile x.ozp"), 1);
+    EXPECT_NE(err.find("nowhere does not exist"), std::string::npos) << err;
+    EXPECT_EQ(Run("import --registry registry --key 'Software\\Missing' --profile x.ozp"), 1);
+    EXPECT_NE(err.find("cannot be read"), std::string::npos) << err;
+}
+
+}  // namespace
