@@ -9,6 +9,7 @@
 
 #include "core/tree/ozOwnedText.h"
 #include "ozAppendedTextDialog.h"
+#include "ozHexDigit.h"
 #include "ozSubKey.h"
 #include "ozVariableMarkers.h"
 
@@ -101,27 +102,16 @@ bool ParseNumber(const char* text, std::uint32_t& number)
     return true;
 }
 
-int HexDigitValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
-}
-
 // Every run of hexadecimal digits gives one byte per two digits (a final single digit gives
 // a byte of its own); everything else separates.
 std::vector<unsigned char> ParseHexGroups(const char* text)
 {
     std::vector<unsigned char> bytes;
     for (const char* p = text; *p != '\0';) {
-        int high = HexDigitValue(*p++);
+        int high = ozHexDigitValue(*p++);
         if (high < 0)
             continue;
-        int low = HexDigitValue(*p);
+        int low = ozHexDigitValue(*p);
         if (low < 0) {
             bytes.push_back(static_cast<unsigned char>(high));
             continue;

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "core/registry/ozHexDigit.h"
+
 namespace {
 
 const char* const RootNames[] = {
@@ -11,23 +13,12 @@ const char* const RootNames[] = {
 };
 constexpr unsigned RootNameCount = sizeof RootNames / sizeof RootNames[0];
 
-int HexDigit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
 // Two hexadecimal digits at text[pos]; -1 when there are none.
 int HexByte(const std::string& text, size_t pos)
 {
     if (pos + 1 >= text.size())
         return -1;
-    int high = HexDigit(text[pos]), low = HexDigit(text[pos + 1]);
+    int high = ozHexDigitValue(text[pos]), low = ozHexDigitValue(text[pos + 1]);
     return high < 0 || low < 0 ? -1 : high * 16 + low;
 }
 

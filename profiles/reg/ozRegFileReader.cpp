@@ -1,5 +1,6 @@
 #include "ozRegFileReader.h"
 
+#include "core/registry/ozHexDigit.h"
 #include "ozRegRootNames.h"
 
 namespace {
@@ -12,17 +13,6 @@ bool IsBlank(WCHAR c)
 bool IsLineEnd(WCHAR c)
 {
     return c == '\r' || c == '\n';
-}
-
-int HexDigit(WCHAR c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
 }
 
 void TrimBlanks(ozWideString& text)
@@ -292,7 +282,7 @@ bool ozRegFileReader::ReadNumber(ozRegFileEntry& entry)
     entry.type = 4;
     unsigned long long number = 0;
     size_t digits = 0;
-    for (int digit; (digit = HexDigit(Peek())) >= 0; ++m_at, ++digits) {
+    for (int digit; (digit = ozHexDigitValue(Peek())) >= 0; ++m_at, ++digits) {
         number = number * 16 + static_cast<unsigned>(digit);
         if (number > 0xFFFFFFFFull)
             return Fail(m_currentLine, "the dword number does not fit 32 bits");
@@ -311,7 +301,7 @@ bool ozRegFileReader::ReadHexList(ozRegFileEntry& entry)
         ++m_at;
         unsigned long long type = 0;
         size_t digits = 0;
-        for (int digit; (digit = HexDigit(Peek())) >= 0; ++m_at, ++digits) {
+        for (int digit; (digit = ozHexDigitValue(Peek())) >= 0; ++m_at, ++digits) {
             type = type * 16 + static_cast<unsigned>(digit);
             if (type > 0xFFFFFFFFull)
                 return Fail(m_currentLine, "the type of hex(n) does not fit 32 bits");
@@ -333,16 +323,16 @@ bool ozRegFileReader::ReadHexList(ozRegFileEntry& entry)
     };
     for (;;) {
         skipSpace();
-        int high = HexDigit(Peek());
+        int high = ozHexDigitValue(Peek());
         if (high < 0)
             break;
         ++m_at;
-        int low = HexDigit(Peek());
+        int low = ozHexDigitValue(Peek());
         int byte = high;
         if (low >= 0) {
             ++m_at;
             byte = high * 16 + low;
-            if (HexDigit(Peek()) >= 0)
+            if (ozHexDigitValue(Peek()) >= 0)
                 return Fail(m_currentLine, "a byte of the hex list has more than two digits");
         }
         bytes.push_back(static_cast<char>(byte));

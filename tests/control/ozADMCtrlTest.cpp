@@ -3,8 +3,6 @@
 // fixed to a result.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "control/CADMCtrl.h"
@@ -21,14 +19,6 @@ namespace {
 
 const std::string Template = ozSourcePath("tests/templates/every-part.adm");
 const std::string Library = ozPlatformPath(OZ_OZP_LIBRARY);
-
-std::string ReadFile(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
 
 class ControlTest : public ::testing::Test {
 protected:
@@ -82,12 +72,12 @@ TEST_F(ControlTest, PoliciesSurviveSaveAndLoad)
     control.DisplayMode(DisplayPolicies);
     Enable("USER\\Desktop\\High-contrast colors");
     ASSERT_TRUE(control.Save(user.Path(), machine.Path())) << Messages();
-    EXPECT_NE(ReadFile(user.Path())
+    EXPECT_NE(ozReadTestFile(user.Path())
                   .find("[HKEY_CURRENT_USER\\Software\\Policies\\ozADM\\"
                         "Desktop\\Colors]\nkey op=I flags=\n"
                         "value \"Colors\" type=1 item=r op=D data=\"\""),
               std::string::npos)
-        << ReadFile(user.Path());
+        << ozReadTestFile(user.Path());
 
     control.Cleanup();
     EXPECT_EQ(control.Code(), nullptr);
@@ -119,7 +109,7 @@ TEST_F(ControlTest, SaveAfterFailedLoadAsksFirst)
     ui.answerYes = false;
     EXPECT_FALSE(control.Save(user.Path(), machine.Path()));
     EXPECT_EQ(Messages(), "Save anyway?");
-    EXPECT_EQ(ReadFile(user.Path()), "not a profile") << "nothing written";
+    EXPECT_EQ(ozReadTestFile(user.Path()), "not a profile") << "nothing written";
     EXPECT_TRUE(control.ShouldSave());
 
     ui.answerYes = true;
@@ -209,7 +199,7 @@ TEST_F(ControlTest, WriteADMWritesTheMergedTemplates)
 #else
     const char* firstLine = "CLASS MACHINE\n";
 #endif
-    EXPECT_EQ(ReadFile(written.Path()).rfind(firstLine, 0), 0u);
+    EXPECT_EQ(ozReadTestFile(written.Path()).rfind(firstLine, 0), 0u);
     EXPECT_FALSE(control.WriteADM(ozTestFilePath("no-such-folder/x.adm").c_str()));
 }
 

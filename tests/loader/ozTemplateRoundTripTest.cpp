@@ -7,8 +7,6 @@
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -65,14 +63,6 @@ std::string NameOf(const ::testing::TestParamInfo<TemplateFile>& info)
     return name + "_" + std::to_string(info.index);
 }
 
-std::string ReadBytes(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
 // Writes the tree into path; false when the file cannot be opened or the save fails.
 bool SaveTree(ozADMTree& tree, const std::string& path)
 {
@@ -101,7 +91,7 @@ protected:
         EXPECT_TRUE(difference.empty())
             << "the written template reads back to another tree, " << difference;
         ASSERT_TRUE(SaveTree(reloaded.Tree(), second.Path()));
-        EXPECT_EQ(ReadBytes(second.Path()), ReadBytes(first.Path()))
+        EXPECT_EQ(ozReadTestFile(second.Path()), ozReadTestFile(first.Path()))
             << "the tree read back writes other bytes";
     }
 };

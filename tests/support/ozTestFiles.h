@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #if defined(_WIN32)
@@ -31,6 +32,13 @@ inline std::string ozTestFilePath(const std::string& name)
     return (std::filesystem::temp_directory_path() /
             (std::to_string(OZ_TEST_PROCESS_ID) + "-" + name))
         .string();
+}
+
+// The bytes of a file; empty when it cannot be read.
+inline std::string ozReadTestFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 // A file in the temporary folder, removed when the object goes.

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "control/ozProfileBinding.h"
@@ -22,14 +20,6 @@
 namespace {
 
 const std::string Library = ozPlatformPath(OZ_OZP_LIBRARY);
-
-std::string ReadFile(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
 
 ozRegValue* Value(ozRegTree& tree, HKEY root, const char* key, const char* name)
 {
@@ -96,14 +86,14 @@ TEST_F(OZPProfileTest, SaveAndLoadKeepEverything)
             ozFirstDifference(ozDescribeRegistry(expected), ozDescribeRegistry(actual));
         EXPECT_TRUE(difference.empty())
             << (userTree ? "user" : "machine") << " tree, " << difference << "\n"
-            << ReadFile(machine.Path()) << ReadFile(user.Path());
+            << ozReadTestFile(machine.Path()) << ozReadTestFile(user.Path());
     }
     EXPECT_TRUE(ui.messages.empty());
 
     // Written again, the profiles have the same bytes.
-    std::string firstMachine = ReadFile(machine.Path());
+    std::string firstMachine = ozReadTestFile(machine.Path());
     ASSERT_TRUE(binding.Save(&loaded, Library.c_str(), user.Path(), machine.Path()));
-    EXPECT_EQ(ReadFile(machine.Path()), firstMachine);
+    EXPECT_EQ(ozReadTestFile(machine.Path()), firstMachine);
 }
 
 TEST_F(OZPProfileTest, OneFileForBothProfiles)
@@ -125,9 +115,9 @@ TEST_F(OZPProfileTest, ProfileWithoutFileIsPassedOver)
     tTreeCodeHandle saved;
     Fill(saved);
     EXPECT_TRUE(binding.Save(&saved, Library.c_str(), user.Path(), ""));
-    EXPECT_EQ(ReadFile(user.Path()).find("HKEY_LOCAL_MACHINE\\Software\\Policies"),
+    EXPECT_EQ(ozReadTestFile(user.Path()).find("HKEY_LOCAL_MACHINE\\Software\\Policies"),
               std::string::npos);
-    EXPECT_NE(ReadFile(user.Path()).find("[HKEY_CURRENT_USER\\Software\\ozADM]"),
+    EXPECT_NE(ozReadTestFile(user.Path()).find("[HKEY_CURRENT_USER\\Software\\ozADM]"),
               std::string::npos);
 }
 
@@ -147,9 +137,10 @@ TEST_F(OZPProfileTest, SaveReplacesTheProfileOnlyWhenComplete)
     exporter->Code(&code);
     ASSERT_TRUE(exporter->BeginUserProfile(user.Path()));
     ASSERT_TRUE(code.tree->UsrTree().Save(exporter));
-    EXPECT_EQ(ReadFile(user.Path()), "previous profile") << "interrupted here, nothing is lost";
+    EXPECT_EQ(ozReadTestFile(user.Path()), "previous profile")
+        << "interrupted here, nothing is lost";
     destroy(exporter);
-    EXPECT_EQ(ReadFile(user.Path()).rfind("OZ Registry Profile 1\n", 0), 0u);
+    EXPECT_EQ(ozReadTestFile(user.Path()).rfind("OZ Registry Profile 1\n", 0), 0u);
     for (const auto& entry :
          std::filesystem::directory_iterator(std::filesystem::path(user.Path()).parent_path()))
         EXPECT_EQ(entry.path().string().find(user.Path() + std::string(".")), std::string::npos)
