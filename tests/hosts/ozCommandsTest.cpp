@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include "support/ozTestHive.h"
+#include "tests/support/ozTestFiles.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ protected:
     void SetUp() override
     {
         const testing::TestInfo* info = testing::UnitTest::GetInstance()->current_test_info();
-        m_folder = fs::path(testing::TempDir()) / (std::string("ozadm-") + info->name());
+        m_folder = ozTestFilePath(std::string("ozadm-") + info->name());
         fs::remove_all(m_folder);
         fs::create_directories(m_folder);
         fs::copy_file(fs::path(OZ_SOURCE_DIR) / "examples/example.adm", m_folder / "example.adm");

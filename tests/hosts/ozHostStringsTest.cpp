@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "ozHostStrings.h"
+#include "tests/support/ozTestFiles.h"
 
 namespace {
 
@@ -61,7 +62,7 @@ protected:
         table.clear();
         return ozReadHostStrings(m_file, table, error);
     }
-    std::string m_file = testing::TempDir() + "ozadm-strings-test.txt";
+    std::string m_file = ozTestFilePath("ozadm-strings-test.txt");
     std::map<unsigned short, std::string> table;
     std::string error;
 };
