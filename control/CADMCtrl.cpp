@@ -178,13 +178,24 @@ bool CADMCtrl::SetEBNF(const char* pszFilename)
 
 bool CADMCtrl::SetADM(const char* pszFilename)
 {
-    // Without a code object of its own the control starts a new one: the engine may still hold
-    // another control's, which must not become shared.
-    EBNFSetCodeHandle(m_code);
+    // A template that cannot be opened makes the loader destroy the code object it was lent,
+    // with every template and profile in it: such a file is read without lending it. Without a
+    // code object of its own the control starts a new one: the engine may still hold another
+    // control's, which must not become shared.
+    bool canOpen = false;
+    if (FILE* file = pszFilename != nullptr ? std::fopen(pszFilename, "rb") : nullptr) {
+        canOpen = true;
+        std::fclose(file);
+    }
+    EBNFSetCodeHandle(canOpen ? m_code : nullptr);
     bool loaded = FileLoad(pszFilename, 1) > 0;
     // The engine hands the code object back also after a failure: what the template added
     // before it failed stays in the tree.
-    m_code = static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle());
+    auto* code = static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle());
+    if (canOpen || m_code == nullptr)
+        m_code = code;
+    else
+        EBNFSetCodeHandle(nullptr);
     if (!loaded) {
         ShowMessage(HostMessageError, ErrorMessage());
         return false;

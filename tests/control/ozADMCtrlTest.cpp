@@ -134,6 +134,13 @@ TEST_F(ControlTest, TemplatesMergeAndFailuresShowTheEngineMessage)
     EXPECT_NE(control.Code()->tree->FindNode("USER\\Cat\\Pol"), nullptr);
 
     ui.messages.clear();
+    tTreeCodeHandle* code = control.Code();
+    EXPECT_FALSE(control.SetADM(ozTestFilePath("no-such-template.adm").c_str()));
+    EXPECT_NE(ui.messages.at(0).text.find("1015"), std::string::npos) << Messages();
+    EXPECT_EQ(control.Code(), code) << "a mistyped name loses nothing";
+    EXPECT_NE(control.Code()->tree->FindNode("USER\\Cat\\Pol"), nullptr);
+
+    ui.messages.clear();
     EXPECT_FALSE(control.SetEBNF("no-such-grammar.bnf"));
     EXPECT_EQ(ui.messages.size(), 1u);
 }
