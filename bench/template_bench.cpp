@@ -7,9 +7,9 @@
 #include <string>
 
 #include "core/adm/ozADMTree.h"
+#include "core/adm/tTreeCodeHandle.h"
 #include "engine/ozEBNF.h"
 #include "engine/ozTemplateText.h"
-#include "core/adm/tTreeCodeHandle.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "core/adm/ozADMTree.h"
-#include "engine/ozEBNF.h"
 #include "core/adm/tTreeCodeHandle.h"
+#include "engine/ozEBNF.h"
 #include "ozFuzzFile.h"
 #include "tests/support/ozTreeDescription.h"
 

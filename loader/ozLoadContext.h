@@ -6,10 +6,10 @@
 
 #include <memory>
 
+#include "core/adm/tTreeCodeHandle.h"
 #include "ozArgumentStack.h"
 #include "ozKeyNameStack.h"
 #include "ozStringTable.h"
-#include "core/adm/tTreeCodeHandle.h"
 
 // Each part is absent until created and again after Destroy. The Create functions throw
 // std::bad_alloc when memory runs out, leaving the part absent.
