@@ -7,3 +7,6 @@ scripts/setup.sh
 cmake --preset windows
 cmake --build --preset windows
 xvfb-run -a scripts/wine-ctest.sh
+
+# The distribution: build/windows/dist/ozADM-windows.zip, checked as it is made.
+scripts/package-windows.sh

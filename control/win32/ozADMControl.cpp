@@ -19,7 +19,7 @@ HRESULT ozADMControl::Create(REFIID iid, void** object)
 }
 
 ozADMControl::ozADMControl()
-    : m_control(m_ui), m_events(*static_cast<IDispatch*>(this), *this, DIID__DADMEvents)
+    : m_control(m_ui, &m_windows), m_events(*static_cast<IDispatch*>(this), *this, DIID__DADMEvents)
 {
     m_persisted = PersistentState();
     ozComModule::ObjectCreated();
@@ -33,7 +33,8 @@ ozADMControl::~ozADMControl()
     for (IUnknown* held :
          {static_cast<IUnknown*>(m_font), static_cast<IUnknown*>(m_clientSite),
           static_cast<IUnknown*>(m_inPlaceSite), static_cast<IUnknown*>(m_adviseHolder),
-          static_cast<IUnknown*>(m_viewSink)})
+          static_cast<IUnknown*>(m_viewSink), static_cast<IUnknown*>(m_frame),
+          static_cast<IUnknown*>(m_document)})
         if (held != nullptr)
             held->Release();
     ozComModule::ObjectDestroyed();
@@ -54,6 +55,8 @@ STDMETHODIMP ozADMControl::QueryInterface(REFIID iid, void** object)
         *object = static_cast<IOleObject*>(this);
     else if (IsEqualIID(iid, IID_IOleWindow) || IsEqualIID(iid, IID_IOleInPlaceObject))
         *object = static_cast<IOleInPlaceObject*>(this);
+    else if (IsEqualIID(iid, IID_IOleInPlaceActiveObject))
+        *object = static_cast<IOleInPlaceActiveObject*>(this);
     else if (IsEqualIID(iid, IID_IOleControl))
         *object = static_cast<IOleControl*>(this);
     else if (IsEqualIID(iid, IID_IViewObject) || IsEqualIID(iid, IID_IViewObject2))

@@ -5,9 +5,13 @@
 //
 // As an embedded control it is activated in place only, inside out: DoVerb with any showing
 // verb creates its window as a child of the site's window (ozADMControlOle.cpp,
-// ozADMControlWindow.cpp); it draws itself for containers that ask (IViewObject2), keeps its
-// properties in a stream (IPersistStreamInit) and names its property page
-// (ozADMControlPersist.cpp). Key presses in its window fire KeyDown unless the container
+// ozADMControlWindow.cpp), with the child windows of ozControlWindows, which are the views
+// CADMCtrl shows; OLEIVERB_UIACTIVATE and OLEIVERB_SHOW also make it the container's active
+// object (IOleInPlaceActiveObject, ozADMControlActive.cpp). Keys are pre-translated (Tab to
+// the keyboard window, End, Home and the arrows to the focus) in TranslateAccelerator and by
+// the thread's message hook (ozMessageHook). It draws itself for containers that ask
+// (IViewObject2), keeps its properties in a stream (IPersistStreamInit) and names its property
+// page (ozADMControlPersist.cpp). Key presses in its window fire KeyDown unless the container
 // froze events. Apartment-threaded: all calls come from the thread that created the object.
 #pragma once
 
@@ -20,7 +24,9 @@
 
 #include "control/CADMCtrl.h"
 #include "ozConnectionPoint.h"
+#include "ozControlWindows.h"
 #include "ozMessageBoxHostUI.h"
+#include "ozMessageHook.h"
 
 class ozDispatchCall;
 
@@ -72,10 +78,12 @@ class ozADMControl final : public IDispatch,
                            public IConnectionPointContainer,
                            public IOleObject,
                            public IOleInPlaceObject,
+                           public IOleInPlaceActiveObject,
                            public IOleControl,
                            public IViewObject2,
                            public IPersistStreamInit,
-                           public ISpecifyPropertyPages {
+                           public ISpecifyPropertyPages,
+                           private ozHookClient {
 public:
     // The class factory's creation function.
     static HRESULT Create(REFIID iid, void** object);
@@ -136,6 +144,14 @@ public:
     STDMETHODIMP SetObjectRects(LPCRECT position, LPCRECT clip) override;
     STDMETHODIMP ReactivateAndUndo() override;
 
+    // IOleInPlaceActiveObject: TranslateAccelerator pre-translates like the message hook; the
+    // control has no tools, so frame and document activation change nothing.
+    STDMETHODIMP TranslateAccelerator(LPMSG message) override;
+    STDMETHODIMP OnFrameWindowActivate(BOOL activate) override;
+    STDMETHODIMP OnDocWindowActivate(BOOL activate) override;
+    STDMETHODIMP ResizeBorder(LPCRECT border, IOleInPlaceUIWindow* window, BOOL frame) override;
+    STDMETHODIMP EnableModeless(BOOL enable) override;
+
     // IOleControl: no mnemonics; FreezeEvents counts, events wait for the count to reach 0.
     STDMETHODIMP GetControlInfo(CONTROLINFO* info) override;
     STDMETHODIMP OnMnemonic(MSG* message) override;
@@ -168,8 +184,14 @@ public:
     // The window class stays registered while the module is loaded; a module about to be
     // unloaded removes it, as the system does not, so that a reloaded module registers its own.
     static void UnregisterWindowClass();
-    // What the control's window hands on (ozADMControlWindow.cpp).
+    // What the control's window hands on (ozADMControlWindow.cpp): its creation, which creates
+    // the child windows and counts the window with the message hook (false when a child
+    // cannot be created), its size, its destruction.
+    bool WindowCreated(HWND window);
+    void WindowDestroying();
     void WindowDestroyed() { m_window = nullptr; }
+    // Places the child windows and shows the view of the display mode (CADMCtrl::Refresh).
+    void Layout();
     // Fires KeyDown(KeyCode, Shift) to the event sinks; returns the key code as the sinks
     // leave it (0 when a sink swallowed the key).
     short FireKeyDown(short keyCode, short shift);
@@ -185,6 +207,12 @@ private:
     HRESULT InvokeFont(ozDispatchCall& call);
     // Activates the control in place in the site's window (DoVerb).
     HRESULT ActivateInPlace(IOleClientSite* site, LPCRECT position);
+    // Makes the active control the container's active object and takes the focus.
+    HRESULT ActivateUI();
+
+    // ozHookClient
+    const CADMCtrl* Control() const override { return &m_control; }
+    bool PreTranslateMessage(const MSG& message) override;
     // The control's window as a child of parent (ozADMControlWindow.cpp).
     HRESULT CreateControlWindow(HWND parent, const RECT& position);
     // The properties as IPersistStreamInit stores them (ozADMControlPersist.cpp).
@@ -192,6 +220,8 @@ private:
 
     LONG m_references = 1;
     ozMessageBoxHostUI m_ui;
+    // Before m_control, which keeps a pointer to it.
+    ozControlWindows m_windows;
     CADMCtrl m_control;
     ozConnectionPoint m_events;
     IFontDisp* m_font = nullptr;
@@ -203,6 +233,11 @@ private:
     DWORD m_viewAspects = 0;
     DWORD m_viewFlags = 0;
     HWND m_window = nullptr;
+    bool m_hooked = false;
+    // While the control is the container's active object (UI active).
+    bool m_uiActive = false;
+    IOleInPlaceFrame* m_frame = nullptr;
+    IOleInPlaceUIWindow* m_document = nullptr;
     // The size in HIMETRIC units (0.01 mm).
     SIZEL m_extent = {7938, 5292};
     LONG m_frozenEvents = 0;

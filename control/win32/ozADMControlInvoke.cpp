@@ -148,7 +148,7 @@ HRESULT ozADMControl::InvokeMethod(DISPID dispid, ozDispatchCall& call)
         case DISPID_REFRESH:
             if (FAILED(hr = call.Arguments()))
                 return hr;
-            c.Refresh();
+            Layout();
             return call.ReturnNothing();
         case DispidSaveSelState:
             if (FAILED(hr = call.Arguments()))

@@ -1,5 +1,6 @@
 // The control as an embedded object: IOleObject, IOleInPlaceObject and IOleControl. The
-// control supports in-place activation only; every showing verb activates it in place.
+// control supports in-place activation only; every showing verb activates it in place, and
+// OLEIVERB_UIACTIVATE and OLEIVERB_SHOW make it UI active as well (ozADMControlActive.cpp).
 #include <windows.h>
 
 #include "ozADM.h"
@@ -79,11 +80,14 @@ STDMETHODIMP ozADMControl::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, 
 {
     switch (verb) {
         case OLEIVERB_PRIMARY:
-        case OLEIVERB_SHOW:
         case OLEIVERB_OPEN:
         case OLEIVERB_INPLACEACTIVATE:
-        case OLEIVERB_UIACTIVATE:
             return ActivateInPlace(site != nullptr ? site : m_clientSite, position);
+        case OLEIVERB_SHOW:
+        case OLEIVERB_UIACTIVATE: {
+            HRESULT hr = ActivateInPlace(site != nullptr ? site : m_clientSite, position);
+            return SUCCEEDED(hr) ? ActivateUI() : hr;
+        }
         case OLEIVERB_HIDE:
             if (m_window != nullptr)
                 ShowWindow(m_window, SW_HIDE);
@@ -239,6 +243,7 @@ STDMETHODIMP ozADMControl::ContextSensitiveHelp(BOOL)
 
 STDMETHODIMP ozADMControl::InPlaceDeactivate()
 {
+    UIDeactivate();
     if (m_window != nullptr)
         DestroyWindow(m_window);
     m_window = nullptr;
@@ -248,11 +253,6 @@ STDMETHODIMP ozADMControl::InPlaceDeactivate()
         site->OnInPlaceDeactivate();
         site->Release();
     }
-    return S_OK;
-}
-
-STDMETHODIMP ozADMControl::UIDeactivate()
-{
     return S_OK;
 }
 

@@ -1,6 +1,7 @@
 // The control's window: a child of the container's window while the control is active in
-// place. It paints the control and turns key presses into KeyDown events. The views that show
-// the templates will live in it.
+// place. It holds the child windows (ozControlWindows), lays them out when it is created and
+// resized, counts itself with the thread's message hook while it exists, paints the control
+// and turns key presses into KeyDown events.
 #include <windows.h>
 
 #include "ozADMControl.h"
@@ -33,6 +34,18 @@ LRESULT CALLBACK ControlWindowProc(HWND window, UINT message, WPARAM wParam, LPA
                               reinterpret_cast<LONG_PTR>(create->lpCreateParams));
             break;
         }
+        case WM_CREATE:
+            if (control != nullptr && !control->WindowCreated(window))
+                return -1;
+            return 0;
+        case WM_SIZE:
+            if (control != nullptr)
+                control->Layout();
+            return 0;
+        case WM_DESTROY:
+            if (control != nullptr)
+                control->WindowDestroying();
+            break;
         case WM_PAINT:
             if (control != nullptr) {
                 PAINTSTRUCT paint;
@@ -79,6 +92,7 @@ bool RegisterWindowClass()
 void ozADMControl::UnregisterWindowClass()
 {
     UnregisterClassW(WindowClass, ozComModule::Instance());
+    ozControlWindows::UnregisterClasses(ozComModule::Instance());
 }
 
 HRESULT ozADMControl::CreateControlWindow(HWND parent, const RECT& position)
@@ -90,6 +104,32 @@ HRESULT ozADMControl::CreateControlWindow(HWND parent, const RECT& position)
                                position.bottom - position.top, parent, nullptr,
                                ozComModule::Instance(), static_cast<ozADMControl*>(this));
     return m_window != nullptr ? S_OK : HRESULT_FROM_WIN32(GetLastError());
+}
+
+bool ozADMControl::WindowCreated(HWND window)
+{
+    m_window = window;
+    if (!m_windows.Create(window, ozComModule::Instance()))
+        return false;
+    Layout();
+    // Without the hook the control still gets keys from hosts that call TranslateAccelerator.
+    ozMessageHook::Attach(*this);
+    m_hooked = true;
+    return true;
+}
+
+void ozADMControl::WindowDestroying()
+{
+    if (m_hooked)
+        ozMessageHook::Detach(*this);
+    m_hooked = false;
+    m_windows.Forget();
+}
+
+void ozADMControl::Layout()
+{
+    m_windows.Layout();
+    m_control.Refresh();
 }
 
 short ozADMControl::FireKeyDown(short keyCode, short shift)

@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
 # The whole life of ozADM.ocx in a Wine prefix: regsvr32 registers it, the VBScript and
-# JScript sessions and the C++ client drive it, the system's ActiveX host embeds it, regsvr32 /u removes it, after which CreateObject
-# fails. Runs inside the prefix and display of the calling test run (scripts/wine-ctest.sh);
-# every Wine call is bounded by timeout.
+# JScript sessions and the C++ client drive it, the system's ActiveX host embeds it (and
+# ImageMagick's import takes a screenshot of the host window, saved as SCREENSHOT), regsvr32 /u
+# removes it, after which CreateObject fails. Runs inside the prefix and display of the calling
+# test run (scripts/wine-ctest.sh); every Wine call is bounded by timeout.
 #
 # Usage: ozADMControlTest.sh WINE OCX CLIENT_EXE EMBEDDING_EXE OZP_LIBRARY SOURCE_DIR SCRATCH_DIR
+#                            SCREENSHOT
 set -uo pipefail
 
-wine=$1 ocx=$2 client=$3 embedding=$4 ozp=$5 source=$6 scratch=$7
+wine=$1 ocx=$2 client=$3 embedding=$4 ozp=$5 source=$6 scratch=$7 screenshot=$8
 here=$(cd "$(dirname "$0")" && pwd)
 failures=0
 
@@ -70,9 +72,47 @@ timeout 120 "$wine" "$client" "$source_w" "$ozp_w" "$scratch_w" 2>"$scratch/clie
   tr -d '\r' || status=$?
 [[ $status -eq 0 ]] || { fail "C++ client exit code $status"; cat "$scratch/client.err"; }
 
-status=0
-timeout 120 "$wine" "$embedding" 2>"$scratch/embedding.err" | tr -d '\r' || status=$?
-[[ $status -eq 0 ]] || { fail "embedding client exit code $status"; cat "$scratch/embedding.err"; }
+# The embedding client signals through a file when its host window is on the screen and waits
+# until the file is gone.
+take_screenshot() {
+  local signal=$1 pid=$2
+  for ((i = 0; i < 600; i++)); do
+    [[ -f $signal ]] && break
+    kill -0 "$pid" 2>/dev/null || break
+    sleep 0.1
+  done
+  if [[ ! -f $signal ]]; then
+    fail "the embedding client never showed its window for the screenshot"
+    return
+  fi
+  mkdir -p "$(dirname "$screenshot")"
+  rm -f "$screenshot"
+  timeout 60 import -window "ozADM host" "$screenshot" 2>"$scratch/import.err" ||
+    cat "$scratch/import.err"
+  rm -f "$signal"
+  # Frame, view and title: a picture of the control has more than one colour.
+  local colours
+  colours=$(identify -format '%k' "$screenshot" 2>/dev/null || echo 0)
+  if [[ -s $screenshot && $colours -ge 3 ]]; then
+    echo "ok   screenshot of the embedded control in $screenshot ($colours colours)"
+  else
+    fail "no screenshot of the embedded control ($colours colours)"
+  fi
+}
+
+if command -v import >/dev/null && command -v identify >/dev/null; then
+  signal="$scratch/screenshot.signal"
+  timeout 180 "$wine" "$embedding" "$(windows_path "$signal")" >"$scratch/embedding.out" \
+    2>"$scratch/embedding.err" &
+  embedding_pid=$!
+  take_screenshot "$signal" "$embedding_pid"
+  status=0
+  wait "$embedding_pid" || status=$?
+  tr -d '\r' <"$scratch/embedding.out"
+  [[ $status -eq 0 ]] || { fail "embedding client exit code $status"; cat "$scratch/embedding.err"; }
+else
+  fail "ImageMagick's import and identify are missing (scripts/setup.sh installs imagemagick)"
+fi
 
 status=0
 timeout 60 "$wine" regsvr32 /s /u "$ocx_w" || status=$?

@@ -1,70 +1,34 @@
 // ozADM.ocx embedded in a window by the system's ActiveX host (atl.dll's AtlAxCreateControl,
 // as dialog-based hosts embed it): in-place activation creates the control's window inside the
-// host window, key presses in it fire KeyDown to an advised sink unless events are frozen, the
-// properties survive a stream, the property page is named and creatable, and destroying the
-// host window takes the control's window with it. Prints every check; the exit code is the
-// number of failed checks.
-#include <windows.h>
-
-#include <ocidl.h>
-#include <olectl.h>
-
+// shown host window with its child windows laid out (ozADMEmbeddingWindows.cpp), keys go where
+// the control sends them, key presses in its window fire KeyDown to an advised sink unless
+// events are frozen, the properties survive a stream, the property page is named and
+// creatable, a second control on the thread takes the keys over, and destroying the host
+// windows takes the controls' windows with them, after which the module unloads. Prints every
+// check; the exit code is the number of failed checks.
+//
+// Usage: ozADMEmbeddingClient [SIGNAL_FILE]
+// With SIGNAL_FILE, once the first control is shown the client creates that file and waits,
+// drawing, until it is deleted (at most 60 s), so that a screenshot can be taken meanwhile.
 #include <cstdio>
 
-#include "ozADM.h"
+#include "ozADMEmbedding.h"
 
 namespace {
 
 int g_failures = 0;
 
+}  // namespace
+
 void Check(const char* name, bool condition)
 {
     std::printf("%s %s\n", condition ? "ok  " : "FAIL", name);
+    std::fflush(stdout);
     if (!condition)
         ++g_failures;
 }
 
-// Records the KeyDown events it receives.
-class KeySink final : public IDispatch {
-public:
-    int calls = 0;
-    short keyCode = 0;
-    short shift = -1;
-
-    STDMETHODIMP QueryInterface(REFIID iid, void** object) override
-    {
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ||
-            IsEqualIID(iid, DIID__DADMEvents)) {
-            *object = static_cast<IDispatch*>(this);
-            return S_OK;
-        }
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-    STDMETHODIMP_(ULONG) Release() override { return 1; }
-    STDMETHODIMP GetTypeInfoCount(UINT* count) override
-    {
-        *count = 0;
-        return S_OK;
-    }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override
-    {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP Invoke(DISPID dispid, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*, EXCEPINFO*,
-                        UINT*) override
-    {
-        if (dispid != DISPID_KEYDOWN || params->cArgs != 2 ||
-            V_VT(&params->rgvarg[1]) != (VT_I2 | VT_BYREF) || V_VT(&params->rgvarg[0]) != VT_I2)
-            return DISP_E_MEMBERNOTFOUND;
-        ++calls;
-        keyCode = *V_I2REF(&params->rgvarg[1]);
-        shift = V_I2(&params->rgvarg[0]);
-        return S_OK;
-    }
-};
+namespace {
 
 using AtlAxWinInitFunction = BOOL(WINAPI*)();
 using AtlAxCreateControlFunction = HRESULT(WINAPI*)(LPCOLESTR, HWND, IStream*, IUnknown**);
@@ -240,9 +204,72 @@ void CheckPropertyPage(IUnknown* control)
     Check("the property page is created and describes itself", created);
 }
 
+// Gives the host window a size, shows it and hosts the control in it; null on failure.
+struct Embedded {
+    HWND host = nullptr;
+    IUnknown* control = nullptr;
+    HWND window = nullptr;
+};
+
+Embedded Embed(AtlAxCreateControlFunction create, AtlAxGetControlFunction get, int x)
+{
+    Embedded embedded;
+    embedded.host =
+        CreateWindowExW(0, L"STATIC", L"ozADM host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, x, 0,
+                        480, 360, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    if (embedded.host == nullptr)
+        return embedded;
+    ShowWindow(embedded.host, SW_SHOW);
+    UpdateWindow(embedded.host);
+    IUnknown* container = nullptr;
+    if (FAILED(create(L"ozADM.ozADMCtrl.1", embedded.host, nullptr, &container)) ||
+        FAILED(get(embedded.host, &embedded.control))) {
+        if (container != nullptr)
+            container->Release();
+        return embedded;
+    }
+    container->Release();
+    IOleWindow* oleWindow = nullptr;
+    if (SUCCEEDED(embedded.control->QueryInterface(IID_IOleWindow,
+                                                   reinterpret_cast<void**>(&oleWindow)))) {
+        oleWindow->GetWindow(&embedded.window);
+        oleWindow->Release();
+    }
+    return embedded;
+}
+
+void Pump()
+{
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+// Signals that the control is on the screen and waits, drawing, for the screenshot.
+void WaitForScreenshot(const wchar_t* signal)
+{
+    RedrawWindow(GetDesktopWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+    Pump();
+    HANDLE file = CreateFileW(signal, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    Check("the signal for the screenshot is given", file != INVALID_HANDLE_VALUE);
+    if (file == INVALID_HANDLE_VALUE)
+        return;
+    CloseHandle(file);
+    for (int waited = 0; waited < 600 && GetFileAttributesW(signal) != INVALID_FILE_ATTRIBUTES;
+         ++waited) {
+        Pump();
+        Sleep(100);
+    }
+    Check("the screenshot was taken meanwhile",
+          GetFileAttributesW(signal) == INVALID_FILE_ATTRIBUTES);
+}
+
 }  // namespace
 
-int main()
+int wmain(int argc, wchar_t** argv)
 {
     if (FAILED(OleInitialize(nullptr)))
         return 2;
@@ -256,43 +283,52 @@ int main()
         return 1;
     }
 
-    HWND host = CreateWindowExW(0, L"STATIC", L"ozADM host", WS_OVERLAPPEDWINDOW, 0, 0, 400, 300,
-                                nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
-    IUnknown* container = nullptr;
-    Check("AtlAxCreateControl hosts the control by ProgID",
-          host != nullptr &&
-              SUCCEEDED(atlAxCreateControl(L"ozADM.ozADMCtrl.1", host, nullptr, &container)));
-    IUnknown* control = nullptr;
-    Check("the host hands out the control", SUCCEEDED(atlAxGetControl(host, &control)));
-    if (control == nullptr) {
+    Embedded first = Embed(atlAxCreateControl, atlAxGetControl, 0);
+    Check("AtlAxCreateControl hosts the control by ProgID in a shown window",
+          first.control != nullptr && IsWindowVisible(first.host));
+    if (first.control == nullptr) {
         std::printf("%d failure(s)\n", g_failures);
         return g_failures;
     }
-
-    IOleWindow* oleWindow = nullptr;
-    HWND window = nullptr;
-    Check(
-        "the control is active in place with a window",
-        SUCCEEDED(control->QueryInterface(IID_IOleWindow, reinterpret_cast<void**>(&oleWindow))) &&
-            SUCCEEDED(oleWindow->GetWindow(&window)) && IsWindow(window));
-    if (oleWindow != nullptr)
-        oleWindow->Release();
+    HWND window = first.window;
+    Check("the control is active in place with a visible window",
+          IsWindow(window) && IsWindowVisible(window));
     RECT hostArea = {}, controlArea = {};
-    GetClientRect(host, &hostArea);
+    GetClientRect(first.host, &hostArea);
     GetClientRect(window, &controlArea);
     Check("the control's window is a child of the host window filling it",
-          GetParent(window) == host && controlArea.right == hostArea.right &&
+          GetParent(window) == first.host && controlArea.right == hostArea.right &&
               controlArea.bottom == hostArea.bottom);
 
-    CheckEvents(control, window);
-    CheckPersistence(control);
-    CheckPropertyPage(control);
+    CheckChildWindows(first.control, window);
+    if (argc > 1)
+        WaitForScreenshot(argv[1]);
+    CheckKeys(first.control, window);
+    CheckEvents(first.control, window);
+    CheckPersistence(first.control);
+    CheckPropertyPage(first.control);
 
-    control->Release();
-    if (container != nullptr)
-        container->Release();
-    DestroyWindow(host);
+    Embedded second = Embed(atlAxCreateControl, atlAxGetControl, 500);
+    Check("a second control is hosted on the same thread",
+          second.control != nullptr && IsWindow(second.window));
+    if (second.control != nullptr)
+        CheckSecondControl(window, second.window);
+
+    first.control->Release();
+    DestroyWindow(first.host);
     Check("the control's window goes with the host window", !IsWindow(window));
+    if (second.control != nullptr) {
+        Check("the message hook stays while the second control's window remains",
+              PostAndTake(second.window, WM_KEYDOWN, VK_TAB) == WM_NULL);
+        second.control->Release();
+    }
+    DestroyWindow(second.host);
+
+    // Nothing of the controls is left to keep the module: objects, windows, window classes.
+    Pump();
+    CoFreeUnusedLibrariesEx(0, 0);
+    Check("with the last control gone the module unloads",
+          GetModuleHandleW(L"ozADM.ocx") == nullptr);
     OleUninitialize();
     std::printf("%d failure(s)\n", g_failures);
     return g_failures;
