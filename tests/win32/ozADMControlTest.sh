@@ -62,10 +62,17 @@ for key in 'HKCR\ozADM.ozADMCtrl.1' 'HKCR\ozADM.ozADMPropPage.1' \
     fail "$key not registered"
 done
 
+# Keys for AddFromRegistry, written into the prefix's registry as an administrator would.
+timeout 60 "$wine" reg add 'HKCU\Software\ozADM-ocx-test\Sub' /v Name /t REG_SZ /d text /f \
+  >/dev/null 2>&1 || fail "reg add of the test keys"
+timeout 60 "$wine" reg add 'HKCU\Software\ozADM-ocx-test' /v Count /t REG_DWORD /d 7 /f \
+  >/dev/null 2>&1 || fail "reg add of the test keys"
+
 run_script "VBSCRIPT SESSION COMPLETE" "$(windows_path "$here/ozADMSession.vbs")" \
   "$source_w" "$ozp_w" "$scratch_w"
 run_script "JSCRIPT SESSION COMPLETE" "$(windows_path "$here/ozADMSession.js")" \
   "$source_w" "$ozp_w" "$scratch_w"
+timeout 60 "$wine" reg delete 'HKCU\Software\ozADM-ocx-test' /f >/dev/null 2>&1 || true
 
 status=0
 timeout 120 "$wine" "$client" "$source_w" "$ozp_w" "$scratch_w" 2>"$scratch/client.err" |

@@ -73,6 +73,18 @@ Check "Load loads both profiles", ctl.Load(userFile, machineFile) = True
 Check "ShouldSave False after Load", ctl.ShouldSave = False
 Check "Load of a missing profile fails", ctl.Load(scratch & "\missing.ozp", "") = False
 
+' Keys the test wrote into the registry, added to the user tree and saved with the profile
+' (after a successful load, so that the save does not ask about the failed one)
+Check "Load clears the failed load", ctl.Load(userFile, machineFile) = True
+Check "AddFromRegistry of a whole key", ctl.AddFromRegistry(1, "Software\ozADM-ocx-test", "", True) = True
+Check "ShouldSave True after AddFromRegistry", ctl.ShouldSave = True
+Check "AddFromRegistry of a missing key fails", ctl.AddFromRegistry(1, "Software\ozADM-ocx-test\Missing", "", False) = False
+Check "Save with the imported keys", ctl.Save(userFile, machineFile) = True
+text = fso.OpenTextFile(userFile).ReadAll()
+Check "the imported sub key is in the profile", InStr(text, "[HKEY_CURRENT_USER\Software\ozADM-ocx-test\Sub]") > 0
+Check "the imported value is in the profile", InStr(text, "value ""Name"" type=1 item=r op=I data=""text""") > 0
+Check "the imported number is in the profile", InStr(text, "value ""Count"" type=4 item=r op=I data=dword:00000007") > 0
+
 ' Writing and the methods with fixed results
 Dim written
 written = scratch & "\vbs-written.adm"
