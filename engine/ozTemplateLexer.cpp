@@ -155,7 +155,9 @@ void ozTemplateLexer::ReadQuoted(ozTemplateToken& token)
 {
     size_t start = m_position;
     size_t end = start + 1;
-    while (end < m_text.size() && m_text[end] != '"' && m_text[end] != '\n')
+    // A carriage return ends a line too, as it does for the [strings] reader: a text written
+    // back as a reference must not hold one.
+    while (end < m_text.size() && m_text[end] != '"' && m_text[end] != '\n' && m_text[end] != '\r')
         ++end;
     if (end >= m_text.size() || m_text[end] != '"') {
         m_position = end;

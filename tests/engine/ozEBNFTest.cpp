@@ -175,6 +175,9 @@ TEST_F(EngineTest, MalformedTemplatesFailWithNumberAndPlace)
         {"a\n  \"b",
          "2:3: error 1004: The template does not follow the grammar: a text in quotes is not "
          "closed on its line"},
+        {"a \"b\rc\"",
+         "1:3: error 1004: The template does not follow the grammar: a text in quotes is not "
+         "closed on its line"},
         {"a\n#endif", "2:1: error 1005: #endif without #if"},
         {"#if version >= 4\na", "1:1: error 1005: #if without #endif"},
         {"#if vers >= 4\n#endif", "1:1: error 1005: expected \"#if version <op> N\""},
