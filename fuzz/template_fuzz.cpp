@@ -7,13 +7,11 @@
 
 #include "engine/ozEBNF.h"
 #include "ozFuzzFile.h"
+#include "ozFuzzGrammar.h"
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    if (EBNFLoad(OZ_SOURCE_DIR "/grammar/adm.bnf") == 0) {
-        fprintf(stderr, "%s\n", ErrorMessage());
-        std::abort();
-    }
+    ozLoadShippedGrammar();
     return 0;
 }
 

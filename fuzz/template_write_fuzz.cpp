@@ -9,6 +9,7 @@
 #include "core/adm/tTreeCodeHandle.h"
 #include "engine/ozEBNF.h"
 #include "ozFuzzFile.h"
+#include "ozFuzzGrammar.h"
 #include "tests/support/ozTreeDescription.h"
 
 namespace {
@@ -34,10 +35,7 @@ void Destroy(tTreeCodeHandle* code)
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    if (EBNFLoad(OZ_SOURCE_DIR "/grammar/adm.bnf") == 0) {
-        fprintf(stderr, "%s\n", ErrorMessage());
-        std::abort();
-    }
+    ozLoadShippedGrammar();
     return 0;
 }
 

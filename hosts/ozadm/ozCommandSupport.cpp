@@ -1,6 +1,7 @@
 #include "ozCommandSupport.h"
 
 #include <filesystem>
+#include <iostream>
 
 #include "control/CADMCtrl.h"
 #include "ozHostSession.h"
@@ -143,4 +144,27 @@ int ozUsageFailure(const std::string& command, const std::string& message, std::
 {
     err << "ozadm " << command << ": " << message << " (ozadm " << command << " --help)\n";
     return 2;
+}
+
+int ozReadCommand(const char* command, const std::vector<std::string>& args, ozCommandLine& line,
+                  bool withJson, tPOSITIONALS positionals, const char* help,
+                  const std::function<bool(const std::vector<std::string>&, std::size_t&)>& extra)
+{
+    try {
+        ozReadCommandLine(args, line, true, withJson, extra);
+    } catch (const ozUsageError& error) {
+        return ozUsageFailure(command, error.what(), std::cerr);
+    }
+    if (line.help) {
+        std::string text = help;
+        while (!text.empty() && text.back() == '\n')
+            text.pop_back();
+        std::cout << text << "\n\n" << ozProfileOptionsHelp() << '\n' << ozCommonOptionsHelp();
+        return 0;
+    }
+    if (positionals == tPOSITIONALS::Templates && line.positional.empty())
+        return ozUsageFailure(command, "name at least one template", std::cerr);
+    if (positionals == tPOSITIONALS::None && !line.positional.empty())
+        return ozUsageFailure(command, "unexpected argument " + line.positional[0], std::cerr);
+    return -1;
 }

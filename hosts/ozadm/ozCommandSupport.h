@@ -44,6 +44,20 @@ void ozReadCommandLine(
 // The help text of the profile options.
 const char* ozProfileOptionsHelp();
 
+// What a command takes besides its options.
+enum class tPOSITIONALS {
+    Templates,  // one template or more
+    None,       // nothing
+};
+
+// Reads a command's line with ozReadCommandLine (profile options included). Returns 0 after
+// printing the command's help (with the profile and common options) for --help, 2 after a
+// usage error (told on standard error), and -1 when the command is to go on.
+int ozReadCommand(
+    const char* command, const std::vector<std::string>& args, ozCommandLine& line, bool withJson,
+    tPOSITIONALS positionals, const char* help,
+    const std::function<bool(const std::vector<std::string>&, std::size_t&)>& extra = nullptr);
+
 // Adds every template to the control (SetADM); false at the first that fails.
 bool ozLoadTemplates(CADMCtrl& control, const std::vector<std::string>& templates,
                      std::ostream& err);

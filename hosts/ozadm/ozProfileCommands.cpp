@@ -59,23 +59,6 @@ bool ReadRoot(const std::string& text, unsigned int& root)
     return true;
 }
 
-int ReadLine(const char* command, const ozCommandArgs& args, ozCommandLine& line, const char* help,
-             const std::function<bool(const std::vector<std::string>&, std::size_t&)>& extra)
-{
-    try {
-        ozReadCommandLine(args, line, true, false, extra);
-    } catch (const ozUsageError& error) {
-        return ozUsageFailure(command, error.what(), std::cerr);
-    }
-    if (line.help) {
-        std::cout << help << "\n\n" << ozProfileOptionsHelp() << '\n' << ozCommonOptionsHelp();
-        return 0;
-    }
-    if (!line.positional.empty())
-        return ozUsageFailure(command, "unexpected argument " + line.positional[0], std::cerr);
-    return -1;
-}
-
 bool LoadTemplates(CADMCtrl& control, std::vector<std::string> templates)
 {
     if (templates.empty())
@@ -91,22 +74,22 @@ int ozImportCommand(const ozCommandArgs& args)
     std::string key, value, rootText = "HKLM";
     bool recursive = false;
     std::vector<std::string> templates;
-    int status = ReadLine("import", args, line, kImportHelp,
-                          [&](const std::vector<std::string>& a, std::size_t& i) {
-                              if (a[i] == "--key")
-                                  key = ozOptionValue(a, i);
-                              else if (a[i] == "--value")
-                                  value = ozOptionValue(a, i);
-                              else if (a[i] == "--root")
-                                  rootText = ozOptionValue(a, i);
-                              else if (a[i] == "--template")
-                                  templates.push_back(ozOptionValue(a, i));
-                              else if (a[i] == "--recursive")
-                                  recursive = true;
-                              else
-                                  return false;
-                              return true;
-                          });
+    int status = ozReadCommand("import", args, line, false, tPOSITIONALS::None, kImportHelp,
+                               [&](const std::vector<std::string>& a, std::size_t& i) {
+                                   if (a[i] == "--key")
+                                       key = ozOptionValue(a, i);
+                                   else if (a[i] == "--value")
+                                       value = ozOptionValue(a, i);
+                                   else if (a[i] == "--root")
+                                       rootText = ozOptionValue(a, i);
+                                   else if (a[i] == "--template")
+                                       templates.push_back(ozOptionValue(a, i));
+                                   else if (a[i] == "--recursive")
+                                       recursive = true;
+                                   else
+                                       return false;
+                                   return true;
+                               });
     if (status >= 0)
         return status;
     unsigned int root = 2;
@@ -153,16 +136,16 @@ int ozConvertCommand(const ozCommandArgs& args)
 {
     ozCommandLine line;
     std::string from, to;
-    int status = ReadLine("convert", args, line, kConvertHelp,
-                          [&](const std::vector<std::string>& a, std::size_t& i) {
-                              if (a[i] == "--from")
-                                  from = ozOptionValue(a, i);
-                              else if (a[i] == "--to")
-                                  to = ozOptionValue(a, i);
-                              else
-                                  return false;
-                              return true;
-                          });
+    int status = ozReadCommand("convert", args, line, false, tPOSITIONALS::None, kConvertHelp,
+                               [&](const std::vector<std::string>& a, std::size_t& i) {
+                                   if (a[i] == "--from")
+                                       from = ozOptionValue(a, i);
+                                   else if (a[i] == "--to")
+                                       to = ozOptionValue(a, i);
+                                   else
+                                       return false;
+                                   return true;
+                               });
     if (status >= 0)
         return status;
     const ozProfileFiles& files = line.profiles;

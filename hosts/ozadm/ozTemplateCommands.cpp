@@ -14,27 +14,6 @@
 
 namespace {
 
-using Extra = std::function<bool(const std::vector<std::string>&, std::size_t&)>;
-
-// Reads the command line; prints the help and returns 0 for --help, 2 for a usage error,
-// -1 to go on.
-int ReadLine(const char* command, const ozCommandArgs& args, ozCommandLine& line, bool json,
-             const char* help, const Extra& extra = nullptr)
-{
-    try {
-        ozReadCommandLine(args, line, true, json, extra);
-    } catch (const ozUsageError& error) {
-        return ozUsageFailure(command, error.what(), std::cerr);
-    }
-    if (line.help) {
-        std::cout << help << '\n' << ozProfileOptionsHelp() << '\n' << ozCommonOptionsHelp();
-        return 0;
-    }
-    if (line.positional.empty())
-        return ozUsageFailure(command, "name at least one template", std::cerr);
-    return -1;
-}
-
 // Prepares the session and loads the templates and the profiles.
 bool Open(ozHostSession& session, const ozCommandLine& line, bool skipMissingProfiles)
 {
@@ -144,10 +123,10 @@ int ozShowCommand(const ozCommandArgs& args)
 {
     ozCommandLine line;
     bool withParts = false;
-    int status = ReadLine("show", args, line, true, kShowHelp,
-                          [&](const std::vector<std::string>& a, std::size_t& i) {
-                              return a[i] == "--parts" && (withParts = true);
-                          });
+    int status = ozReadCommand("show", args, line, true, tPOSITIONALS::Templates, kShowHelp,
+                               [&](const std::vector<std::string>& a, std::size_t& i) {
+                                   return a[i] == "--parts" && (withParts = true);
+                               });
     if (status >= 0)
         return status;
     ozHostSession session(line.host, std::cerr);
@@ -172,22 +151,23 @@ int ozSetCommand(const ozCommandArgs& args)
     std::vector<Edit> edits;
     bool reset = false;
     ozCommandLine line;
-    int status = ReadLine(
-        "set", args, line, false, kSetHelp, [&](const std::vector<std::string>& a, std::size_t& i) {
-            if (a[i] == "--reset")
-                return reset = true;
-            bool state = a[i] == "--state";
-            if (!state && a[i] != "--part")
-                return false;
-            std::size_t count = state ? 2 : 3;
-            if (i + count >= a.size())
-                throw ozUsageError(
-                    a[i] + (state ? " needs PATH and STATE" : " needs PATH, PART and VALUE"));
-            Edit edit{a[i + 1], state ? "" : a[i + 2], a[i + count], state};
-            edits.push_back(edit);
-            i += count;
-            return true;
-        });
+    int status =
+        ozReadCommand("set", args, line, false, tPOSITIONALS::Templates, kSetHelp,
+                      [&](const std::vector<std::string>& a, std::size_t& i) {
+                          if (a[i] == "--reset")
+                              return reset = true;
+                          bool state = a[i] == "--state";
+                          if (!state && a[i] != "--part")
+                              return false;
+                          std::size_t count = state ? 2 : 3;
+                          if (i + count >= a.size())
+                              throw ozUsageError(a[i] + (state ? " needs PATH and STATE"
+                                                               : " needs PATH, PART and VALUE"));
+                          Edit edit{a[i + 1], state ? "" : a[i + 2], a[i + count], state};
+                          edits.push_back(edit);
+                          i += count;
+                          return true;
+                      });
     if (status >= 0)
         return status;
     if (edits.empty() && !reset)
@@ -244,10 +224,11 @@ int ozConfiguredCommand(const ozCommandArgs& args)
 {
     ozCommandLine line;
     bool withEntries = false;
-    int status = ReadLine("configured", args, line, true, kConfiguredHelp,
-                          [&](const std::vector<std::string>& a, std::size_t& i) {
-                              return a[i] == "--entries" && (withEntries = true);
-                          });
+    int status =
+        ozReadCommand("configured", args, line, true, tPOSITIONALS::Templates, kConfiguredHelp,
+                      [&](const std::vector<std::string>& a, std::size_t& i) {
+                          return a[i] == "--entries" && (withEntries = true);
+                      });
     if (status >= 0)
         return status;
     ozHostSession session(line.host, std::cerr);
@@ -285,13 +266,14 @@ int ozConfiguresCommand(const ozCommandArgs& args)
 {
     ozCommandLine line;
     std::string path;
-    int status = ReadLine("configures", args, line, true, kConfiguresHelp,
-                          [&](const std::vector<std::string>& a, std::size_t& i) {
-                              if (a[i] != "--policy")
-                                  return false;
-                              path = ozOptionValue(a, i);
-                              return true;
-                          });
+    int status =
+        ozReadCommand("configures", args, line, true, tPOSITIONALS::Templates, kConfiguresHelp,
+                      [&](const std::vector<std::string>& a, std::size_t& i) {
+                          if (a[i] != "--policy")
+                              return false;
+                          path = ozOptionValue(a, i);
+                          return true;
+                      });
     if (status >= 0)
         return status;
     if (path.empty())
@@ -320,13 +302,14 @@ int ozWriteAdmCommand(const ozCommandArgs& args)
 {
     ozCommandLine line;
     std::string output;
-    int status = ReadLine("write-adm", args, line, false, kWriteAdmHelp,
-                          [&](const std::vector<std::string>& a, std::size_t& i) {
-                              if (a[i] != "--output")
-                                  return false;
-                              output = ozOptionValue(a, i);
-                              return true;
-                          });
+    int status =
+        ozReadCommand("write-adm", args, line, false, tPOSITIONALS::Templates, kWriteAdmHelp,
+                      [&](const std::vector<std::string>& a, std::size_t& i) {
+                          if (a[i] != "--output")
+                              return false;
+                          output = ozOptionValue(a, i);
+                          return true;
+                      });
     if (status >= 0)
         return status;
     if (output.empty())
