@@ -9,6 +9,7 @@
 #include "core/registry/ozVariableMarkers.h"
 #include "engine/ozEBNF.h"
 #include "ozApplication.h"
+#include "ozMessageFormat.h"
 #include "ozProfileBinding.h"
 
 namespace {
@@ -39,6 +40,23 @@ CADMCtrl::~CADMCtrl()
 void CADMCtrl::ShowMessage(tHOSTMESSAGEKIND kind, const std::string& text) const
 {
     m_ui.ShowMessage(kind, text);
+}
+
+bool CADMCtrl::SavePoliciesToRegistry()
+{
+    CCollection<ozADMPolicy> configured(false);
+    m_code->tree->GetPolicies(configured);
+    for (int pos = 0; pos < configured.Count(); ++pos) {
+        const ozADMPolicy* policy = configured.At(pos);
+        if (const ozADMCtrl* part = policy->RequiredPartLeftEmpty()) {
+            const char* path = policy->Path() != nullptr ? policy->Path() : "";
+            const char* partName = part->Name() != nullptr ? part->Name() : "";
+            ShowMessage(HostMessageError,
+                        ozFormatMessage(GetString(HostMessageRequiredPartEmpty), {path, partName}));
+            return false;
+        }
+    }
+    return m_code->tree->SaveToRegistry();
 }
 
 void CADMCtrl::ShowCode()
@@ -134,7 +152,7 @@ bool CADMCtrl::Save(const char* UsrReg, const char* MacReg)
     if (m_displayMode == DisplayPolicies) {
         if (m_views != nullptr && !m_views->CommitPartsPanel())
             return false;
-        if (!m_code->tree->SaveToRegistry())
+        if (!SavePoliciesToRegistry())
             return false;
     }
     ozProfileBinding binding = Binding(m_ui);
@@ -247,7 +265,7 @@ void CADMCtrl::Refresh()
         return;
     if (m_shownMode != m_displayMode && m_views->IsVisible(m_shownMode)) {
         if (m_shownMode == DisplayPolicies) {
-            if (m_code != nullptr && !m_code->tree->SaveToRegistry())
+            if (m_code != nullptr && !SavePoliciesToRegistry())
                 return;
         } else {
             m_views->StorePendingEdit(m_shownMode);
@@ -265,7 +283,7 @@ bool CADMCtrl::SaveSelState()
     if (m_views != nullptr && !m_views->CommitPartsPanel())
         return false;
     if (m_displayMode == DisplayPolicies) {
-        if (m_code != nullptr && !m_code->tree->SaveToRegistry())
+        if (m_code != nullptr && !SavePoliciesToRegistry())
             return false;
         ShowCode();
     } else if (m_views != nullptr) {

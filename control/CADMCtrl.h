@@ -27,6 +27,7 @@ enum : unsigned short {
     HostMessageWrongCodeKind = 55,
     HostMessageOldCodeVersion = 56,
     HostMessageSaveAfterFailedLoad = 75,
+    HostMessageRequiredPartEmpty = 76,  // %s the policy's path, %s the part's name
 };
 
 class CADMCtrl {
@@ -133,6 +134,10 @@ public:
 
 private:
     void ShowMessage(tHOSTMESSAGEKIND kind, const std::string& text) const;
+    // Writes the policies into the registry trees. An enabled policy with a required part left
+    // empty refuses the save before anything is written: the host is told which policy and
+    // part, and the result is false.
+    bool SavePoliciesToRegistry();
     // Hands the code object to the view of the display mode.
     void ShowCode();
 

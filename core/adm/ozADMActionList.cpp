@@ -8,18 +8,6 @@
 #include "ozADMTree.h"
 #include "ozADMWriterLines.h"
 
-namespace {
-
-// The item's value in its key, found or created; null when the item names no key or value.
-ozRegValue* TargetValue(const ozActionItem* item)
-{
-    if (item == nullptr || item->RegKey() == nullptr || item->ValueName() == nullptr)
-        return nullptr;
-    return item->RegKey()->FindValue(item->ValueName());
-}
-
-}  // namespace
-
 ozActionItem::ozActionItem(const ozActionItem& other)
     : m_key(other.m_key), m_valueName(ozCopyText(other.m_valueName.get())), m_value(other.m_value)
 {
@@ -93,33 +81,34 @@ bool ozActionItem::Sync() const
     return value != nullptr && m_value.IsEqualWith(*value);
 }
 
-bool ozADMActionList::SaveToRegistry(ozRegTree& /*tree*/)
+bool ozADMActionList::AddRegWrites(ozADMRegWrites& writes) const
 {
+    ozADMRegWrites own;
     for (int pos = 0; pos < Count(); ++pos) {
         const ozActionItem* item = At(pos);
-        ozRegValue* value = TargetValue(item);
-        if (value == nullptr || !item->Value().SaveToRegistry(*value))
+        if (item == nullptr || item->RegKey() == nullptr || item->ValueName() == nullptr ||
+            item->Value().Type() == ozADMValue::ValueEmpty)
             return false;
+        ozADMRegWrite write;
+        write.key = item->RegKey();
+        write.valueName = item->ValueName();
+        write.value = item->Value();
+        own.push_back(write);
     }
+    writes.insert(writes.end(), own.begin(), own.end());
     return true;
+}
+
+bool ozADMActionList::SaveToRegistry(ozRegTree& /*tree*/)
+{
+    ozADMRegWrites writes;
+    return AddRegWrites(writes) && ozApplyRegWrites(writes);
 }
 
 bool ozADMActionList::SaveToCollection(CCollection<ozADMRegEntry>& collection)
 {
-    for (int pos = 0; pos < Count(); ++pos) {
-        const ozActionItem* item = At(pos);
-        if (TargetValue(item) == nullptr)
-            return false;
-        ozSubKey* key = item->RegKey();
-        // A path too deep for the buffer comes back empty; the entry is listed all the same,
-        // as every part lists its own.
-        char keyPath[ozSubKey::KeyPathCapacity + 1];
-        key->GetKeyPath(keyPath);
-        if (!item->Value().SaveToCollection(key->Root(), keyPath, item->ValueName(), collection,
-                                            false))
-            return false;
-    }
-    return true;
+    ozADMRegWrites writes;
+    return AddRegWrites(writes) && ozListRegWrites(writes, collection);
 }
 
 bool ozADMActionList::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* key)

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "core/tree/CCollection.h"
+#include "ozADMRegWrite.h"
 #include "ozADMValue.h"
 #include "platform/ozRegistryTypes.h"
 
@@ -49,11 +50,13 @@ public:
     ozADMActionList() : CCollection<ozActionItem>(true) {}
     virtual ~ozADMActionList() = default;
 
-    // Writes every item into its key, in order; false at the first item without key or value
-    // name or whose value cannot be written. True for an empty list.
+    // Adds one write per item, in order: the item's value to its value name in its key.
+    // False, adding nothing, when an item has no key, no value name or an empty value. True
+    // for an empty list.
+    bool AddRegWrites(ozADMRegWrites& writes) const;
+    // Applies the list's writes to the registry tree; false as AddRegWrites.
     virtual bool SaveToRegistry(ozRegTree& tree);
-    // Lists every item as a registry entry (the key's root and path, the item's value name and
-    // value); false at the first item without key or value name.
+    // Lists the list's writes as registry entries, touching neither keys nor values.
     virtual bool SaveToCollection(CCollection<ozADMRegEntry>& collection);
     // Writes the items one level deeper than the tree's indentation: per item a KEYNAME line
     // where its key differs from the key in force (at first `key`, then the last one written),

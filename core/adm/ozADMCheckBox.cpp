@@ -12,32 +12,13 @@ ozADMCheckBox::ozADMCheckBox() : ozADMCtrl(CtrlCheckBox)
 
 ozADMCheckBox::~ozADMCheckBox() = default;
 
-bool ozADMCheckBox::SaveToRegistry(ozRegTree& tree, bool enabled)
+bool ozADMCheckBox::_AddRegWrites(ozADMRegWrites& writes, bool enabled) const
 {
-    ozRegValue* value = FindOwnValue();
-    if (value == nullptr)
-        return false;
-    if (!enabled)
-        return value->SetDelete();
     const ozADMValue& written = m_checked ? m_valueOn : m_valueOff;
-    ozADMActionList* actions = m_checked ? m_actionListOn.get() : m_actionListOff.get();
-    if (!written.SaveToRegistry(*value))
+    if (!AddOwnWrite(writes, enabled, written))
         return false;
-    return actions == nullptr || actions->SaveToRegistry(tree);
-}
-
-bool ozADMCheckBox::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
-{
-    if (!enabled) {
-        ozADMValue deletion;
-        deletion.SetDelete();
-        return AddEntry(deletion, collection, false);
-    }
-    const ozADMValue& written = m_checked ? m_valueOn : m_valueOff;
-    ozADMActionList* actions = m_checked ? m_actionListOn.get() : m_actionListOff.get();
-    if (!AddEntry(written, collection, false))
-        return false;
-    return actions == nullptr || actions->SaveToCollection(collection);
+    const ozADMActionList* actions = m_checked ? m_actionListOn.get() : m_actionListOff.get();
+    return !enabled || actions == nullptr || actions->AddRegWrites(writes);
 }
 
 bool ozADMCheckBox::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
@@ -68,18 +49,20 @@ tSYNCSTATE ozADMCheckBox::Sync()
     if (value == nullptr)
         return early;
     // A state whose action list is not fully in the registry was not set by this template,
-    // so it cannot speak for the policy.
+    // so it cannot speak for the policy. A state that deletes the value sets the box but
+    // cannot speak either: a disabled policy deletes the value too.
+    tSYNCSTATE matched = value->IsDelete() ? SyncNeutral : SyncEnabled;
     if (m_valueOn.IsEqualWith(*value)) {
         if (m_actionListOn != nullptr && !m_actionListOn->Sync())
             return SyncConflict;
         m_checked = true;
-        return SyncEnabled;
+        return matched;
     }
     if (m_valueOff.IsEqualWith(*value)) {
         if (m_actionListOff != nullptr && !m_actionListOff->Sync())
             return SyncConflict;
         m_checked = false;
-        return SyncEnabled;
+        return matched;
     }
     return value->IsDelete() ? SyncDisabled : SyncConflict;
 }

@@ -11,8 +11,6 @@ public:
     ozADMCheckBox();
     ~ozADMCheckBox() override;
 
-    bool SaveToRegistry(ozRegTree& tree, bool enabled) override;
-    bool SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled) override;
     bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey) override;
     bool SetDefault() override;
     tSYNCSTATE Sync() override;
@@ -32,6 +30,9 @@ public:
     virtual ozADMActionList* ActionListOn() const;
     virtual void ActionListOff(ozADMActionList* list);
     virtual ozADMActionList* ActionListOff() const;
+
+protected:
+    bool _AddRegWrites(ozADMRegWrites& writes, bool enabled) const override;
 
 private:
     bool m_checked = false;

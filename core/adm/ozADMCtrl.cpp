@@ -99,12 +99,35 @@ ozADMPolicy* ozADMCtrl::Policy() const
     return m_policy;
 }
 
-bool ozADMCtrl::SaveToRegistry(ozRegTree&, bool)
+bool ozADMCtrl::SaveToRegistry(ozRegTree&, bool enabled)
 {
+    ozADMRegWrites writes;
+    return AddRegWrites(writes, enabled) && ozApplyRegWrites(writes);
+}
+
+bool ozADMCtrl::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+{
+    ozADMRegWrites writes;
+    return AddRegWrites(writes, enabled) && ozListRegWrites(writes, collection);
+}
+
+bool ozADMCtrl::AddRegWrites(ozADMRegWrites& writes, bool enabled) const
+{
+    if (enabled && m_required && LeftEmpty())
+        return false;
+    ozADMRegWrites own;
+    if (!_AddRegWrites(own, enabled))
+        return false;
+    writes.insert(writes.end(), own.begin(), own.end());
     return true;
 }
 
-bool ozADMCtrl::SaveToCollection(CCollection<ozADMRegEntry>&, bool)
+bool ozADMCtrl::LeftEmpty() const
+{
+    return false;
+}
+
+bool ozADMCtrl::_AddRegWrites(ozADMRegWrites&, bool) const
 {
     return true;
 }
@@ -153,13 +176,6 @@ ozSubKey* ozADMCtrl::_CurrentKey(ozSubKey* policyKey) const
     return m_key != nullptr ? m_key : policyKey;
 }
 
-ozRegValue* ozADMCtrl::FindOwnValue() const
-{
-    if (m_key == nullptr || m_valueName == nullptr)
-        return nullptr;
-    return m_key->FindValue(m_valueName.get());
-}
-
 ozRegValue* ozADMCtrl::SyncOwnValue(tSYNCSTATE* early)
 {
     ozADMCtrl::Sync();
@@ -178,12 +194,19 @@ tSYNCSTATE ozADMCtrl::NotAnInsert(const ozRegValue& value)
     return value.IsDelete() ? SyncDisabled : SyncConflict;
 }
 
-bool ozADMCtrl::AddEntry(const ozADMValue& value, CCollection<ozADMRegEntry>& collection,
-                         bool expand) const
+bool ozADMCtrl::AddOwnWrite(ozADMRegWrites& writes, bool enabled, const ozADMValue& value,
+                            bool expand) const
 {
     if (m_key == nullptr || m_valueName == nullptr)
         return false;
-    std::string keyPath = m_key->KeyPath();
-    return value.SaveToCollection(m_key->Root(), keyPath.c_str(), m_valueName.get(), collection,
-                                  expand);
+    ozADMRegWrite write;
+    write.key = m_key;
+    write.valueName = m_valueName.get();
+    if (enabled)
+        write.value = value;
+    else
+        write.value.SetDelete();
+    write.expand = expand;
+    writes.push_back(write);
+    return true;
 }

@@ -1,13 +1,14 @@
 // A part of a policy (one PART block of a template): bound to a registry key and, except list
-// boxes, one value name in it. A part reads its value from the registry tree (Sync), writes it
-// back for an enabled policy or deletes it for a disabled one (SaveToRegistry), and lists the
-// same effect as registry entries (SaveToCollection).
+// boxes, one value name in it. A part reads its value from the registry tree (Sync) and says
+// once what it does to the registry for an enabled or a disabled policy (AddRegWrites); saving
+// (SaveToRegistry) and listing (SaveToCollection) both go by that description.
 #pragma once
 
 #include <cstdio>
 #include <memory>
 
 #include "core/tree/CCollection.h"
+#include "ozADMRegWrite.h"
 #include "platform/ozRegistryTypes.h"
 
 class ozADMPolicy;
@@ -62,10 +63,10 @@ public:
     // The policy the part belongs to (not owned).
     virtual void Policy(ozADMPolicy* policy);
     virtual ozADMPolicy* Policy() const;
-    // Writes the part's value into its key (enabled) or marks it deleted (disabled). The
-    // base writes nothing and returns true.
+    // Applies the part's writes (AddRegWrites) to the registry tree. False when the part
+    // cannot be written; then nothing of it is written.
     virtual bool SaveToRegistry(ozRegTree& tree, bool enabled);
-    // Lists what SaveToRegistry would write as registry entries. The base lists nothing, true.
+    // Lists the part's writes as registry entries, touching neither keys nor values.
     virtual bool SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled);
     // Writes the part's template text: its type keyword and line feed, then its settings one
     // per line at the tree's indentation; policyKey is the key in force around the part. False
@@ -76,6 +77,15 @@ public:
     // Reads the part's value from its key and tells what it says about the policy's state.
     // The base marks the policy selected when the part's key is selected and returns 4.
     virtual tSYNCSTATE Sync();
+    // Adds what the part does to the registry to writes: for an enabled policy its value, for
+    // a disabled one the deletion of its value. A part whose value the user left empty writes
+    // what the template's reading takes for it (docs/policy-registry-effects.md), so that the
+    // policy comes back enabled. False, adding nothing, without key or value name, for a
+    // selection beyond the items, and for a required part left empty in an enabled policy.
+    // The base adds nothing and returns true.
+    bool AddRegWrites(ozADMRegWrites& writes, bool enabled) const;
+    // Whether the user left the part without a value. The base: false.
+    virtual bool LeftEmpty() const;
     // A deep copy (key and policy shared).
     virtual ozADMCtrl* Copy() const = 0;
     // A new default part of the same type.
@@ -96,11 +106,12 @@ protected:
     // The key a list inside the part inherits when read back: the part's, else the policy's.
     ozSubKey* _CurrentKey(ozSubKey* policyKey) const;
 
-    // What parts with a value name share: the value (created when missing) for writing, and
-    // the value's registry path for listing. Null / false without key or value name.
-    ozRegValue* FindOwnValue() const;
-    bool AddEntry(const ozADMValue& value, CCollection<ozADMRegEntry>& collection,
-                  bool expand) const;
+    // The part's own writes, after AddRegWrites has refused a required part left empty.
+    virtual bool _AddRegWrites(ozADMRegWrites& writes, bool enabled) const;
+    // What parts with a value name share: a write of value to the part's value name; for a
+    // disabled policy (enabled false) its deletion instead. False without key or value name.
+    bool AddOwnWrite(ozADMRegWrites& writes, bool enabled, const ozADMValue& value,
+                     bool expand = false) const;
     // The first steps every part with a value name syncs by: the base rule, then the value
     // looked up without creating it. Returns the value, or null with *early set to what the
     // sync reports: 0 without key or value name, 3 when the value is missing.

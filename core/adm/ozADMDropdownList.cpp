@@ -11,36 +11,23 @@ ozADMDropdownList::ozADMDropdownList() : ozADMCtrl(CtrlDropdownList) {}
 
 ozADMDropdownList::~ozADMDropdownList() = default;
 
-bool ozADMDropdownList::SaveToRegistry(ozRegTree& tree, bool enabled)
+bool ozADMDropdownList::_AddRegWrites(ozADMRegWrites& writes, bool enabled) const
 {
-    ozRegValue* value = FindOwnValue();
-    if (value == nullptr)
-        return false;
     if (!enabled)
-        return value->SetDelete();
-    if (m_selected < 0)
-        return true;
-    ozADMListItem* item = m_items.At(m_selected);
-    if (item == nullptr || !item->Value().SaveToRegistry(*value))
+        return AddOwnWrite(writes, false, ozADMValue());
+    // Without a selection the first item is written, the one the list shows first; a list
+    // without items writes nothing.
+    if (m_selected < 0 && m_items.Count() == 0)
+        return Key() != nullptr && ValueName() != nullptr;
+    const ozADMListItem* item = m_items.At(m_selected < 0 ? 0 : m_selected);
+    if (item == nullptr || !AddOwnWrite(writes, true, item->Value()))
         return false;
-    return item->ActionList() == nullptr || item->ActionList()->SaveToRegistry(tree);
+    return item->ActionList() == nullptr || item->ActionList()->AddRegWrites(writes);
 }
 
-bool ozADMDropdownList::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+bool ozADMDropdownList::LeftEmpty() const
 {
-    if (Key() == nullptr || ValueName() == nullptr)
-        return false;
-    if (!enabled) {
-        ozADMValue deletion;
-        deletion.SetDelete();
-        return AddEntry(deletion, collection, false);
-    }
-    if (m_selected < 0)
-        return true;
-    ozADMListItem* item = m_items.At(m_selected);
-    if (item == nullptr || !AddEntry(item->Value(), collection, false))
-        return false;
-    return item->ActionList() == nullptr || item->ActionList()->SaveToCollection(collection);
+    return m_selected < 0;
 }
 
 bool ozADMDropdownList::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
@@ -84,12 +71,13 @@ tSYNCSTATE ozADMDropdownList::Sync()
     ozRegValue* value = SyncOwnValue(&early);
     if (value == nullptr)
         return early;
-    if (!value->IsInsert())
-        return NotAnInsert(*value);
+    if (!value->IsInsert() && !value->IsDelete())
+        return SyncConflict;
     // Several items may stand for the same value and differ in their action lists: the last
     // one whose action list is fully present wins. An item whose list is incomplete cannot
-    // undo a match found before it.
-    tSYNCSTATE result = SyncConflict;
+    // undo a match found before it. An item that deletes the value is selected by a deletion
+    // but cannot speak for the policy, whose disabled state deletes the value too.
+    tSYNCSTATE result = NotAnInsert(*value);
     ozADMListItem* item = nullptr;
     for (int pos = 0; (item = m_items.At(pos)) != nullptr; ++pos) {
         if (!item->Value().IsEqualWith(*value))
@@ -97,7 +85,7 @@ tSYNCSTATE ozADMDropdownList::Sync()
         if (item->ActionList() != nullptr && !item->ActionList()->Sync())
             continue;
         m_selected = pos;
-        result = SyncEnabled;
+        result = value->IsDelete() ? SyncNeutral : SyncEnabled;
     }
     return result;
 }

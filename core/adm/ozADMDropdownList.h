@@ -10,8 +10,7 @@ public:
     ozADMDropdownList();
     ~ozADMDropdownList() override;
 
-    bool SaveToRegistry(ozRegTree& tree, bool enabled) override;
-    bool SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled) override;
+    bool LeftEmpty() const override;
     bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey) override;
     bool SetDefault() override;
     tSYNCSTATE Sync() override;
@@ -32,6 +31,9 @@ public:
     virtual bool AddItem(const char* name, const ozADMValue& value, ozADMActionList* actionList);
     virtual void NoSort(bool noSort);
     virtual bool NoSort() const;
+
+protected:
+    bool _AddRegWrites(ozADMRegWrites& writes, bool enabled) const override;
 
 private:
     int m_selected = -1;

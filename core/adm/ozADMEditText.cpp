@@ -24,31 +24,18 @@ void ozADMEditText::CopyEditTextFrom(const ozADMEditText& other)
     m_expandable = other.m_expandable;
 }
 
-bool ozADMEditText::SaveToRegistry(ozRegTree&, bool enabled)
+bool ozADMEditText::_AddRegWrites(ozADMRegWrites& writes, bool enabled) const
 {
-    ozRegValue* value = FindOwnValue();
-    if (value == nullptr)
-        return false;
-    if (!enabled)
-        return value->SetDelete();
-    if (m_value == nullptr)
-        return true;
-    return m_expandable ? value->SetExpandString(m_value.get()) : value->SetString(m_value.get());
+    // An empty part writes the empty string. The deletion carries the expandable flag too, so
+    // that its entry names the part's string type.
+    ozADMValue written;
+    written.SetString(m_value != nullptr ? m_value.get() : "");
+    return AddOwnWrite(writes, enabled, written, m_expandable);
 }
 
-bool ozADMEditText::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+bool ozADMEditText::LeftEmpty() const
 {
-    if (Key() == nullptr || ValueName() == nullptr)
-        return false;
-    ozADMValue written;
-    if (!enabled)
-        written.SetDelete();
-    else if (m_value == nullptr)
-        return true;
-    else
-        written.SetString(m_value.get());
-    // The deletion carries the flag too, so that its entry names the part's string type.
-    return AddEntry(written, collection, m_expandable);
+    return m_value == nullptr || m_value[0] == '\0';
 }
 
 bool ozADMEditText::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)

@@ -8,8 +8,7 @@ public:
     ozADMEditText();
     ~ozADMEditText() override;
 
-    bool SaveToRegistry(ozRegTree& tree, bool enabled) override;
-    bool SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled) override;
+    bool LeftEmpty() const override;
     bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey) override;
     bool SetDefault() override;
     tSYNCSTATE Sync() override;
@@ -27,6 +26,7 @@ public:
     virtual bool Expandable() const;
 
 protected:
+    bool _AddRegWrites(ozADMRegWrites& writes, bool enabled) const override;
     explicit ozADMEditText(unsigned long ctrlType);
     void CopyEditTextFrom(const ozADMEditText& other);
     // The settings an edit text and a combo box share, one line each: VALUENAME, REQUIRED,

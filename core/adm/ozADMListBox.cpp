@@ -18,59 +18,35 @@ ozADMListBox::ozADMListBox() : ozADMCtrl(CtrlListBox)
 
 ozADMListBox::~ozADMListBox() = default;
 
-bool ozADMListBox::SaveToRegistry(ozRegTree&, bool enabled)
+bool ozADMListBox::_AddRegWrites(ozADMRegWrites& writes, bool enabled) const
 {
     ozSubKey* key = Key();
     if (key == nullptr)
         return false;
-    if (!enabled) {
-        // The whole key is emptied, whatever values it holds, including ones this part never
-        // wrote.
-        key->Op(KeyOpEraseValues);
-        key->Save(true);
-        return true;
-    }
-    key->Op(KeyOpInsert);
-    if (m_values == nullptr)
+    ozADMRegWrite keyWrite;
+    keyWrite.key = key;
+    // Disabled: the whole key is emptied, whatever values it holds, including ones this part
+    // never wrote.
+    keyWrite.kind = enabled ? ozADMRegWrite::WriteInsertKey : ozADMRegWrite::WriteEraseKey;
+    writes.push_back(keyWrite);
+    if (!enabled || m_values == nullptr)
         return true;
     for (int pos = 0; pos < m_values->Count(); ++pos) {
-        ozADMListItem* item = m_values->At(pos);
+        const ozADMListItem* item = m_values->At(pos);
         if (item == nullptr || item->Name() == nullptr)
             return false;
-        ozRegValue* value = key->FindValue(item->Name());
-        if (value == nullptr || !item->Value().SaveToRegistry(*value))
-            return false;
+        ozADMRegWrite write;
+        write.key = key;
+        write.valueName = item->Name();
+        write.value = item->Value();
+        writes.push_back(write);
     }
     return true;
 }
 
-bool ozADMListBox::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+bool ozADMListBox::LeftEmpty() const
 {
-    ozSubKey* key = Key();
-    if (key == nullptr)
-        return false;
-    std::string keyPath = key->KeyPath();
-    if (!enabled) {
-        auto entry = std::make_unique<ozADMRegEntry>();
-        entry->Root(key->Root());
-        entry->Key(keyPath.c_str());
-        entry->ClearKey(true);
-        if (!collection.Add(entry.get()))
-            return false;
-        entry.release();
-        return true;
-    }
-    if (m_values == nullptr)
-        return true;
-    for (int pos = 0; pos < m_values->Count(); ++pos) {
-        ozADMListItem* item = m_values->At(pos);
-        if (item == nullptr || item->Name() == nullptr)
-            return false;
-        if (!item->Value().SaveToCollection(key->Root(), keyPath.c_str(), item->Name(), collection,
-                                            false))
-            return false;
-    }
-    return true;
+    return m_values == nullptr || m_values->Count() == 0;
 }
 
 bool ozADMListBox::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)

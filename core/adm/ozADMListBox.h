@@ -12,8 +12,7 @@ public:
     ozADMListBox();
     ~ozADMListBox() override;
 
-    bool SaveToRegistry(ozRegTree& tree, bool enabled) override;
-    bool SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled) override;
+    bool LeftEmpty() const override;
     bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey) override;
     bool SetDefault() override;
     tSYNCSTATE Sync() override;
@@ -34,6 +33,7 @@ public:
     virtual bool Additive() const;
 
 protected:
+    bool _AddRegWrites(ozADMRegWrites& writes, bool enabled) const override;
     // True when name starts with the prefix (or with a beginning of it) and the rest is
     // decimal digits only. False for null.
     virtual bool _IsValidName(const char* name) const;

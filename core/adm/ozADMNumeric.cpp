@@ -10,45 +10,22 @@
 #include "ozADMValue.h"
 #include "ozADMWriterLines.h"
 
-namespace {
-
-// An unchanged empty part leaves the registry as it is: the policy does not set the number.
-bool WritesNothing(const ozADMNumeric& part)
-{
-    return part.Empty() && part.Value() == part.Default();
-}
-
-}  // namespace
-
 ozADMNumeric::ozADMNumeric() : ozADMCtrl(CtrlNumeric) {}
 
 ozADMNumeric::~ozADMNumeric() = default;
 
-bool ozADMNumeric::SaveToRegistry(ozRegTree&, bool enabled)
+bool ozADMNumeric::_AddRegWrites(ozADMRegWrites& writes, bool enabled) const
 {
-    ozRegValue* value = FindOwnValue();
-    if (value == nullptr)
-        return false;
-    if (!enabled)
-        return value->SetDelete();
-    if (WritesNothing(*this))
-        return true;
-    // Always a REG_DWORD, even for a part whose template asks for text conversion.
-    return value->SetDWORD(m_value);
+    // An empty part writes the number it would show: the template's default, else the lowest
+    // number it allows. Always a REG_DWORD, even where the template asks for text conversion.
+    ozADMValue written;
+    written.SetNumeric(!LeftEmpty() ? m_value : m_defaultEmpty ? m_min : m_default);
+    return AddOwnWrite(writes, enabled, written);
 }
 
-bool ozADMNumeric::SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled)
+bool ozADMNumeric::LeftEmpty() const
 {
-    if (Key() == nullptr || ValueName() == nullptr)
-        return false;
-    ozADMValue written;
-    if (!enabled)
-        written.SetDelete();
-    else if (WritesNothing(*this))
-        return true;
-    else
-        written.SetNumeric(m_value);
-    return AddEntry(written, collection, false);
+    return m_empty;
 }
 
 bool ozADMNumeric::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)

@@ -8,8 +8,7 @@ public:
     ozADMNumeric();
     ~ozADMNumeric() override;
 
-    bool SaveToRegistry(ozRegTree& tree, bool enabled) override;
-    bool SaveToCollection(CCollection<ozADMRegEntry>& collection, bool enabled) override;
+    bool LeftEmpty() const override;
     bool SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey) override;
     bool SetDefault() override;
     tSYNCSTATE Sync() override;
@@ -34,6 +33,9 @@ public:
     // Kept for the template text only: the registry value is always a REG_DWORD.
     virtual void TxtConvert(bool convert);
     virtual bool TxtConvert() const;
+
+protected:
+    bool _AddRegWrites(ozADMRegWrites& writes, bool enabled) const override;
 
 private:
     unsigned long m_value = 0;

@@ -170,9 +170,9 @@ bool ozADMPolicy::Sync()
     if (key != nullptr && m_valueName != nullptr) {
         decided = true;
         ozRegValue* value = key->HasValue(m_valueName.get());
-        if (value != nullptr && m_valueOn.IsEqualWith(*value))
+        if (value != nullptr && EffectiveValueOn().IsEqualWith(*value))
             candidate = PolicyEnabled;
-        else if (value != nullptr && m_valueOff.IsEqualWith(*value))
+        else if (value != nullptr && EffectiveValueOff().IsEqualWith(*value))
             candidate = PolicyDisabled;
     }
 
@@ -202,7 +202,29 @@ bool ozADMPolicy::Sync()
     return true;
 }
 
-bool ozADMPolicy::SaveToRegistry()
+ozADMValue ozADMPolicy::EffectiveValueOn() const
+{
+    if (m_valueOn.Type() != ozADMValue::ValueEmpty)
+        return m_valueOn;
+    ozADMValue one;
+    one.SetNumeric(1);
+    return one;
+}
+
+ozADMValue ozADMPolicy::EffectiveValueOff() const
+{
+    if (m_valueOff.Type() != ozADMValue::ValueEmpty)
+        return m_valueOff;
+    // Deleting the value tells disabled from enabled, unless enabling deletes it already.
+    ozADMValue off;
+    if (m_valueOn.Type() == ozADMValue::ValueDelete)
+        off.SetNumeric(0);
+    else
+        off.SetDelete();
+    return off;
+}
+
+bool ozADMPolicy::AddRegWrites(ozADMRegWrites& writes) const
 {
     ozRegTree* tree = RegistryTree();
     if (tree == nullptr)
@@ -210,47 +232,56 @@ bool ozADMPolicy::SaveToRegistry()
     if (m_state != PolicyEnabled && m_state != PolicyDisabled)
         return true;
     bool enabled = m_state == PolicyEnabled;
-    ozSubKey* key = RegKey();
+    ozADMRegWrites own;
     if (m_valueName != nullptr) {
-        ozRegValue* value = key != nullptr ? key->FindValue(m_valueName.get()) : nullptr;
-        if (value == nullptr || !(enabled ? m_valueOn : m_valueOff).SaveToRegistry(*value))
+        // The key is looked up without creating it: listing the writes leaves the tree alone.
+        ozADMRegWrite write;
+        write.key = m_regKey;
+        if (write.key == nullptr && m_keyPath != nullptr) {
+            write.key = tree->HasKey(RootKey(), m_keyPath.get());
+            write.tree = tree;
+            write.root = RootKey();
+            write.keyPath = m_keyPath.get();
+        }
+        if (write.key == nullptr && write.tree == nullptr)
             return false;
+        write.valueName = m_valueName.get();
+        write.value = enabled ? EffectiveValueOn() : EffectiveValueOff();
+        own.push_back(write);
     }
-    ozADMActionList* actions = enabled ? m_actionListOn.get() : m_actionListOff.get();
-    if (actions != nullptr && !actions->SaveToRegistry(*tree))
+    const ozADMActionList* actions = enabled ? m_actionListOn.get() : m_actionListOff.get();
+    if (actions != nullptr && !actions->AddRegWrites(own))
         return false;
     for (int position = 0; position < m_controls.Count(); ++position) {
-        if (!m_controls.At(position)->SaveToRegistry(*tree, enabled))
+        if (!m_controls.At(position)->AddRegWrites(own, enabled))
             return false;
     }
+    writes.insert(writes.end(), own.begin(), own.end());
     return true;
+}
+
+const ozADMCtrl* ozADMPolicy::RequiredPartLeftEmpty() const
+{
+    if (m_state != PolicyEnabled)
+        return nullptr;
+    for (int position = 0; position < m_controls.Count(); ++position) {
+        const ozADMCtrl* part = m_controls.At(position);
+        if (part->Required() && part->LeftEmpty())
+            return part;
+    }
+    return nullptr;
+}
+
+bool ozADMPolicy::SaveToRegistry()
+{
+    ozADMRegWrites writes;
+    return AddRegWrites(writes) && ozApplyRegWrites(writes);
 }
 
 bool ozADMPolicy::Configures(CCollection<ozADMRegEntry>& collection) const
 {
-    ozRegTree* tree = RegistryTree();
-    if (tree == nullptr)
-        return false;
-    if (m_state != PolicyEnabled && m_state != PolicyDisabled)
-        return true;
-    bool enabled = m_state == PolicyEnabled;
-    ozSubKey* key = RegKey();
-    if (m_valueName != nullptr) {
-        if (key == nullptr || key->FindValue(m_valueName.get()) == nullptr)
-            return false;
-        if (!(enabled ? m_valueOn : m_valueOff)
-                 .SaveToCollection(key->Root(), key->KeyPath().c_str(), m_valueName.get(),
-                                   collection, false))
-            return false;
-    }
-    ozADMActionList* actions = enabled ? m_actionListOn.get() : m_actionListOff.get();
-    if (actions != nullptr && !actions->SaveToCollection(collection))
-        return false;
-    for (int position = 0; position < m_controls.Count(); ++position) {
-        if (!m_controls.At(position)->SaveToCollection(collection, enabled))
-            return false;
-    }
-    return true;
+    ozADMRegWrites writes;
+    return AddRegWrites(writes) && ozListRegWrites(writes, collection);
 }
 
 bool ozADMPolicy::SaveNode(FILE* file)

@@ -26,9 +26,8 @@ public:
     ~ozADMPolicy() override;
 
     tNODETYPE NodeType() const override { return NodePolicy; }
-    // Writes the state into the registry tree: nothing when not configured; otherwise the
-    // policy's value, action list and parts for the state, stopping at the first failure.
-    // False without a registry tree or when a value cannot be written.
+    // Writes the state into the registry tree (AddRegWrites applied). False, writing nothing,
+    // when the writes cannot be had; false also when a value cannot be written.
     bool SaveToRegistry() override;
     // Derives the state from the registry tree: the first evidence (the policy's own value,
     // then each part's) fixes the direction, any later disagreement or conflict makes the
@@ -78,15 +77,31 @@ public:
     // The parts, in PART order; owned.
     virtual CCollection<ozADMCtrl>& Controls();
     virtual const CCollection<ozADMCtrl>& Controls() const;
-    // Lists the registry entries the present state produces, without writing the registry:
-    // nothing when not configured. False without a registry tree or when a value cannot be
-    // had.
+    // Lists the registry entries the present state produces (AddRegWrites as entries),
+    // touching neither registry tree: nothing when not configured. False when the writes
+    // cannot be had.
     virtual bool Configures(CCollection<ozADMRegEntry>& collection) const;
+
+    // Adds what the present state does to the registry: nothing when not configured;
+    // otherwise the policy's own value, the action list and every part's writes for the state.
+    // The own value is VALUEON / VALUEOFF; a template that names a value but gives no VALUEON
+    // means a REG_DWORD 1, one without VALUEOFF a deletion (a REG_DWORD 0 where VALUEON is a
+    // deletion). False, adding nothing, outside a
+    // registry tree, without a key for the value, or when a part or list cannot be written
+    // (for instance a required part left empty).
+    bool AddRegWrites(ozADMRegWrites& writes) const;
+    // The first required part an enabled policy has left empty; null when there is none or
+    // the policy is not enabled.
+    const ozADMCtrl* RequiredPartLeftEmpty() const;
 
     // Appends part to the parts (which take it) and makes this policy its policy.
     bool AddControl(ozADMCtrl* part);
 
 private:
+    // VALUEON and VALUEOFF with the meaning of a missing one (see AddRegWrites).
+    ozADMValue EffectiveValueOn() const;
+    ozADMValue EffectiveValueOff() const;
+
     tPOLICYSTATE m_state = PolicyNotConfigured;
     std::unique_ptr<char[]> m_keyPath;
     mutable ozSubKey* m_regKey = nullptr;

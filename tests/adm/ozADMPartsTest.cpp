@@ -214,10 +214,10 @@ TEST_F(PartsTest, SyncReadsEachPartsValueAndJudgesIt)
         {"checkbox with lists", "Val=dword:1", SyncConflict, "Val=dword:1 Extra=dword:5"},
         {"checkbox with lists", "Val=dword:0 Extra=deleted", SyncEnabled,
          "Val=dword:0 Extra=deleted"},
-        {"numeric", "", SyncConflict, ""},
-        {"numeric", "Val=deleted", SyncDisabled, ""},
+        {"numeric", "", SyncConflict, "Val=dword:0"},
+        {"numeric", "Val=deleted", SyncDisabled, "Val=dword:0"},
         {"numeric 5 empty", "Val=dword:0", SyncEnabled, "Val=dword:0"},
-        {"numeric", "Val=sz:5", SyncConflict, ""},
+        {"numeric", "Val=sz:5", SyncConflict, "Val=dword:0"},
         {"edit", "", SyncConflict, "Val=sz:old"},
         {"edit", "Val=deleted", SyncDisabled, "Val=sz:old"},
         {"edit", "Val=append:new", SyncConflict, "Val=sz:old"},
@@ -225,9 +225,9 @@ TEST_F(PartsTest, SyncReadsEachPartsValueAndJudgesIt)
         {"edit", "Val=expand:new", SyncConflict, "Val=sz:old"},
         {"expandable edit", "Val=sz:new", SyncConflict, "Val=expand:old"},
         {"expandable combo", "Val=expand:new", SyncEnabled, "Val=expand:new"},
-        {"dropdown", "", SyncConflict, ""},
-        {"dropdown", "Val=deleted", SyncDisabled, ""},
-        {"dropdown", "Val=append:two", SyncConflict, ""},
+        {"dropdown", "", SyncConflict, "Val=dword:1"},
+        {"dropdown", "Val=deleted", SyncDisabled, "Val=dword:1"},
+        {"dropdown", "Val=append:two", SyncConflict, "Val=dword:1"},
         {"dropdown", "Val=dword:1", SyncEnabled, "Val=dword:1"},
         {"dropdown", "Val=dword:1 Extra=dword:5", SyncEnabled, "Val=dword:1 Extra=dword:5"},
         {"dropdown on two", "Val=dword:3", SyncConflict, "Val=sz:two"},  // Extra is missing
@@ -271,7 +271,7 @@ TEST(ListBoxNameFilter, AcceptsThePrefixOrABeginningOfItFollowedByDigits)
     }
 }
 
-TEST_F(PartsTest, SaveToRegistryWritesWhatSaveToCollectionLists)
+TEST_F(PartsTest, SaveToRegistryWritesEachPartsValueOrDeletesIt)
 {
     const struct {
         const char* variant;
@@ -282,16 +282,16 @@ TEST_F(PartsTest, SaveToRegistryWritesWhatSaveToCollectionLists)
         {"checked checkbox", true, "Val=deleted", "Val=dword:1"},
         {"checkbox with lists", true, "", "Val=dword:1 Extra=dword:5"},
         {"checkbox with lists", false, "Val=append:x", "Val=deleted"},
-        {"numeric", true, "Val=dword:9", "Val=dword:9"},
-        {"numeric 5 empty", true, "Val=sz:x", "Val=dword:5"},
+        {"numeric", true, "Val=dword:9", "Val=dword:0"},  // empty: the lowest allowed
+        {"numeric 5 empty", true, "Val=sz:x", "Val=dword:0"},
         {"numeric 0 set", true, "", "Val=dword:0"},
         {"numeric", false, "Val=dword:9", "Val=deleted"},
         {"edit", true, "Val=deleted", "Val=sz:old"},
         {"expandable edit", true, "Val=sz:x", "Val=expand:old"},
-        {"empty edit", true, "Val=sz:x", "Val=sz:x"},
+        {"empty edit", true, "Val=sz:x", "Val=sz:"},
         {"expandable edit", false, "Val=sz:x", "Val=deleted"},
         {"expandable combo", true, "", "Val=expand:old"},
-        {"dropdown", true, "Val=sz:x", "Val=sz:x"},
+        {"dropdown", true, "Val=sz:x", "Val=dword:1"},  // no selection: the first
         {"dropdown on two", true, "Val=dword:1", "Val=sz:two"},
         {"dropdown on also one", true, "", "Val=dword:1 Extra=dword:5"},
         {"dropdown on also one", false, "", "Val=deleted"},
@@ -307,11 +307,15 @@ TEST_F(PartsTest, SaveToRegistryWritesWhatSaveToCollectionLists)
         auto part = MakePart(c.variant, caseKey);
         EXPECT_TRUE(part->SaveToRegistry(caseTree, c.enabled));
         EXPECT_EQ(Contents(caseKey), c.after);
-        // The entries listed are exactly what the part writes into an empty tree.
-        ozRegTree emptyTree;
-        part = MakePart(c.variant, emptyTree.FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol"));
-        EXPECT_TRUE(part->SaveToRegistry(emptyTree, c.enabled));
-        EXPECT_EQ(Listed(*part, c.enabled), Contents(part->Key()));
+    }
+    // A required part left empty refuses an enabled policy and writes nothing.
+    for (const char* variant : {"numeric", "empty edit", "dropdown"}) {
+        ozRegTree caseTree;
+        auto part = MakePart(variant, caseTree.FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol"));
+        part->Required(true);
+        EXPECT_FALSE(part->SaveToRegistry(caseTree, true)) << variant;
+        EXPECT_EQ(part->Key()->Values().Count(), 0) << variant;
+        EXPECT_TRUE(part->SaveToRegistry(caseTree, false)) << variant << " disabled";
     }
 
     auto listBox = MakePart("list box", key);

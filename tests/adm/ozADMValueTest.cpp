@@ -267,7 +267,7 @@ TEST_F(ADMRegistryTest, ValuesEntriesAndListItemsCopyDeeply)
     }
 }
 
-TEST_F(ADMRegistryTest, ActionListsCompareAndSaveTheirItemsInOrderUntilTheFirstFailure)
+TEST_F(ADMRegistryTest, ActionListsCompareAndSaveTheirItemsInOrderOrNothing)
 {
     ozActionItem unbound;
     unbound.ValueName("a");
@@ -295,9 +295,9 @@ TEST_F(ADMRegistryTest, ActionListsCompareAndSaveTheirItemsInOrderUntilTheFirstF
     list.Add(Item(HKEY_LOCAL_MACHINE, "Software\\Pol", "after", Numeric(1)));
     EXPECT_FALSE(list.Sync()) << "an item without value name";
     EXPECT_FALSE(list.SaveToRegistry(tree));
-    EXPECT_EQ(key->HasValue("after"), nullptr) << "items after a failure are not written";
+    EXPECT_EQ(key->HasValue("after"), nullptr) << "a list that cannot be written writes nothing";
     EXPECT_FALSE(list.SaveToCollection(entries));
-    EXPECT_EQ(entries.Count(), 4);
+    EXPECT_EQ(entries.Count(), 2) << "and lists nothing";
 }
 
 }  // namespace

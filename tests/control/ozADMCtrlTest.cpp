@@ -6,6 +6,7 @@
 #include <string>
 
 #include "control/CADMCtrl.h"
+#include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMPolicy.h"
 #include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozSubKey.h"
@@ -96,6 +97,26 @@ TEST_F(ControlTest, PoliciesSurviveSaveAndLoad)
     EXPECT_NE(entries.Elements()[0].find("Colors"), std::string::npos) << entries.Elements()[0];
     EXPECT_TRUE(control.PolicyConfigures("MACHINE\\Network").IsEmpty()) << "a category";
     EXPECT_TRUE(control.PolicyConfigures("MACHINE\\Nowhere").IsEmpty());
+}
+
+// A required part left empty in an enabled policy refuses the save before anything is
+// written, naming the policy and the part.
+TEST_F(ControlTest, RequiredPartLeftEmptyRefusesTheSave)
+{
+    control.AddString(76, "%s|%s");
+    ASSERT_TRUE(control.SetADM(Template.c_str()));
+    control.DisplayMode(DisplayPolicies);
+    Enable("MACHINE\\Network\\Proxy server");
+    auto* proxy =
+        static_cast<ozADMPolicy*>(control.Code()->tree->FindNode("MACHINE\\Network\\Proxy server"));
+    static_cast<ozADMEditText*>(proxy->Controls().At(0))->Value("");
+    EXPECT_FALSE(control.SaveSelState());
+    EXPECT_FALSE(control.Save(user.Path(), machine.Path()));
+    EXPECT_EQ(Messages(),
+              "MACHINE\\Network\\Proxy server|Server name | "
+              "MACHINE\\Network\\Proxy server|Server name");
+    EXPECT_EQ(ozReadTestFile(user.Path()), "") << "nothing saved";
+    EXPECT_EQ(proxy->RegKey()->HasValue("UseProxy"), nullptr) << "nothing written";
 }
 
 TEST_F(ControlTest, SaveAfterFailedLoadAsksFirst)

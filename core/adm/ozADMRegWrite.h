@@ -1,0 +1,48 @@
+// One registry effect of a configured policy: a value set or deleted in a key, all values of a
+// key erased, or a key marked as written. A policy, its parts and its action lists describe
+// what they do to the registry once, as a list of these; saving applies the list to the
+// registry trees, and the queries (Configures) turn the same list into registry entries
+// without touching the trees.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/tree/CCollection.h"
+#include "ozADMValue.h"
+#include "platform/ozRegistryTypes.h"
+
+class ozADMRegEntry;
+class ozRegTree;
+class ozSubKey;
+
+struct ozADMRegWrite {
+    enum tWRITEKIND {
+        WriteValue,      // valueName gets value (a string as an expandable one when expand)
+        WriteEraseKey,   // every value of the key is removed (a list box of a disabled policy)
+        WriteInsertKey,  // the key is marked as written (a list box of an enabled policy)
+    };
+
+    tWRITEKIND kind = WriteValue;
+    ozSubKey* key = nullptr;  // not owned; lives in a registry tree
+    // Without key: the key at keyPath below root in tree, not there yet; applying the write
+    // creates it, listing it does not.
+    ozRegTree* tree = nullptr;
+    HKEY root{};
+    std::string keyPath;
+    std::string valueName;
+    ozADMValue value;
+    bool expand = false;
+};
+
+using ozADMRegWrites = std::vector<ozADMRegWrite>;
+
+// Applies writes to their keys in order, creating the keys and values they set. False at the
+// first write without key, with an empty value (which would leave a value without type behind) or
+// whose value cannot be written; the writes before it stay applied.
+bool ozApplyRegWrites(const ozADMRegWrites& writes);
+
+// Appends one registry entry per value write and per erased key to collection, which takes
+// them; a marked key lists nothing. Neither keys nor values are created. False at the first
+// write without key.
+bool ozListRegWrites(const ozADMRegWrites& writes, CCollection<ozADMRegEntry>& collection);

@@ -1,0 +1,193 @@
+// What a user sets comes back: every template (the corpus, our own, the examples) with every
+// policy enabled, then disabled, saved through each profile library and loaded again, gives
+// the same states and the same registry entries. The queries on the way change neither
+// registry tree, and no profile receives a value without type and data.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "control/CADMCtrl.h"
+#include "core/adm/ozADMPolicy.h"
+#include "core/adm/tTreeCodeHandle.h"
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "tests/support/ozRecordingHostUI.h"
+#include "tests/support/ozTemplateLoad.h"
+#include "tests/support/ozTestFiles.h"
+#include "tests/support/ozTreeDescription.h"
+
+namespace {
+
+std::vector<std::string> Templates()
+{
+    std::vector<std::string> files;
+    auto addFolder = [&files](const std::string& folder) {
+        if (folder.empty() || !std::filesystem::is_directory(folder))
+            return;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+            std::string extension = entry.path().extension().string();
+            if (extension == ".adm" || extension == ".ADM")
+                files.push_back(entry.path().string());
+        }
+    };
+    addFolder(ozCorpusPath(""));
+    addFolder(ozSourcePath("tests/templates"));
+    addFolder(ozSourcePath("examples"));
+    return files;
+}
+
+void CollectPolicies(ozTreeNode* node, std::vector<ozADMPolicy*>& policies)
+{
+    for (; node != nullptr; node = node->Next()) {
+        if (static_cast<ozADMNode*>(node)->NodeType() == NodePolicy)
+            policies.push_back(static_cast<ozADMPolicy*>(node));
+        CollectPolicies(node->Down(), policies);
+    }
+}
+
+bool HasRequiredPart(const ozADMPolicy& policy)
+{
+    for (int i = 0; i < policy.Controls().Count(); ++i) {
+        if (policy.Controls().At(i)->Required())
+            return true;
+    }
+    return false;
+}
+
+// Values created but never written: neither deleted nor holding a type.
+bool CollectTypeless(ozTreeNode* node, void* context)
+{
+    auto* key = static_cast<ozRegKey*>(node);
+    if (key->Type() != KeySub)
+        return true;
+    const CCollection<ozRegValue>& values = static_cast<ozSubKey*>(key)->Values();
+    for (int i = 0; i < values.Count(); ++i) {
+        const ozRegValue* value = values.At(i);
+        if (!value->IsDelete() && value->Type() == RegNone && value->Size() == 0)
+            static_cast<std::vector<std::string>*>(context)->push_back(
+                static_cast<ozSubKey*>(key)->KeyPath() + "\\" + value->Name());
+    }
+    return true;
+}
+
+std::vector<std::string> BothTrees(ozADMTree& tree)
+{
+    std::vector<std::string> lines = ozDescribeRegistry(tree.UsrTree());
+    std::vector<std::string> machine = ozDescribeRegistry(tree.MacTree());
+    lines.insert(lines.end(), machine.begin(), machine.end());
+    return lines;
+}
+
+// The state letter ConfiguredPolicies gives and the entries PolicyConfigures lists, by path.
+std::map<std::string, std::vector<std::string>> Configured(const CADMCtrl& control)
+{
+    std::map<std::string, std::vector<std::string>> configured;
+    ozStringArray policies = control.ConfiguredPolicies();
+    for (const std::string& line : policies.Elements()) {
+        std::vector<std::string> entries =
+            control.PolicyConfigures(line.substr(2).c_str()).Elements();
+        entries.insert(entries.begin(), line.substr(0, 1));
+        configured[line.substr(2)] = entries;
+    }
+    return configured;
+}
+
+TEST(PolicyRoundTripTest, EveryTemplateEnabledAndDisabledThroughEveryLibrary)
+{
+    const std::string libraries[] = {ozPlatformPath(OZ_OZP_LIBRARY), ozPlatformPath(OZ_POL_LIBRARY),
+                                     ozPlatformPath(OZ_REG_LIBRARY)};
+    ozTestFile user("round-trip-user");
+    ozTestFile machine("round-trip-machine");
+    for (const std::string& file : Templates()) {
+        for (const std::string& library : libraries) {
+            for (tPOLICYSTATE state : {PolicyEnabled, PolicyDisabled}) {
+                SCOPED_TRACE(file + " through " + library + " state " + std::to_string(state));
+                ozRecordingHostUI ui;
+                CADMCtrl control{ui};
+                ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
+                if (!control.SetADM(file.c_str()))
+                    break;  // the damaged template of the corpus
+                control.ozImpExLibrary(library);
+                control.DisplayMode(DisplayPolicies);
+                std::vector<ozADMPolicy*> policies;
+                CollectPolicies(control.Code()->tree->Down(), policies);
+                for (ozADMPolicy* policy : policies) {
+                    if (state == PolicyDisabled || !HasRequiredPart(*policy))
+                        policy->State(state);
+                }
+                std::vector<std::string> trees = BothTrees(*control.Code()->tree);
+                Configured(control);
+                EXPECT_EQ(ozFirstDifference(trees, BothTrees(*control.Code()->tree)), "")
+                    << "the queries changed the registry trees";
+                ASSERT_TRUE(control.SaveSelState());
+                // Listed once the keys are in the trees, with their spelling there.
+                auto expected = Configured(control);
+                std::vector<std::string> typeless;
+                control.Code()->tree->UsrTree().Execute(CollectTypeless, &typeless);
+                control.Code()->tree->MacTree().Execute(CollectTypeless, &typeless);
+                EXPECT_TRUE(typeless.empty()) << typeless.size() << " such as " << typeless[0];
+                // A policy that writes nothing (only text parts, or a list left empty) has
+                // nothing to come back from.
+                for (auto it = expected.begin(); it != expected.end();)
+                    it = it->second.size() == 1 ? expected.erase(it) : std::next(it);
+                ASSERT_TRUE(control.Save(user.Path(), machine.Path()));
+
+                control.Cleanup();
+                ASSERT_TRUE(control.SetADM(file.c_str()));
+                ASSERT_TRUE(control.Load(user.Path(), machine.Path()));
+                auto loaded = Configured(control);
+                int lost = 0;
+                std::string firstLost;
+                for (const auto& [path, entries] : expected) {
+                    if (loaded[path] != entries && lost++ == 0)
+                        firstLost = path + ": " + entries[0] + " " +
+                                    (entries.size() > 1 ? entries[1] : "") + " came back " +
+                                    (loaded[path].empty() ? "not configured" : loaded[path][0]);
+                }
+                EXPECT_EQ(lost, 0) << "of " << expected.size() << ", first " << firstLost;
+            }
+        }
+    }
+}
+
+// A policy with a value name and neither VALUEON nor VALUEOFF: enabled writes the number 1,
+// disabled deletes the value, and both read back so.
+TEST(PolicyRoundTripTest, ValueNameAloneMeansOneOrDeleted)
+{
+    const std::string file = ozSourcePath("tests/templates/value-name-only.adm");
+    ozRecordingHostUI ui;
+    CADMCtrl control{ui};
+    ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
+    ASSERT_TRUE(control.SetADM(file.c_str()));
+    control.ozImpExLibrary(ozPlatformPath(OZ_POL_LIBRARY));
+    control.DisplayMode(DisplayPolicies);
+    auto policy = [&control](const char* name) {
+        std::string path = std::string("USER\\Explorer\\") + name;
+        return static_cast<ozADMPolicy*>(control.Code()->tree->FindNode(path.c_str()));
+    };
+    policy("Remove Run")->State(PolicyEnabled);
+    policy("Remove Shut Down")->State(PolicyDisabled);
+    ozTestFile user("value-name-only-user.pol");
+    ozTestFile machine("value-name-only-machine.pol");
+    ASSERT_TRUE(control.SaveSelState());
+    ASSERT_TRUE(control.Save(user.Path(), machine.Path()));
+    std::string bytes = ozReadTestFile(user.Path());
+    // The value's name, its type REG_DWORD, its size 4 and the number 1, in the PReg layout.
+    const std::string dwordOne("\0\0;\0\4\0\0\0;\0\4\0\0\0;\0\1\0\0\0]\0", 22);
+    EXPECT_NE(bytes.find(ozUtf16Bytes(u"NoRun").substr(2) + dwordOne), std::string::npos);
+    EXPECT_NE(bytes.find(ozUtf16Bytes(u"**del.NoClose").substr(2)), std::string::npos);
+    EXPECT_EQ(bytes.find(ozUtf16Bytes(u"NoNetHood").substr(2)), std::string::npos);
+
+    control.Cleanup();
+    ASSERT_TRUE(control.SetADM(file.c_str()));
+    ASSERT_TRUE(control.Load(user.Path(), machine.Path()));
+    EXPECT_EQ(control.ConfiguredPolicies().Elements(),
+              (std::vector<std::string>{"+ USER\\Explorer\\Remove Run",
+                                        "- USER\\Explorer\\Remove Shut Down"}));
+}
+
+}  // namespace
