@@ -8,12 +8,6 @@
 #include "core/registry/ozSubKey.h"
 #include "ozGrammarActionFixture.h"
 
-#if defined(_WIN32)
-#include <windows.h>
-#else
-#include <dlfcn.h>
-#endif
-
 namespace {
 
 // The tree as text: each node's name, a category's or class's children in braces, a policy's
@@ -217,83 +211,6 @@ TEST_F(TreeBuildTest, MisplacedConstructs)
         EXPECT_EQ(c.action(0), 0);
         EXPECT_EQ(ozRecordedErrorCode(), c.number);
     }
-}
-
-// The engine looks the actions up by name in the module that links the loader.
-TEST(GrammarActionExportTest, EveryActionIsExportedUnderItsPlainName)
-{
-    const char* const names[] = {"PrepareCodeGeneration",
-                                 "GetCodeH",
-                                 "SetCodeH",
-                                 "DestroyCode",
-                                 "BeginClass",
-                                 "BeginCategory",
-                                 "EndCategory",
-                                 "BeginPolicy",
-                                 "PolicyValuename",
-                                 "PolicyValueOn",
-                                 "PolicyValueOff",
-                                 "PolicyActionlistOn",
-                                 "PolicyActionlistOff",
-                                 "PolicyExplain",
-                                 "PolicyClientExt",
-                                 "EndPolicy",
-                                 "CreateCheckbox",
-                                 "CreateNumeric",
-                                 "CreateEdittext",
-                                 "CreateCombobox",
-                                 "CreateText",
-                                 "CreateDropdown",
-                                 "CreateListbox",
-                                 "PartRequired",
-                                 "PartValuename",
-                                 "PartClientExt",
-                                 "EndPart",
-                                 "CheckboxChecked",
-                                 "CheckboxValueOn",
-                                 "CheckboxValueOff",
-                                 "CheckboxActionlistOn",
-                                 "CheckboxActionlistOff",
-                                 "NumericDefault",
-                                 "NumericMin",
-                                 "NumericMax",
-                                 "NumericSpin",
-                                 "NumericTxtconvert",
-                                 "ComboboxDefault",
-                                 "ComboboxMaxlen",
-                                 "ComboboxExpandable",
-                                 "ComboboxSuggestion",
-                                 "ComboboxNosort",
-                                 "DropdownAddItem",
-                                 "DropdownNosort",
-                                 "DropdownSetSel",
-                                 "ListboxValueprefix",
-                                 "ListboxExplicit",
-                                 "ListboxAdditive",
-                                 "SetKeyname",
-                                 "ValueNumeric",
-                                 "ValueString",
-                                 "ValueDelete",
-                                 "BeginActionlist",
-                                 "EndActionlist",
-                                 "ActionlistValue",
-                                 "SaveString",
-                                 "SaveMorphString",
-                                 "SaveStringFromName"};
-#if defined(_WIN32)
-    HMODULE module = GetModuleHandleA(nullptr);
-    auto find = [module](const char* name) {
-        return reinterpret_cast<void*>(GetProcAddress(module, name));
-    };
-#else
-    void* module = dlopen(nullptr, RTLD_NOW);
-    auto find = [module](const char* name) { return dlsym(module, name); };
-#endif
-    for (const char* name : names)
-        EXPECT_NE(find(name), nullptr) << name << " is not exported";
-#if !defined(_WIN32)
-    dlclose(module);
-#endif
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-// The [strings] section of a template read from its file, narrow and UTF-16, on both builds.
+// The [strings] section reader's failures: a file that cannot be opened, a template without the
+// section.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -20,29 +21,6 @@ protected:
     std::string path = file.Path();
     ozStringTable table;
 };
-
-TEST_F(StringsSectionTest, NarrowTemplate)
-{
-    Write(
-        "CLASS MACHINE\r\n\r\n[Strings]\r\ncat=Category\r\nQuoted=\"a \"\"b\"\"\"\r\n"
-        "Long=one \\\r\ntwo\r\n; a comment\r\n[other]\r\nx=y\r\n");
-    int error = 0;
-    ASSERT_TRUE(ozReadStringsSection(path.c_str(), table, &error));
-    EXPECT_STREQ(table.Find("CAT"), "Category");
-    EXPECT_STREQ(table.Find("QUOTED"), "a \"\"b\"\"");
-    EXPECT_STREQ(table.Find("LONG"), "one two");
-    EXPECT_EQ(table.Find("X"), nullptr);
-    EXPECT_EQ(table.Count(), 3u);
-}
-
-TEST_F(StringsSectionTest, Utf16TemplateIsReadWideAndNarrowed)
-{
-    Write(ozUtf16Bytes(u"CLASS USER\r\n[strings]\r\nName=Gr\u00FC\u00DFe\r\nPlain=text\r\n"));
-    ASSERT_TRUE(ozReadStringsSection(path.c_str(), table, nullptr));
-    const WCHAR greeting[] = {'G', 'r', 0x00FC, 0x00DF, 'e'};
-    EXPECT_EQ(std::string(table.Find("NAME")), ozNarrowText(greeting, 5));
-    EXPECT_STREQ(table.Find("PLAIN"), "text");
-}
 
 TEST_F(StringsSectionTest, MissingFileAndSection)
 {

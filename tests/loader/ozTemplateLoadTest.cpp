@@ -107,31 +107,6 @@ TEST_F(TemplateLoadTest, PartsAndSettingsRealTemplatesSeldomUse)
     EXPECT_EQ(number->Value(), 3u) << "the part starts with its default";
 }
 
-TEST_F(TemplateLoadTest, StringsSectionRules)
-{
-    ASSERT_TRUE(
-        Load("CLASS MACHINE\nCATEGORY !!cat KEYNAME k\n"
-             " POLICY !!Continued VALUENAME v END POLICY\n"
-             " POLICY !!QUOTE END POLICY\n"
-             " POLICY !!Bare END POLICY\n"
-             " POLICY !!Twice END POLICY\n"
-             "END CATEGORY\n"
-             "[Strings]\n"
-             "Cat=\"Category\"\n"
-             "continued=first \\\n"
-             "second=part\n"
-             "quote=\"\"\n"
-             "bare=abc\"\n"
-             "twice=one\n"
-             "TWICE=two\n"))
-        << load.Message();
-    EXPECT_NE(Policy("MACHINE\\Category\\first second=part"), nullptr)
-        << "a trailing backslash continues with the whole next line";
-    EXPECT_NE(Policy("MACHINE\\Category\\\""), nullptr) << "two quotes give one";
-    EXPECT_NE(Policy("MACHINE\\Category\\abc\""), nullptr) << "no leading quote keeps it";
-    EXPECT_NE(Policy("MACHINE\\Category\\one"), nullptr) << "the first definition wins";
-}
-
 TEST_F(TemplateLoadTest, SecondTemplateMergesAndKeepsEarlierStrings)
 {
     ASSERT_TRUE(

@@ -20,15 +20,6 @@ protected:
     void SetUp() override { g_destroyed.clear(); }
 };
 
-TEST_F(CollectionTest, HashIsDjb2OverSignedBytesModulo101)
-{
-    // 5381 * 33 + 'a' = 177670; 177670 % 101 = 11
-    EXPECT_EQ(CCollection<Element>::Hash("a"), 177670u % 101);
-    EXPECT_EQ(CCollection<Element>::Hash(""), 5381u % 101);
-    // A byte above 127 counts as negative: 5381 * 33 - 1 for "\xff".
-    EXPECT_EQ(CCollection<Element>::Hash("\xff"), (5381u * 33u - 1u) % 101);
-}
-
 TEST_F(CollectionTest, KeepsInsertionOrderAndFindsNamesExactly)
 {
     CCollection<Element> collection;
