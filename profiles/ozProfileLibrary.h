@@ -1,5 +1,10 @@
 // The four entry points every profile library exports, by these names, for the control to
 // find at run time. Objects are created and destroyed only inside the library.
+//
+// Every library treats a null or empty file name as "no file for this profile": the importer
+// reads nothing and succeeds (the control always reads the user profile first, so a machine
+// profile is read alone after an empty user name), and the exporter writes no file for that
+// profile, passes its tree's keys over and succeeds.
 #pragma once
 
 #include "core/registry/ozRegExport.h"

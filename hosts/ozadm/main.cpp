@@ -32,6 +32,8 @@ void PrintHelp(std::ostream& out)
         std::string name = command.name;
         out << "  " << name << std::string(12 - name.size(), ' ') << command.summary << '\n';
     }
+    out << "\nThe commands that read or write profiles name them with --user, --machine, "
+           "--profile\nor --gpo DIR (a group-policy folder).\n";
     out << "\n\"ozadm COMMAND --help\" describes a command and its options; docs/cli.md has "
            "everything.\n";
 }

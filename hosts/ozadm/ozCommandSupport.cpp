@@ -2,8 +2,10 @@
 
 #include <filesystem>
 #include <iostream>
+#include <optional>
 
 #include "control/CADMCtrl.h"
+#include "ozGroupPolicyFolder.h"
 #include "ozHostSession.h"
 
 std::string ozProfileFiles::UserTarget() const
@@ -47,15 +49,29 @@ void ozReadCommandLine(
             line.profiles.saveMachine = ozOptionValue(args, i);
         } else if (withProfiles && arg == "--save-profile") {
             line.profiles.saveBoth = ozOptionValue(args, i);
+        } else if (withProfiles && arg == "--gpo") {
+            line.profiles.gpo = ozOptionValue(args, i);
         } else if (!extra || !extra(args, i)) {
             throw ozUsageError("unknown option " + arg);
         }
     }
-    const ozProfileFiles& files = line.profiles;
+    ozProfileFiles& files = line.profiles;
     if (!files.both.empty() && (!files.user.empty() || !files.machine.empty()))
         throw ozUsageError(
             "--profile names one file for both profiles; give it or --user and "
             "--machine, not both");
+    if (files.gpo.empty())
+        return;
+    if (!files.user.empty() || !files.machine.empty() || !files.both.empty() ||
+        !files.saveBoth.empty())
+        throw ozUsageError(
+            "--gpo names both profiles; give it or --user, --machine and --profile, not both");
+    if (!line.host.library.empty() && line.host.library != ozLibraryName("pol"))
+        throw ozUsageError("--gpo reads Registry.pol files; it takes no other --library");
+    line.host.library = ozLibraryName("pol");
+    ozGroupPolicyFolder folder(files.gpo);
+    files.user = folder.UserFile();
+    files.machine = folder.MachineFile();
 }
 
 const char* ozProfileOptionsHelp()
@@ -67,6 +83,9 @@ const char* ozProfileOptionsHelp()
   --save-user FILE      where to save the user profile (default: the --user file)
   --save-machine FILE   where to save the machine profile (default: the --machine file)
   --save-profile FILE   save both profiles into one file (default: the --profile file)
+  --gpo DIR             a group-policy folder: DIR/Machine/Registry.pol and
+                        DIR/User/Registry.pol (names in any case); a save raises the
+                        versions in DIR/GPT.INI. Chooses the pol library.
 )";
 }
 
@@ -96,8 +115,17 @@ bool ozLoadProfiles(CADMCtrl& control, const ozProfileFiles& files, bool skipMis
 {
     std::string user = files.both.empty() ? files.user : files.both;
     std::string machine = files.both.empty() ? files.machine : "";
+    std::error_code error;
+    if (!files.gpo.empty() && !std::filesystem::is_directory(files.gpo, error)) {
+        err << "ozadm: the group-policy folder " << files.gpo << " does not exist\n";
+        return false;
+    }
     for (std::string* name : {&user, &machine})
         if (!name->empty() && !Exists(*name)) {
+            if (!files.gpo.empty()) {
+                name->clear();  // an empty profile: the folder holds no file for it
+                continue;
+            }
             if (!skipMissing) {
                 err << "ozadm: the profile " << *name << " does not exist\n";
                 return false;
@@ -107,9 +135,8 @@ bool ozLoadProfiles(CADMCtrl& control, const ozProfileFiles& files, bool skipMis
         }
     if (user.empty() && machine.empty())
         return true;
-    // The first file is read as the user profile, the second as the machine profile.
-    bool loaded = user.empty() ? control.Load(machine.c_str(), "")
-                               : control.Load(user.c_str(), machine.c_str());
+    // An empty user name reads no user profile: every library treats it so.
+    bool loaded = control.Load(user.c_str(), machine.c_str());
     if (!loaded)
         err << "ozadm: the profiles cannot be loaded\n";
     return loaded;
@@ -125,8 +152,13 @@ bool ozSaveProfiles(CADMCtrl& control, const ozProfileFiles& files, std::ostream
                "--save- options\n";
         return false;
     }
+    std::optional<ozGroupPolicyFolder> folder;
+    if (!files.gpo.empty() && !folder.emplace(files.gpo).BeforeSave(user, machine, err))
+        return false;
     if (!control.Save(user.c_str(), machine.c_str())) {
         err << "ozadm: the profiles cannot be saved\n";
+        if (folder)
+            folder->SaveFailed();
         return false;
     }
     if (user == machine) {
@@ -137,7 +169,7 @@ bool ozSaveProfiles(CADMCtrl& control, const ozProfileFiles& files, std::ostream
         if (!user.empty())
             out << "saved the user profile to " << user << '\n';
     }
-    return true;
+    return !folder || folder->AfterSave(out, err);
 }
 
 int ozUsageFailure(const std::string& command, const std::string& message, std::ostream& err)

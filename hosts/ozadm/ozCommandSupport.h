@@ -13,9 +13,12 @@
 class CADMCtrl;
 
 // The profiles a command loads first and saves at the end. One file may hold both profiles
-// (--profile); otherwise the user and the machine profile are files of their own.
+// (--profile); otherwise the user and the machine profile are files of their own, and either
+// may be left out: only the profiles named are read and written. A group-policy folder (--gpo)
+// names both files, its Registry.pol files (ozGroupPolicyFolder).
 struct ozProfileFiles {
     std::string user, machine, both;
+    std::string gpo;  // the group-policy folder; user and machine are then its files
     std::string saveUser, saveMachine, saveBoth;
 
     bool AnyToLoad() const { return !user.empty() || !machine.empty() || !both.empty(); }
@@ -36,7 +39,8 @@ struct ozCommandLine {
 // Reads args into line: the common options, the profile options when withProfiles, --json
 // when withJson, --help, and whatever `extra` takes (it returns false for an argument it does
 // not know, advancing i over the values it takes). Arguments not starting with "--" are
-// positional. Throws ozUsageError for an unknown option or a missing value.
+// positional. --gpo fills in the user and machine files and chooses the Registry.pol library.
+// Throws ozUsageError for an unknown option, a missing value or options that exclude each other.
 void ozReadCommandLine(
     const std::vector<std::string>& args, ozCommandLine& line, bool withProfiles, bool withJson,
     const std::function<bool(const std::vector<std::string>&, std::size_t&)>& extra = nullptr);
@@ -61,12 +65,16 @@ int ozReadCommand(
 // Adds every template to the control (SetADM); false at the first that fails.
 bool ozLoadTemplates(CADMCtrl& control, const std::vector<std::string>& templates,
                      std::ostream& err);
-// Loads the profiles named. With skipMissing, a file that does not exist yet is passed over
-// (saying so on err), as a command that creates profiles needs. False when the load fails.
+// Loads the profiles named, each as its own profile. With skipMissing, a file that does not
+// exist yet is passed over (saying so on err), as a command that creates profiles needs; a
+// group-policy folder's missing files are always passed over, silently. False when the load
+// fails.
 bool ozLoadProfiles(CADMCtrl& control, const ozProfileFiles& files, bool skipMissing,
                     std::ostream& err);
 // Saves the profiles to their targets; false (told on err) when no target is named or the
-// save fails. On success tells out which files were written.
+// save fails. On success tells out which files were written. With a group-policy folder, its
+// missing Machine and User folders are created and GPT.INI's versions raised as
+// ozGroupPolicyFolder says.
 bool ozSaveProfiles(CADMCtrl& control, const ozProfileFiles& files, std::ostream& out,
                     std::ostream& err);
 

@@ -39,9 +39,10 @@ Reads profiles through one profile library and writes them through another.
                         (default: from the input file's extension)
   --to LIB              the library writing the output (default: from the output's extension)
 
-Name the input with --user/--machine/--profile and the output with --save-user/--save-machine/
---save-profile. Registry.pol files hold one profile each: give --user and --machine (and the
-matching --save- options) for them.)";
+Name the input with --user/--machine/--profile/--gpo and the output with --save-user/
+--save-machine/--save-profile; only the profiles named are read and written. A Registry.pol
+file holds one profile: name it with --user or --machine and its output with the matching
+--save- option.)";
 
 bool ReadRoot(const std::string& text, unsigned int& root)
 {
@@ -102,8 +103,8 @@ int ozImportCommand(const ozCommandArgs& args)
                                   rootText + "\"",
                               std::cerr);
     if (line.profiles.UserTarget().empty() && line.profiles.MachineTarget().empty())
-        return ozUsageFailure("import", "name the profiles to save (--user, --machine, --profile)",
-                              std::cerr);
+        return ozUsageFailure(
+            "import", "name the profiles to save (--user, --machine, --profile, --gpo)", std::cerr);
 #if !defined(_WIN32)
     const char* folder =
         !line.host.registry.empty() ? line.host.registry.c_str() : std::getenv("OZADM_REGISTRY");
@@ -150,8 +151,8 @@ int ozConvertCommand(const ozCommandArgs& args)
         return status;
     const ozProfileFiles& files = line.profiles;
     if (!files.AnyToLoad())
-        return ozUsageFailure("convert", "name the input with --user, --machine or --profile",
-                              std::cerr);
+        return ozUsageFailure(
+            "convert", "name the input with --user, --machine, --profile or --gpo", std::cerr);
     if (files.saveUser.empty() && files.saveMachine.empty() && files.saveBoth.empty())
         return ozUsageFailure("convert",
                               "name the output with --save-user, --save-machine or "
@@ -162,9 +163,14 @@ int ozConvertCommand(const ozCommandArgs& args)
                                           : ozLibraryForFile(!files.both.empty()   ? files.both
                                                              : !files.user.empty() ? files.user
                                                                                    : files.machine);
+    // Only the --save- files: the input is never written over in another format.
+    ozProfileFiles output;
+    output.saveUser = files.saveUser;
+    output.saveMachine = files.saveMachine;
+    output.saveBoth = files.saveBoth;
     if (to.empty())
-        to = ozLibraryForFile(files.UserTarget().empty() ? files.MachineTarget()
-                                                         : files.UserTarget());
+        to = ozLibraryForFile(output.UserTarget().empty() ? output.MachineTarget()
+                                                          : output.UserTarget());
     if (from.empty() || to.empty())
         return ozUsageFailure("convert",
                               "name the libraries with --from and --to (the file "
@@ -177,10 +183,5 @@ int ozConvertCommand(const ozCommandArgs& args)
         !ozLoadProfiles(control, files, false, std::cerr))
         return 1;
     control.ozImpExLibrary(ozLibraryName(to));
-    // Only the --save- files: the input is never written over in another format.
-    ozProfileFiles output;
-    output.saveUser = files.saveUser;
-    output.saveMachine = files.saveMachine;
-    output.saveBoth = files.saveBoth;
     return ozSaveProfiles(control, output, std::cout, std::cerr) ? 0 : 1;
 }

@@ -181,8 +181,8 @@ int ozSetCommand(const ozCommandArgs& args)
                 std::cerr);
     }
     if (line.profiles.UserTarget().empty() && line.profiles.MachineTarget().empty())
-        return ozUsageFailure("set", "name the profiles to save (--user, --machine, --profile)",
-                              std::cerr);
+        return ozUsageFailure(
+            "set", "name the profiles to save (--user, --machine, --profile, --gpo)", std::cerr);
     ozHostSession session(line.host, std::cerr);
     CADMCtrl& control = session.Control();
     // Policy edits reach the registry trees from the policy view only.

@@ -64,6 +64,10 @@ bool ozOZPImporter::Import(const char* file)
 {
     m_lastError.clear();
     std::string name = file != nullptr ? file : "";
+    // No file named: the control reads the user profile first, also when only a machine
+    // profile is to be read.
+    if (name.empty())
+        return true;
     if (CodeHandle() == nullptr)
         return Fail(name, 0, "no registry trees to read into");
     std::ifstream in(name, std::ios::binary);

@@ -13,7 +13,8 @@ class ozOZPImporter : public ozRegImport {
 public:
     // Both read a whole profile file. False, with a message naming the file and line on the
     // standard error stream and in LastError(), for a file that cannot be read or is not a
-    // profile of a version this library reads; what was read before the error stays.
+    // profile of a version this library reads; what was read before the error stays. A null
+    // or empty file name reads nothing and succeeds.
     bool ImportUserProfile(const char* file) override;
     bool ImportMachineProfile(const char* file) override;
 

@@ -19,9 +19,8 @@ public:
     ozPolExport();
     ~ozPolExport();
 
-    // A null or empty file name leaves the machine side unwritten: its keys are skipped.
+    // A null or empty file name leaves that side unwritten: its keys are passed over.
     bool BeginMachineProfile(const char* file) override;
-    // The user side needs a file name.
     bool BeginUserProfile(const char* file) override;
     bool ExportKey(ozSubKey* key) override;
     // Commits every side begun so far (machine first). False when a side failed before or
@@ -40,7 +39,7 @@ private:
     bool Begin(const char* file, unsigned int root);
     bool Fail(const std::string& file, const std::string& what);
 
-    // The side being written (null while none is, or when the machine side has no file).
+    // The side being written (null while none is, or when the side has no file).
     ozReplacementFile* m_current = nullptr;
     unsigned int m_currentRoot = 0;
     std::unique_ptr<ozReplacementFile> m_machine;

@@ -65,9 +65,10 @@ bool ozPolImport::Apply(unsigned int root, const ozPolSetting& setting)
 
 bool ozPolImport::Import(const char* file, unsigned int root)
 {
+    // No file named: the control reads the user profile first, also when only a machine
+    // profile is to be read.
     if (file == nullptr || *file == '\0')
-        return Fail(root == kUserRoot ? "no file is named for the user profile"
-                                      : "no file is named for the machine profile");
+        return true;
     try {
         std::string bytes;
         std::string readError;

@@ -16,7 +16,7 @@ public:
     ozPolImport();
     ~ozPolImport() override;
 
-    // False for a null or empty file name.
+    // A null or empty file name reads nothing and succeeds.
     bool ImportUserProfile(const char* file) override;
     bool ImportMachineProfile(const char* file) override;
 

@@ -16,8 +16,7 @@ bool ozRegREGExport::BeginMachineProfile(const char* file)
         return Fail("the machine profile is begun twice");
     m_stage = Stage::Machine;
     std::string problem;
-    m_machineIntoUserFile = file == nullptr || *file == '\0';
-    if (!m_machineIntoUserFile && !m_machineFile.Open(file, problem))
+    if (file != nullptr && *file != '\0' && !m_machineFile.Open(file, problem))
         return Fail(problem);
     return true;
 }
@@ -28,16 +27,15 @@ bool ozRegREGExport::BeginUserProfile(const char* file)
         return Fail("the user profile is begun before the machine profile");
     m_stage = Stage::User;
     if (file == nullptr || *file == '\0')
-        return Fail("no file named for the user profile");
-    if (!m_machineIntoUserFile && m_machineFile.Path() == file) {
+        return true;
+    if (m_machineFile.IsOpen() && m_machineFile.Path() == file) {
         // One file for both: the machine keys already written stay at its beginning.
         m_oneFile = true;
         return true;
     }
     std::string problem;
-    if (!m_userFile.Open(file, problem) || !m_userFile.Write(m_heldMachineText, problem))
+    if (!m_userFile.Open(file, problem))
         return Fail(problem);
-    m_heldMachineText.clear();
     return true;
 }
 
@@ -45,22 +43,16 @@ bool ozRegREGExport::ExportKey(ozSubKey* key)
 {
     if (key == nullptr)
         return Fail("no key to write");
+    if (m_stage != Stage::Machine && m_stage != Stage::User)
+        return Fail("a key is written while no file is open");
+    ozRegOutputFile& file = m_stage == Stage::Machine ? m_machineFile : UserFile();
+    if (!file.IsOpen())
+        return true;  // a profile without file passes its keys over
     ozWideString text;
     std::string problem;
     if (!ozRegFormatKey(*key, text, problem))
         return Fail(problem);
-    switch (m_stage) {
-        case Stage::Machine:
-            if (m_machineIntoUserFile) {
-                m_heldMachineText += text;
-                return true;
-            }
-            return m_machineFile.Write(text, problem) || Fail(problem);
-        case Stage::User:
-            return UserFile().Write(text, problem) || Fail(problem);
-        default:
-            return Fail("a key is written while no file is open");
-    }
+    return file.Write(text, problem) || Fail(problem);
 }
 
 bool ozRegREGExport::Flush()

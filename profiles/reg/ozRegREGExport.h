@@ -1,7 +1,7 @@
 // The exporter of .reg files: the machine tree goes to the machine file, the user tree to the
-// user file, each a version 5.00 file with a section per key. Without a machine file name (or
-// with the user file's name) the machine keys go into the user file, where their key sections
-// still name their predefined keys. Each file is written beside its target and both are moved
+// user file, each a version 5.00 file with a section per key. The same name for both writes
+// both trees into one file, where the key sections still name their predefined keys; a profile
+// without a file name is not written. Each file is written beside its target and both are moved
 // into place only when the save is complete, by Flush or by the library's DestroyExportObject;
 // after a failed step nothing is moved, so a failed save changes no file.
 #pragma once
@@ -20,11 +20,11 @@ public:
     ozRegREGExport(const ozRegREGExport&) = delete;
     ozRegREGExport& operator=(const ozRegREGExport&) = delete;
 
-    // Starts the machine file; null or "" keeps the machine keys for the user file. False,
-    // with a message, when the file cannot be created.
+    // Starts the machine file; null or "" writes no machine file (its keys are passed over).
+    // False, with a message, when the file cannot be created.
     bool BeginMachineProfile(const char* file) override;
-    // Starts the user file (the machine file's name continues the machine file). False, with
-    // a message, without a file name, or when the file cannot be created.
+    // Starts the user file (the machine file's name continues the machine file; null or ""
+    // writes no user file). False, with a message, when the file cannot be created.
     bool BeginUserProfile(const char* file) override;
     // Writes the key and its values to the current file. False, with a message, before any
     // Begin call, or when the key cannot be written (see ozRegFormatKey) or the write fails.
@@ -43,9 +43,6 @@ private:
     Stage m_stage = Stage::None;
     ozRegOutputFile m_machineFile;
     ozRegOutputFile m_userFile;
-    // The machine keys held for the user file when no machine file is named.
-    bool m_machineIntoUserFile = false;
-    ozWideString m_heldMachineText;
     // The user file is the machine file.
     bool m_oneFile = false;
     bool m_failed = false;

@@ -39,10 +39,10 @@ bool ozRegREGImport::ImportMachineProfile(const char* file)
 
 bool ozRegREGImport::Import(const char* file)
 {
-    if (file == nullptr || *file == '\0') {
-        ozRegReport("no file named to read");
-        return false;
-    }
+    // No file named: the control reads the user profile first, also when only a machine
+    // profile is to be read.
+    if (file == nullptr || *file == '\0')
+        return true;
     if (CodeHandle() == nullptr) {
         ozRegReport(std::string(file) + ": no model to read into");
         return false;

@@ -18,7 +18,8 @@ public:
 
     // Both read `file` into the trees of the code object. False for a missing code object, a
     // file that cannot be read or a malformed statement; the message (on the standard error
-    // stream) names the file and line. Keys and values read before a failure stay.
+    // stream) names the file and line. Keys and values read before a failure stay. A null or
+    // empty file name reads nothing and succeeds.
     bool ImportUserProfile(const char* file) override;
     bool ImportMachineProfile(const char* file) override;
 

@@ -133,6 +133,88 @@ TEST_F(OzadmCommands, ConvertsThroughRegFilesAndBack)
     EXPECT_EQ(Run("convert --profile example.ozp --save-profile out.txt"), 2);
 }
 
+// A profile named alone is read and written as that profile, in every library: edits in place
+// keep what the file held, and a conversion carries it over under its own class.
+TEST_F(OzadmCommands, AProfileNamedAloneStaysThatProfile)
+{
+    const char* const security = "'MACHINE\\Browser\\Security level'";
+    const char* const wallpaper = "'USER\\Appearance\\Wallpaper'";
+    const struct {
+        const char *side, *from, *to;
+    } cases[] = {{"machine", "pol", "ozp"}, {"user", "pol", "reg"},    {"machine", "ozp", "pol"},
+                 {"user", "ozp", "pol"},    {"machine", "reg", "ozp"}, {"user", "reg", "ozp"}};
+    for (const auto& c : cases) {
+        bool machine = std::string(c.side) == "machine";
+        std::string file = std::string(c.side) + "." + c.from;
+        std::string option = std::string(" --library ") + c.from + " --" + c.side + " " + file;
+        std::string first = machine ? kProxy : wallpaper;
+        std::string expected =
+            machine ? "+ MACHINE\\Browser\\Proxy server\n+ MACHINE\\Browser\\Security level\n"
+                    : "+ USER\\Appearance\\Wallpaper\n";
+        SCOPED_TRACE(file + " to " + c.to);
+        ASSERT_EQ(Run("set example.adm" + option + " --state " + first + " enabled"), 0) << err;
+        EXPECT_EQ(out, "saved the " + std::string(c.side) + " profile to " + file + "\n");
+        if (machine) {
+            ASSERT_EQ(Run("set example.adm" + option + " --state " + security + " enabled"), 0)
+                << err;
+        }
+        ASSERT_EQ(Run("configured example.adm" + option), 0) << err;
+        EXPECT_EQ(out, expected);
+        std::string converted = std::string(c.side) + "-converted." + c.to;
+        ASSERT_EQ(Run("convert" + option + " --save-" + c.side + " " + converted), 0) << err;
+        ASSERT_EQ(Run("configured example.adm --library " + std::string(c.to) + " --" + c.side +
+                      " " + converted),
+                  0)
+            << err;
+        EXPECT_EQ(out, expected);
+    }
+}
+
+// --gpo: the folder's two Registry.pol files, found in any case, missing ones created; a save
+// raises GPT.INI's version of each file it changed and keeps the rest of GPT.INI.
+TEST_F(OzadmCommands, GroupPolicyFolder)
+{
+    fs::create_directories(m_folder / "gpo" / "MACHINE");
+    fs::create_directories(m_folder / "gpo" / "user");
+    std::ofstream(m_folder / "gpo" / "user" / "REGISTRY.POL", std::ios::binary)
+        << std::string("PReg\1\0\0\0", 8);
+    auto writeGpt = [&](const std::string& text) {
+        std::ofstream(m_folder / "gpo" / "gpt.ini", std::ios::binary) << text;
+    };
+    writeGpt("[General]\r\nVersion=65538\r\ndisplayName=Example\r\n");
+    const std::string wallpaper = " --state 'USER\\Appearance\\Wallpaper' enabled";
+    const struct {
+        std::string edit;
+        const char* gpt;
+    } edits[] = {
+        {std::string(" --state ") + kProxy + " enabled", "Version=65539\r\n"},
+        {wallpaper, "Version=131075\r\n"},
+        {wallpaper, "Version=131075\r\n"},  // nothing changed
+    };
+    for (const auto& edit : edits) {
+        ASSERT_EQ(Run("set example.adm --gpo gpo" + edit.edit), 0) << err;
+        EXPECT_EQ(Read("gpo/gpt.ini"),
+                  "[General]\r\n" + std::string(edit.gpt) + "displayName=Example\r\n");
+    }
+    EXPECT_TRUE(fs::exists(m_folder / "gpo/MACHINE/Registry.pol"));
+    EXPECT_FALSE(fs::exists(m_folder / "gpo/User"));
+    ASSERT_EQ(Run("configured example.adm --gpo gpo"), 0) << err;
+    EXPECT_EQ(out, "+ MACHINE\\Browser\\Proxy server\n+ USER\\Appearance\\Wallpaper\n");
+
+    // A GPT.INI whose version cannot be raised stops the save before it changes anything;
+    // a folder without files reads as empty profiles.
+    writeGpt("[General]\nVersion=x\n");
+    std::string machinePol = Read("gpo/MACHINE/Registry.pol");
+    EXPECT_EQ(Run("set example.adm --gpo gpo --state " + std::string(kProxy) + " disabled"), 1);
+    EXPECT_NE(err.find("gpt.ini: the Version line"), std::string::npos) << err;
+    EXPECT_EQ(Read("gpo/MACHINE/Registry.pol"), machinePol);
+    fs::create_directories(m_folder / "empty");
+    ASSERT_EQ(Run("configured example.adm --gpo empty"), 0) << err;
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(Run("show example.adm --gpo nowhere"), 1);
+    EXPECT_EQ(Run("show example.adm --gpo gpo --library ozp"), 2);
+}
+
 TEST_F(OzadmCommands, ImportsKeysFromAHiveFolder)
 {
     fs::create_directories(m_folder / "registry");
