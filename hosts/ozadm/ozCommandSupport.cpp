@@ -5,8 +5,49 @@
 #include <optional>
 
 #include "control/CADMCtrl.h"
+#include "core/adm/ozADMTree.h"
+#include "core/adm/tTreeCodeHandle.h"
+#include "core/registry/ozSubKey.h"
 #include "ozGroupPolicyFolder.h"
 #include "ozHostSession.h"
+
+namespace {
+
+// A key that a save would write something for: values, or all of its values erased, or the
+// key itself to be saved.
+bool HoldsSettings(ozTreeNode* node)
+{
+    if (static_cast<ozRegKey*>(node)->Type() != KeySub)
+        return false;
+    const auto* key = static_cast<ozSubKey*>(node);
+    return key->Values().Count() > 0 || key->Op() == 'E' || key->Save();
+}
+
+// A profile left without a file must hold nothing to save: settings a profile file brought
+// into the other tree (an .ozp or .reg file holds keys of both) or edits of the other class
+// would otherwise be dropped without a word.
+bool NothingLeftUnsaved(CADMCtrl& control, const std::string& user, const std::string& machine,
+                        std::ostream& err)
+{
+    if ((!user.empty() && !machine.empty()) || control.Code() == nullptr)
+        return true;
+    if (!control.SaveSelState()) {
+        err << "ozadm: the policy settings cannot be written into the registry trees\n";
+        return false;
+    }
+    ozADMTree& tree = *control.Code()->tree;
+    ozRegTree& unnamed = user.empty() ? tree.UsrTree() : tree.MacTree();
+    // The walk stops at the first key holding settings.
+    if (unnamed.Execute([](ozTreeNode* node) { return !HoldsSettings(node); }))
+        return true;
+    const char* side = user.empty() ? "user" : "machine";
+    err << "ozadm: the " << side << " profile holds settings but no file is named for it; name "
+        << "one with --" << side << ", --save-" << side
+        << " or, for a file that holds both profiles, --profile\n";
+    return false;
+}
+
+}  // namespace
 
 std::string ozProfileFiles::UserTarget() const
 {
@@ -152,6 +193,8 @@ bool ozSaveProfiles(CADMCtrl& control, const ozProfileFiles& files, std::ostream
                "--save- options\n";
         return false;
     }
+    if (!NothingLeftUnsaved(control, user, machine, err))
+        return false;
     std::optional<ozGroupPolicyFolder> folder;
     if (!files.gpo.empty() && !folder.emplace(files.gpo).BeforeSave(user, machine, err))
         return false;

@@ -168,6 +168,22 @@ TEST_F(OzadmCommands, AProfileNamedAloneStaysThatProfile)
             << err;
         EXPECT_EQ(out, expected);
     }
+    // What would be lost is refused, the file left as it was: the other class's settings, an
+    // edit of the other class.
+    std::ofstream(m_folder / "both.reg", std::ios::binary)
+        << "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\X]\r\n\"a\"=dword:00000001\r\n\r\n"
+           "[HKEY_CURRENT_USER\\Y]\r\n\"b\"=\"c\"\r\n";
+    const std::string before = Read("both.reg");
+    EXPECT_EQ(Run(std::string("set example.adm --library reg --user both.reg --state ") +
+                  wallpaper + " enabled"),
+              1);
+    EXPECT_NE(err.find("the machine profile holds settings but no file is named for it"),
+              std::string::npos)
+        << err;
+    EXPECT_EQ(Run(std::string("set example.adm --library reg --machine both.reg --state ") +
+                  wallpaper + " enabled"),
+              1);
+    EXPECT_EQ(Read("both.reg"), before);
 }
 
 // --gpo: the folder's two Registry.pol files, found in any case, missing ones created; a save
