@@ -101,8 +101,22 @@ void ozReadCommandLine(
         throw ozUsageError(
             "--profile names one file for both profiles; give it or --user and "
             "--machine, not both");
-    if (files.gpo.empty())
+    if (files.gpo.empty()) {
+        // Without --library, the extension of the files read (else of the files written)
+        // chooses it, so that a .pol or .reg file is never written over with another format.
+        if (line.host.library.empty()) {
+            const bool reads = files.AnyToLoad();
+            for (const std::string* name : {&files.both, &files.user, &files.machine,
+                                            &files.saveBoth, &files.saveUser, &files.saveMachine})
+                if (std::string known = ozLibraryForFile(*name); !known.empty()) {
+                    if (!reads || name == &files.both || name == &files.user ||
+                        name == &files.machine)
+                        line.host.library = ozLibraryName(known);
+                    break;
+                }
+        }
         return;
+    }
     if (!files.user.empty() || !files.machine.empty() || !files.both.empty() ||
         !files.saveBoth.empty())
         throw ozUsageError(

@@ -76,7 +76,8 @@ const char* ozCommonOptionsHelp()
   --language en|de      which bundled string table to load (default en)
   --answer yes|no       the answer to the control's questions (default no)
   --library NAME        the profile library: ozp, pol, reg or a library file name
-                        (default ozp, the OZ Registry Profile library)
+                        (default: by the profile files' extension .ozp, .pol or .reg,
+                        else ozp, the OZ Registry Profile library)
   --registry FOLDER     the Windows installation or hive folder whose registry is read
                         (Linux; default: the OZADM_REGISTRY environment variable)
   --registry-user NAME  the user profile whose NTUSER.DAT is HKEY_CURRENT_USER

@@ -184,6 +184,11 @@ TEST_F(OzadmCommands, AProfileNamedAloneStaysThatProfile)
                   wallpaper + " enabled"),
               1);
     EXPECT_EQ(Read("both.reg"), before);
+    // Without --library the extension chooses it.
+    ASSERT_EQ(Run(std::string("set example.adm --machine new.pol --state ") + kProxy + " enabled"),
+              0)
+        << err;
+    EXPECT_EQ(Read("new.pol").substr(0, 4), "PReg");
 }
 
 // --gpo: the folder's two Registry.pol files, found in any case, missing ones created; a save
