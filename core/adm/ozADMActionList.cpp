@@ -83,19 +83,19 @@ bool ozActionItem::Sync() const
 
 bool ozADMActionList::AddRegWrites(ozADMRegWrites& writes) const
 {
-    ozADMRegWrites own;
+    const std::size_t before = writes.size();
     for (int pos = 0; pos < Count(); ++pos) {
         const ozActionItem* item = At(pos);
         if (item == nullptr || item->RegKey() == nullptr || item->ValueName() == nullptr ||
-            item->Value().Type() == ozADMValue::ValueEmpty)
+            item->Value().Type() == ozADMValue::ValueEmpty) {
+            writes.resize(before);
             return false;
-        ozADMRegWrite write;
+        }
+        ozADMRegWrite& write = writes.emplace_back();
         write.key = item->RegKey();
         write.valueName = item->ValueName();
         write.value = item->Value();
-        own.push_back(write);
     }
-    writes.insert(writes.end(), own.begin(), own.end());
     return true;
 }
 

@@ -115,11 +115,11 @@ bool ozADMCtrl::AddRegWrites(ozADMRegWrites& writes, bool enabled) const
 {
     if (enabled && m_required && LeftEmpty())
         return false;
-    ozADMRegWrites own;
-    if (!_AddRegWrites(own, enabled))
-        return false;
-    writes.insert(writes.end(), own.begin(), own.end());
-    return true;
+    const std::size_t before = writes.size();
+    if (_AddRegWrites(writes, enabled))
+        return true;
+    writes.resize(before);
+    return false;
 }
 
 bool ozADMCtrl::LeftEmpty() const
@@ -207,6 +207,6 @@ bool ozADMCtrl::AddOwnWrite(ozADMRegWrites& writes, bool enabled, const ozADMVal
     else
         write.value.SetDelete();
     write.expand = expand;
-    writes.push_back(write);
+    writes.push_back(std::move(write));
     return true;
 }

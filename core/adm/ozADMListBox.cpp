@@ -35,11 +35,10 @@ bool ozADMListBox::_AddRegWrites(ozADMRegWrites& writes, bool enabled) const
         const ozADMListItem* item = m_values->At(pos);
         if (item == nullptr || item->Name() == nullptr)
             return false;
-        ozADMRegWrite write;
+        ozADMRegWrite& write = writes.emplace_back();
         write.key = key;
         write.valueName = item->Name();
         write.value = item->Value();
-        writes.push_back(write);
     }
     return true;
 }

@@ -232,7 +232,7 @@ bool ozADMPolicy::AddRegWrites(ozADMRegWrites& writes) const
     if (m_state != PolicyEnabled && m_state != PolicyDisabled)
         return true;
     bool enabled = m_state == PolicyEnabled;
-    ozADMRegWrites own;
+    const std::size_t before = writes.size();
     if (m_valueName != nullptr) {
         // The key is looked up without creating it: listing the writes leaves the tree alone.
         ozADMRegWrite write;
@@ -247,17 +247,15 @@ bool ozADMPolicy::AddRegWrites(ozADMRegWrites& writes) const
             return false;
         write.valueName = m_valueName.get();
         write.value = enabled ? EffectiveValueOn() : EffectiveValueOff();
-        own.push_back(write);
+        writes.push_back(std::move(write));
     }
     const ozADMActionList* actions = enabled ? m_actionListOn.get() : m_actionListOff.get();
-    if (actions != nullptr && !actions->AddRegWrites(own))
-        return false;
-    for (int position = 0; position < m_controls.Count(); ++position) {
-        if (!m_controls.At(position)->AddRegWrites(own, enabled))
-            return false;
-    }
-    writes.insert(writes.end(), own.begin(), own.end());
-    return true;
+    bool described = actions == nullptr || actions->AddRegWrites(writes);
+    for (int position = 0; described && position < m_controls.Count(); ++position)
+        described = m_controls.At(position)->AddRegWrites(writes, enabled);
+    if (!described)
+        writes.resize(before);
+    return described;
 }
 
 const ozADMCtrl* ozADMPolicy::RequiredPartLeftEmpty() const
@@ -275,6 +273,7 @@ const ozADMCtrl* ozADMPolicy::RequiredPartLeftEmpty() const
 bool ozADMPolicy::SaveToRegistry()
 {
     ozADMRegWrites writes;
+    writes.reserve(8);  // a policy writes a few values; spares the copies of regrowing
     return AddRegWrites(writes) && ozApplyRegWrites(writes);
 }
 

@@ -14,7 +14,7 @@ bool Apply(const ozADMRegWrite& write)
 {
     ozSubKey* key = write.key;
     if (key == nullptr && write.tree != nullptr)
-        key = write.tree->FindKey(write.root, write.keyPath.c_str());
+        key = write.tree->FindKey(write.root, write.keyPath);
     if (key == nullptr)
         return false;
     switch (write.kind) {
@@ -30,7 +30,7 @@ bool Apply(const ozADMRegWrite& write)
     }
     if (write.value.Type() == ozADMValue::ValueEmpty)
         return false;
-    ozRegValue* value = key->FindValue(write.valueName.c_str());
+    ozRegValue* value = key->FindValue(write.valueName);
     if (value == nullptr)
         return false;
     if (write.expand && write.value.Type() == ozADMValue::ValueString)
@@ -56,11 +56,12 @@ bool ozListRegWrites(const ozADMRegWrites& writes, CCollection<ozADMRegEntry>& c
             return false;
         if (write.kind == ozADMRegWrite::WriteInsertKey)
             continue;
-        std::string keyPath = write.key != nullptr ? write.key->KeyPath() : write.keyPath;
+        std::string keyPath =
+            write.key != nullptr ? write.key->KeyPath() : std::string(write.keyPath);
         unsigned int root = write.key != nullptr ? write.key->Root() : ozRootNumber(write.root);
         if (write.kind == ozADMRegWrite::WriteValue) {
-            if (!write.value.SaveToCollection(root, keyPath.c_str(), write.valueName.c_str(),
-                                              collection, write.expand))
+            if (!write.value.SaveToCollection(root, keyPath.c_str(), write.valueName, collection,
+                                              write.expand))
                 return false;
             continue;
         }

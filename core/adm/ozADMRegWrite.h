@@ -25,12 +25,15 @@ struct ozADMRegWrite {
 
     tWRITEKIND kind = WriteValue;
     ozSubKey* key = nullptr;  // not owned; lives in a registry tree
-    // Without key: the key at keyPath below root in tree, not there yet; applying the write
-    // creates it, listing it does not.
+    // Without key: the key at keyPath (borrowed, like valueName) below root in tree, not there
+    // yet; applying the write creates it, listing it does not.
     ozRegTree* tree = nullptr;
     HKEY root{};
-    std::string keyPath;
-    std::string valueName;
+    const char* keyPath = nullptr;
+    // Borrowed from the part, item or policy that describes the write: a list of writes is
+    // used at once and never outlives a change of its source. Names are not copied, as a save
+    // describes every configured policy's writes.
+    const char* valueName = nullptr;
     ozADMValue value;
     bool expand = false;
 };
