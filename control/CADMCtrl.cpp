@@ -358,10 +358,12 @@ bool CADMCtrl::AddFromRegistry(long theRoot, const char* theKey, const char* the
     ozRegTree& tree = root == 1 ? m_code->tree->UsrTree() : m_code->tree->MacTree();
     const char* value = theValue != nullptr && *theValue != '\0' ? theValue : nullptr;
     bool added = false;
+    m_registryError.clear();
     try {
         added = tree.AddFromRegistry(ozRootHandle(root), theKey, value, bRecursive, nullptr);
-    } catch (const std::exception&) {
+    } catch (const std::exception& failure) {
         added = false;  // a key that cannot be opened or read
+        m_registryError = failure.what();
     }
     m_code->modified = 1;
     return added;
@@ -376,12 +378,14 @@ bool CADMCtrl::ShowImportReg()
         return false;
     ozRegTree& tree = choice.root == 1 ? m_code->tree->UsrTree() : m_code->tree->MacTree();
     bool added = false;
+    m_registryError.clear();
     try {
         added = tree.AddFromRegistry(ozRootHandle(choice.root), choice.key.c_str(),
                                      choice.value.empty() ? nullptr : choice.value.c_str(),
                                      choice.recursive, nullptr);
-    } catch (const std::exception&) {
+    } catch (const std::exception& failure) {
         added = false;
+        m_registryError = failure.what();
     }
     ShowCode();
     return added;

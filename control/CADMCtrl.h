@@ -114,7 +114,8 @@ public:
     bool ozSRHide();
     // Adds theKey (with its sub keys when bRecursive), or only theValue when given, from the
     // registry into the user tree (theRoot 1) or the machine tree (any other root number);
-    // marks the code object modified whatever the result. Registry errors give false.
+    // marks the code object modified whatever the result. Registry errors give false, and
+    // RegistryError() tells what went wrong.
     bool AddFromRegistry(long theRoot, const char* theKey, const char* theValue, bool bRecursive);
     // Asks the views for a key or value to add from the registry and adds it; false on cancel.
     bool ShowImportReg();
@@ -131,6 +132,9 @@ public:
     tTreeCodeHandle* Code() const { return m_code; }
     bool ControlModified() const { return m_controlModified; }
     bool LoadFailed() const { return m_loadFailed != 0; }
+    // Why the last AddFromRegistry or ShowImportReg failed to read the registry, naming the
+    // key; empty when it read it (or failed for another reason).
+    const std::string& RegistryError() const { return m_registryError; }
 
 private:
     void ShowMessage(tHOSTMESSAGEKIND kind, const std::string& text) const;
@@ -152,4 +156,5 @@ private:
     bool m_withADMEdit = false;
     bool m_controlModified = false;
     std::string m_library = "ozRegOZP.dll";
+    std::string m_registryError;
 };

@@ -25,6 +25,8 @@ struct FILETIME {
 #define ERROR_NOT_ENOUGH_MEMORY ((LONG)8)
 #define ERROR_BAD_NETPATH ((LONG)53)
 #define ERROR_INVALID_PARAMETER ((LONG)87)
+#define ERROR_INVALID_NAME ((LONG)123)
+#define ERROR_FILENAME_EXCED_RANGE ((LONG)206)
 #define ERROR_MORE_DATA ((LONG)234)
 #define ERROR_NO_MORE_ITEMS ((LONG)259)
 #define ERROR_BADDB ((LONG)1009)
@@ -67,13 +69,16 @@ LONG RegQueryInfoKeyA(HKEY hKey, char* lpClass, DWORD* lpcchClass, DWORD* lpRese
                       DWORD* lpcSubKeys, DWORD* lpcbMaxSubKeyLen, DWORD* lpcbMaxClassLen,
                       DWORD* lpcValues, DWORD* lpcbMaxValueNameLen, DWORD* lpcbMaxValueLen,
                       DWORD* lpcbSecurityDescriptor, FILETIME* lpftLastWriteTime);
-// The name of sub key number dwIndex. ERROR_NO_MORE_ITEMS past the last one, ERROR_MORE_DATA
+// The name of sub key number dwIndex, whole: *lpcchName counts every character, zero
+// characters within the name included. ERROR_NO_MORE_ITEMS past the last one, ERROR_MORE_DATA
 // when the name does not fit *lpcchName characters with its terminator.
 LONG RegEnumKeyExA(HKEY hKey, DWORD dwIndex, char* lpName, DWORD* lpcchName, DWORD* lpReserved,
                    char* lpClass, DWORD* lpcchClass, FILETIME* lpftLastWriteTime);
-// Name, type and data of value number dwIndex; string data is converted to the narrow
-// encoding. ERROR_NO_MORE_ITEMS past the last value, ERROR_MORE_DATA when the name or the data
-// does not fit (then *lpcbData holds the size needed).
+// Name (whole, as for RegEnumKeyExA), type and data of value number dwIndex. String data is
+// converted to the narrow encoding as stored: zero characters stay and no terminator is added
+// (a hive keeps the terminator in the data when the writer stored one). ERROR_NO_MORE_ITEMS past
+// the last value, ERROR_MORE_DATA when the name or the data does not fit (then *lpcbData holds the
+// size needed).
 LONG RegEnumValueA(HKEY hKey, DWORD dwIndex, char* lpValueName, DWORD* lpcchValueName,
                    DWORD* lpReserved, DWORD* lpType, BYTE* lpData, DWORD* lpcbData);
 // Releases a key opened or connected above; predefined keys need no closing.

@@ -1,6 +1,7 @@
 #include "CRegistryKey.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -16,6 +17,32 @@ void GrowFor(Buffer& buffer, DWORD needed)
 }
 
 }  // namespace
+
+CRegistryKey::Exception::Exception(const std::string& where, unsigned long error, std::string key,
+                                   std::string reason)
+    : CWin32Exception(where, error), m_key(std::move(key)), m_reason(std::move(reason))
+{
+    Compose();
+}
+
+void CRegistryKey::Exception::NameKey(const std::string& key)
+{
+    if (m_key.empty()) {
+        m_key = key;
+        Compose();
+    }
+}
+
+void CRegistryKey::Exception::Compose()
+{
+    m_text = m_key.empty() ? "" : "key \"" + m_key + "\": ";
+    m_text += m_reason.empty() ? GetWhere() + " - " + GetErrorMessage() : m_reason;
+}
+
+const char* CRegistryKey::Exception::what() const noexcept
+{
+    return m_text.c_str();
+}
 
 CRegistryKey::Value::Exception::Exception()
     : CRegistryKey::Exception("CRegistryKey::Value::Exception", ERROR_INVALID_PARAMETER)

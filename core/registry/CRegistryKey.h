@@ -12,10 +12,26 @@
 
 class CRegistryKey {
 public:
-    // A registry failure: where it arose and the Win32 error code.
+    // A registry failure: where it arose, the Win32 error code and, once known, the path (below
+    // its predefined key) of the key being read; `reason`, when given, says what is wrong in
+    // place of the system's message. what() reads `key "PATH": ` followed by the reason or by
+    // where and the system's message.
     class Exception : public CWin32Exception {
     public:
-        using CWin32Exception::CWin32Exception;
+        Exception(const std::string& where, unsigned long error, std::string key = "",
+                  std::string reason = "");
+
+        const std::string& Key() const { return m_key; }
+        // Names the key the failure arose in, unless one is named already.
+        void NameKey(const std::string& key);
+        const char* what() const noexcept override;
+
+    private:
+        void Compose();
+
+        std::string m_key;
+        std::string m_reason;
+        std::string m_text;
     };
 
     // One value: name, registry type and raw data.

@@ -9,6 +9,42 @@
 #include "ozRootKey.h"
 #include "ozSubKey.h"
 
+namespace {
+
+const char* const Reading = "ozRegTree::AddFromRegistry()";
+
+// A name as a message shows it: a zero character, which no key or value name of the model can
+// hold, as <NUL>.
+std::string Shown(const std::string& name)
+{
+    std::string shown;
+    for (char c : name)
+        shown += c == '\0' ? std::string("<NUL>") : std::string(1, c);
+    return shown;
+}
+
+// Refuses a key whose path the model cannot hold whole: cut, it would merge with another key.
+void CheckKeyPath(const std::string& path)
+{
+    if (path.size() >= static_cast<size_t>(ozSubKey::KeyPathCapacity))
+        throw CRegistryKey::Exception(
+            Reading, ERROR_FILENAME_EXCED_RANGE, path,
+            "the key path has " + std::to_string(path.size()) + " bytes; key paths of at most " +
+                std::to_string(ozSubKey::KeyPathCapacity - 1) + " are held");
+}
+
+// Refuses a name holding a zero character: the model's names end there, so it would lose
+// the rest and could merge with a sibling.
+void CheckName(const std::string& keyPath, const char* what, const std::string& name)
+{
+    if (name.find('\0') != std::string::npos)
+        throw CRegistryKey::Exception(Reading, ERROR_INVALID_NAME, keyPath,
+                                      std::string("the ") + what + " name \"" + Shown(name) +
+                                          "\" holds a zero character, which names cannot hold");
+}
+
+}  // namespace
+
 ozRootKey* ozRegTree::FindRootKey(HKEY root)
 {
     for (ozTreeNode* node = GetRoot(); node != nullptr; node = GetNext()) {
@@ -71,21 +107,28 @@ bool ozRegTree::AddFromRegistry(HKEY root, const char* key, const char* value, b
 {
     if (key == nullptr)
         return false;
-    CRegistryKey opened(root, key, KEY_READ, machine);
-    ozSubKey* modelKey = FindKey(root, key);
-    if (modelKey == nullptr)
-        return false;
-    if (value == nullptr) {
-        modelKey->Save(true);
-        return recursive ? AddFromRegistry(opened, root, key) : true;
-    }
-    for (auto it = opened.BeginValueIteration(); it != opened.EndValueIteration(); ++it) {
-        if (ozSameName(it->Name().c_str(), value)) {
-            CRegistryKey::Value found = *it;
-            return AddValueFromReg(modelKey, found);
+    try {
+        CheckKeyPath(key);
+        CRegistryKey opened(root, key, KEY_READ, machine);
+        ozSubKey* modelKey = FindKey(root, key);
+        if (modelKey == nullptr)
+            return false;
+        if (value == nullptr) {
+            modelKey->Save(true);
+            return recursive ? AddFromRegistry(opened, root, key) : true;
         }
+        for (auto it = opened.BeginValueIteration(); it != opened.EndValueIteration(); ++it) {
+            if (ozSameName(it->Name().c_str(), value)) {
+                CheckName(key, "value", it->Name());
+                CRegistryKey::Value found = *it;
+                return AddValueFromReg(modelKey, found);
+            }
+        }
+        return true;
+    } catch (CRegistryKey::Exception& failure) {
+        failure.NameKey(key);
+        throw;
     }
-    return true;
 }
 
 bool ozRegTree::AddFromRegistry(CRegistryKey& key, HKEY root, const char* path)
@@ -112,33 +155,43 @@ bool ozRegTree::AddFromRegistry(CRegistryKey& key, HKEY root, const char* path)
         return true;
     };
 
-    if (!enter(key, path))
-        return false;
-    while (!levels.empty()) {
-        Level& level = levels.back();
-        if (level.subKeyRead) {
-            ++level.subKey;
-            level.subKeyRead = false;
+    std::string reading = path;
+    try {
+        CheckKeyPath(reading);
+        if (!enter(key, path))
+            return false;
+        while (!levels.empty()) {
+            Level& level = levels.back();
+            reading = level.path;
+            if (level.subKeyRead) {
+                ++level.subKey;
+                level.subKeyRead = false;
+            }
+            if (level.subKey != level.key.EndSubkeyIteration()) {
+                CheckName(level.path, "sub key", level.subKey.Name());
+                std::string childPath = level.path + "\\" + level.subKey.Name();
+                CheckKeyPath(childPath);
+                reading = childPath;
+                CRegistryKey child = level.subKey.OpenKey(KEY_READ);
+                level.subKeyRead = true;
+                if (!enter(child, std::move(childPath)))
+                    return false;
+                continue;
+            }
+            for (auto it = level.key.BeginValueIteration(); it != level.key.EndValueIteration();
+                 ++it) {
+                CheckName(level.path, "value", it->Name());
+                CRegistryKey::Value value = *it;
+                if (!AddValueFromReg(level.modelKey, value))
+                    return false;
+            }
+            levels.pop_back();
         }
-        if (level.subKey != level.key.EndSubkeyIteration()) {
-            // Child paths are cut to the length of the path buffer the model works with.
-            std::string childPath = level.path + "\\" + level.subKey.Name();
-            if (childPath.size() >= static_cast<size_t>(ozSubKey::KeyPathCapacity))
-                childPath.resize(ozSubKey::KeyPathCapacity - 1);
-            CRegistryKey child = level.subKey.OpenKey(KEY_READ);
-            level.subKeyRead = true;
-            if (!enter(child, std::move(childPath)))
-                return false;
-            continue;
-        }
-        for (auto it = level.key.BeginValueIteration(); it != level.key.EndValueIteration(); ++it) {
-            CRegistryKey::Value value = *it;
-            if (!AddValueFromReg(level.modelKey, value))
-                return false;
-        }
-        levels.pop_back();
+        return true;
+    } catch (CRegistryKey::Exception& failure) {
+        failure.NameKey(reading);
+        throw;
     }
-    return true;
 }
 
 bool ozRegTree::AddValueFromReg(ozSubKey* key, CRegistryKey::Value& value)
@@ -150,14 +203,9 @@ bool ozRegTree::AddValueFromReg(ozSubKey* key, CRegistryKey::Value& value)
         return false;
     modelValue->Op(OpInsert);
     modelValue->RIT(RitR);
-    switch (value.Type()) {
-        case REG_SZ:
-            return modelValue->SetString(value.AsString().c_str());
-        case REG_EXPAND_SZ:
-            return modelValue->SetExpandString(value.AsString().c_str());
-        case REG_DWORD:
-            return modelValue->SetDWORD(value.AsDWORD());
-        default:
-            return modelValue->SetData(value.Type(), value.Length(), value.Data());
-    }
+    // A number of four bytes goes through its setter; everything else, strings included, is
+    // kept as stored: a string's zero characters, or a number of another size, are not lost.
+    if (value.Type() == REG_DWORD && value.Length() == 4)
+        return modelValue->SetDWORD(value.AsDWORD());
+    return modelValue->SetData(value.Type(), value.Length(), value.Data());
 }

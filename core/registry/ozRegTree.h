@@ -29,7 +29,10 @@ public:
 protected:
     // Reads the opened registry key `key` into the model key at `path` below root: sets its
     // Save flag, reads every sub key (depth-first, before the key's own values), then copies
-    // the values. Stops at the first false. Registry failures throw CRegistryKey::Exception.
+    // the values. Stops at the first false. Registry failures throw CRegistryKey::Exception
+    // naming the key being read; so does a key or value the model cannot hold whole (a path
+    // of KeyPathCapacity bytes or more, a name holding a zero character), which would
+    // otherwise be cut and merge with a sibling.
     virtual bool AddFromRegistry(CRegistryKey& key, HKEY root, const char* path);
 
 public:
@@ -37,15 +40,17 @@ public:
     // machine) into the tree. Without a value name the model key is marked to be saved and,
     // when recursive, filled with all sub keys and values; with one, only the value of that
     // name (compared without regard to case) is copied, if it exists. False for a null key or
-    // a model failure. Registry failures throw CRegistryKey::Exception before anything is
-    // added to the tree.
+    // a model failure. Registry failures throw CRegistryKey::Exception naming the key: a key
+    // that cannot be opened before anything is added to the tree, a failure further down
+    // after what was read before it.
     virtual bool AddFromRegistry(HKEY root, const char* key, const char* value, bool recursive,
                                  const char* machine);
 
 protected:
     // Copies one registry value into the model key (found or created by name) as an insert
-    // of item type 'r': strings and numbers through their setters, every other type as raw
-    // data. An existing value is overwritten in place.
+    // of item type 'r': a four-byte number through SetDWORD, everything else (strings, with
+    // every zero character and without a terminator added, and numbers of another size) as
+    // the data is stored. An existing value is overwritten in place.
     virtual bool AddValueFromReg(ozSubKey* key, CRegistryKey::Value& value);
 
 public:

@@ -127,7 +127,9 @@ int ozImportCommand(const ozCommandArgs& args)
     if (!control.AddFromRegistry(static_cast<long>(root), key.c_str(), value.c_str(), recursive)) {
         std::cerr << "ozadm import: " << ozRootName(root) << "\\" << key
                   << (value.empty() ? "" : " value \"" + value + "\"")
-                  << " cannot be read from the registry\n";
+                  << " cannot be read from the registry"
+                  << (control.RegistryError().empty() ? "" : ": " + control.RegistryError())
+                  << "\n";
         return 1;
     }
     return ozSaveProfiles(control, line.profiles, std::cout, std::cerr) ? 0 : 1;

@@ -217,6 +217,17 @@ LONG Machine::OpenHive(const std::string& file, std::shared_ptr<Hive>& hive)
     return ERROR_SUCCESS;
 }
 
+// A name as libhivex hands it over (malloced, freed here) with its length in bytes: the whole
+// name, zero characters included, as Windows keeps it. False when libhivex failed.
+bool WholeName(char* given, size_t length, std::string& name)
+{
+    Malloced<char> owned(given);
+    if (owned == nullptr || (length == 0 && owned.get()[0] != '\0'))
+        return false;
+    name.assign(owned.get(), length);
+    return true;
+}
+
 // An open key: either a list of mounted hives (HKEY_LOCAL_MACHINE, HKEY_USERS) or a node of a
 // hive. Its sub keys and values are read on first use and kept, so that enumerating them and
 // opening them by name costs constant time each.
@@ -258,12 +269,14 @@ LONG OpenKey::ReadSubKeys()
         for (hive_node_h* child = children.get(); *child != 0; ++child) {
             if (!listed.insert(*child).second)
                 return ERROR_REGISTRY_CORRUPT;  // a key listed twice
-            Malloced<char> name(hivex_node_name(hive->Handle(), *child));
+            std::string name;
             // A key name is never empty and never holds a backslash; opening such a name
             // would reach another key (or the key itself) instead.
-            if (name == nullptr || name.get()[0] == '\0' || std::strchr(name.get(), '\\'))
+            if (!WholeName(hivex_node_name(hive->Handle(), *child),
+                           hivex_node_name_len(hive->Handle(), *child), name) ||
+                name.empty() || name.find('\\') != std::string::npos)
                 return ERROR_REGISTRY_CORRUPT;
-            subKeyNames.emplace_back(name.get());
+            subKeyNames.push_back(std::move(name));
             subKeyNodes.push_back(*child);
         }
     }
@@ -282,10 +295,11 @@ LONG OpenKey::ReadValues()
         if (values == nullptr)
             return ERROR_REGISTRY_CORRUPT;
         for (hive_value_h* value = values.get(); *value != 0; ++value) {
-            Malloced<char> name(hivex_value_key(hive->Handle(), *value));
-            if (name == nullptr)
+            std::string name;
+            if (!WholeName(hivex_value_key(hive->Handle(), *value),
+                           hivex_value_key_len(hive->Handle(), *value), name))
                 return ERROR_REGISTRY_CORRUPT;
-            valueNames.emplace_back(name.get());
+            valueNames.push_back(std::move(name));
             valueHandles.push_back(*value);
         }
     }
@@ -495,8 +509,8 @@ bool IsStringType(DWORD type)
     return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
 }
 
-// UTF-16LE data to UTF-8, unit by unit (zero units included); a string lacking its terminator
-// gets one.
+// UTF-16LE data to UTF-8, unit by unit: zero units stay, no terminator is added where none
+// was stored, and an odd last byte, half a unit, follows the text as it is.
 std::string NarrowText(const char* bytes, size_t size)
 {
     std::u16string units(size / 2, u'\0');
@@ -504,8 +518,8 @@ std::string NarrowText(const char* bytes, size_t size)
         units[i] = static_cast<char16_t>(static_cast<unsigned char>(bytes[2 * i]) |
                                          static_cast<unsigned char>(bytes[2 * i + 1]) << 8);
     std::string text = ozEncodeUtf8(units);
-    if (text.empty() || text.back() != '\0')
-        text.push_back('\0');
+    if (size % 2 != 0)
+        text.push_back(bytes[size - 1]);
     return text;
 }
 
@@ -611,9 +625,9 @@ LONG RegQueryInfoKeyA(HKEY hKey, char* lpClass, DWORD* lpcchClass, DWORD*, DWORD
             if (hivex_value_type(key->hive->Handle(), key->valueHandles[i], &type, &length) != 0 ||
                 length > key->hive->FileSize())
                 return static_cast<LONG>(ERROR_REGISTRY_CORRUPT);
-            // A UTF-16 unit becomes at most three narrow bytes, plus a terminator.
-            longestData =
-                std::max(longestData, IsStringType(TypeCode(type)) ? length / 2 * 3 + 1 : length);
+            // A UTF-16 unit becomes at most three narrow bytes; an odd last byte stays one.
+            longestData = std::max(
+                longestData, IsStringType(TypeCode(type)) ? length / 2 * 3 + length % 2 : length);
         }
         if (lpClass != nullptr && lpcchClass != nullptr && *lpcchClass > 0)
             lpClass[0] = '\0';

@@ -21,6 +21,10 @@ std::string ozSystemMessage(unsigned long code)
             return "The network path was not found.";
         case ERROR_INVALID_PARAMETER:
             return "The parameter is incorrect.";
+        case ERROR_INVALID_NAME:
+            return "The filename, directory name, or volume label syntax is incorrect.";
+        case ERROR_FILENAME_EXCED_RANGE:
+            return "The filename or extension is too long.";
         case ERROR_MORE_DATA:
             return "More data is available.";
         case ERROR_NO_MORE_ITEMS:

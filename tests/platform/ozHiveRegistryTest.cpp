@@ -1,5 +1,6 @@
 // The registry functions over offline hive files: how a machine folder maps onto the
-// predefined keys, and how bad hives and bad calls fail.
+// predefined keys, how bad hives and bad calls fail, and how odd data and names reach the
+// model.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -10,6 +11,9 @@
 #include <vector>
 
 #include "core/registry/CRegistryKey.h"
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
 #include "platform/ozRegistryApi.h"
 #include "tests/support/ozTestHive.h"
 
@@ -198,6 +202,82 @@ TEST_F(MachineFolderTest, DamagedHivesFailWithAClearError)
             EXPECT_EQ(e.GetWhere(), "CRegistryKey::CRegistryKey(HKEY hKey ...)") << hive.what;
             EXPECT_EQ(e.GetError(), static_cast<unsigned long>(ERROR_BADDB)) << hive.what;
             EXPECT_EQ(e.GetErrorMessage(), "The configuration registry database is corrupt.");
+        }
+    }
+}
+
+TEST_F(MachineFolderTest, DataIsReadAsStoredAndWhatTheModelCannotHoldIsRefusedByName)
+{
+    const std::string file = (folder / "WINDOWS" / "system32" / "config" / "software").string();
+    std::string tooLong = "Long";
+    for (int level = 0; level < 5; ++level)
+        tooLong += "\\" + std::string(200, 'k');
+    tooLong += "-0123456";
+    {
+        ozTestHive hive(file);
+        hive.SetValue("Data", "ShortNumber", REG_DWORD, "\x01\x02"s);
+        hive.SetDword("Data", "Number", 7);
+        hive.SetValue("Data", "Embedded", REG_SZ, ozTestHive::Utf16le("a\0b\0"s));
+        hive.SetValue("Data", "Unterminated", REG_SZ, ozTestHive::Utf16le("ab"));
+        hive.SetValue("Data", "OddLength", REG_EXPAND_SZ, ozTestHive::Utf16le("é") + "\xFF");
+        hive.AddKey("KeyName\\ab#cd");
+        hive.AddKey("KeyName\\ab");
+        hive.SetDword("ValueName", "v#1", 1);
+        hive.SetDword("ValueName", "v#2", 2);
+        // Cut to 1023 bytes, both would be one key.
+        hive.AddKey(tooLong + "-first");
+        hive.AddKey(tooLong + "-second");
+        ASSERT_TRUE(hive.Commit());
+    }
+    for (const char* name : {"ab#cd", "v#1", "v#2"}) {
+        std::string patched = name;
+        patched[patched.find('#')] = '\0';
+        ASSERT_TRUE(ozTestHive::ReplaceInFile(file, name, patched)) << name;
+    }
+
+    ozRegTree tree;
+    ASSERT_TRUE(
+        tree.AddFromRegistry(HKEY_LOCAL_MACHINE, "SOFTWARE\\Data", nullptr, true, folder.c_str()));
+    ozSubKey* data = tree.HasKey(HKEY_LOCAL_MACHINE, "SOFTWARE\\Data");
+    const struct {
+        const char* name;
+        unsigned long type;
+        std::string bytes;
+    } values[] = {{"ShortNumber", REG_DWORD, "\x01\x02"s},
+                  {"Number", REG_DWORD, "\x07\0\0\0"s},
+                  {"Embedded", REG_SZ, "a\0b\0"s},
+                  {"Unterminated", REG_SZ, "ab"s},
+                  {"OddLength", REG_EXPAND_SZ, "é\xFF"s}};
+    for (const auto& expected : values) {
+        ozRegValue* value = data->HasValue(expected.name);
+        ASSERT_NE(value, nullptr) << expected.name;
+        EXPECT_EQ(value->Type(), expected.type) << expected.name;
+        EXPECT_EQ(std::string(reinterpret_cast<const char*>(value->Data()), value->Size()),
+                  expected.bytes)
+            << expected.name;
+    }
+
+    const struct {
+        const char* key;
+        std::string failedKey;
+        const char* reason;
+    } refused[] = {
+        {"KeyName", "SOFTWARE\\KeyName",
+         "the sub key name \"ab<NUL>cd\" holds a zero character, which names cannot hold"},
+        {"ValueName", "SOFTWARE\\ValueName", "the value name \"v<NUL>1\" holds a zero character"},
+        {"Long", "SOFTWARE\\" + tooLong + "-first",
+         "the key path has 1032 bytes; key paths of at most 1023 are held"}};
+    for (const auto& refusal : refused) {
+        try {
+            tree.AddFromRegistry(HKEY_LOCAL_MACHINE, ("SOFTWARE\\"s + refusal.key).c_str(), nullptr,
+                                 true, folder.c_str());
+            ADD_FAILURE() << refusal.key << ": read";
+        } catch (const CRegistryKey::Exception& e) {
+            EXPECT_EQ(e.Key(), refusal.failedKey);
+            EXPECT_EQ(
+                std::string(e.what()).find("key \"" + refusal.failedKey + "\": " + refusal.reason),
+                0u)
+                << e.what();
         }
     }
 }

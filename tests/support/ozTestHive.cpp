@@ -7,6 +7,7 @@
 #include <cstring>
 #include <fstream>
 #include <initializer_list>
+#include <iterator>
 
 namespace {
 
@@ -397,4 +398,26 @@ bool ozTestHive::SetDword(const std::string& keyPath, const std::string& name, u
 bool ozTestHive::Commit()
 {
     return hive_ != nullptr && hivex_commit(hive_, nullptr, 0) == 0;
+}
+
+bool ozTestHive::ReplaceInFile(const std::string& path, const std::string& from,
+                               const std::string& to)
+{
+    if (from.empty() || from.size() != to.size())
+        return false;
+    std::string bytes;
+    {
+        std::ifstream in(path, std::ios::binary);
+        bytes.assign(std::istreambuf_iterator<char>(in), {});
+    }
+    size_t replaced = 0;
+    for (size_t at = bytes.find(from); at != std::string::npos;
+         at = bytes.find(from, at + 1), ++replaced)
+        bytes.replace(at, from.size(), to);
+    if (replaced == 0)
+        return false;
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    out.close();
+    return !out.fail();
 }

@@ -50,6 +50,11 @@ public:
 
     // UTF-16LE bytes of UTF-8 text, without a terminator. Malformed UTF-8 becomes U+FFFD.
     static std::string Utf16le(const std::string& utf8);
+    // Replaces every occurrence of `from` in the file at path by `to`, of the same length: how
+    // tests craft what libhivex does not write, such as names holding zero characters. False
+    // when the lengths differ, `from` does not occur or the file cannot be rewritten.
+    static bool ReplaceInFile(const std::string& path, const std::string& from,
+                              const std::string& to);
 
 private:
     // The node at keyPath, created with its missing parents; 0 on failure.
