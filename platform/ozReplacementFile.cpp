@@ -161,7 +161,7 @@ bool ozReplacementFile::Open(std::string& error)
         return false;
     m_file = std::fopen(m_temporary.c_str(), "wb");
     if (m_file == nullptr) {
-        error = SystemError("cannot create", m_temporary, errno);
+        error = SystemError("cannot create", m_target, errno);
         return false;
     }
     if (!TakeOverPermissions(m_target, m_replaced, m_file, error)) {

@@ -39,8 +39,9 @@ OZ_PROFILE_API bool CompleteExportObject(ozRegExport* exporter, bool complete,
 OZ_PROFILE_API ozRegImport* InitImportObject();
 OZ_PROFILE_API void DestroyImportObject(ozRegImport* importer);
 
-// CompleteExportObject for an exporter class that offers Complete(bool) (whether its files
-// are in place) and Problem() (the first failure, empty when none).
+// CompleteExportObject for an exporter class that offers Complete(bool commit) (whether its
+// files are in place; only the first call acts), Completed() (whether it was called) and
+// Problem() (the first failure of the save, empty when none).
 template <class Exporter>
 bool ozCompleteExporter(ozRegExport* exporter, bool complete, const char** problem)
 {
