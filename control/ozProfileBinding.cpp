@@ -72,6 +72,15 @@ bool ozProfileBinding::Save(tTreeCodeHandle* code, const char* library, const ch
     bool saved = exporter->BeginMachineProfile(machineFile) &&
                  code->tree->MacTree().Save(exporter) && exporter->BeginUserProfile(userFile) &&
                  code->tree->UsrTree().Save(exporter);
+    // A library that can say how completing its files went is asked before the exporter goes
+    // back; without that entry point the files are completed in DestroyExportObject.
+    if (auto complete = reinterpret_cast<ozCompleteExportObjectFunction>(
+            loaded.Function("CompleteExportObject"))) {
+        const char* problem = nullptr;
+        saved = complete(exporter, saved, &problem) && saved;
+        if (!saved && problem != nullptr && *problem != '\0')
+            Show(HostMessageProfileNotSaved, {problem});
+    }
     entries.destroy(exporter);
     loaded.Release();
     if (saved)

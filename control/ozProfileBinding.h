@@ -16,6 +16,7 @@ enum : unsigned short {
     HostMessageLibraryNotLoaded = 94,   // formatted with the library name
     HostMessageEntryPointMissing = 95,  // formatted with the entry point and the library name
     HostMessageNoProfileObject = 96,
+    HostMessageProfileNotSaved = 97,  // formatted with the library's description
 };
 
 // What a load came to: the control needs to know whether the library could be loaded at all.
@@ -36,7 +37,9 @@ public:
     // exporter of `library`: BeginMachineProfile, every machine key, BeginUserProfile, every
     // user key; the first step that fails ends the save. On success the code object's modified
     // flag is cleared. False without code object, when the library or an entry point is
-    // missing (messages 94, 95), when no exporter is made (96), or when a step fails.
+    // missing (messages 94, 95), when no exporter is made (96), when a step fails, or when the
+    // library's CompleteExportObject says its files are not in place; the library's
+    // description of the failure is then shown (97) and the modified flag stays.
     bool Save(tTreeCodeHandle* code, const char* library, const char* userFile,
               const char* machineFile);
     // Reads userFile and then, only when machineFile is named and not empty, machineFile,

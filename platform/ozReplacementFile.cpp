@@ -12,6 +12,7 @@
 
 #include "ozSystemMessage.h"
 #else
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -59,14 +60,72 @@ bool RenameOver(const std::string& from, const std::string& to, std::string& err
 #endif
 }
 
+// The file a target leads to through its symbolic links: the target itself when it is none.
+// A link that leads nowhere leads to the file it names, which the save then creates.
+bool FollowLinks(const std::string& target, std::string& replaced, std::string& error)
+{
+    namespace fs = std::filesystem;
+    replaced = target;
+    std::error_code code;
+    if (!fs::is_symlink(fs::symlink_status(target, code)))
+        return true;  // the usual case keeps the name exactly as given
+    fs::path path = target;
+    for (int hops = 0; fs::is_symlink(fs::symlink_status(path, code)); ++hops) {
+        fs::path next = fs::read_symlink(path, code);
+        if (code || hops == 40) {
+            error = "cannot follow the link \"" + target +
+                    "\": " + (code ? code.message() : std::string("too many links"));
+            return false;
+        }
+        path = next.is_absolute() ? next : path.parent_path() / next;
+    }
+    replaced = path.string();
+    return true;
+}
+
+// Refuses a read-only file and gives the new file the permissions (and, where the process
+// may, the owner) of the file it replaces. Nothing to do when there is no file yet.
+bool TakeOverPermissions(const std::string& target, const std::string& replaced, std::FILE* file,
+                         std::string& error)
+{
+#if defined(_WIN32)
+    (void)file;
+    DWORD attributes = GetFileAttributesA(replaced.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        error = "\"" + target + "\" is read-only; it is not replaced";
+        return false;
+    }
+    return true;
+#else
+    struct stat info;
+    if (stat(replaced.c_str(), &info) != 0)
+        return true;
+    // The mode is checked by itself: a process that may override it (the administrator) would
+    // otherwise replace a profile that was made read-only on purpose.
+    if ((info.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) {
+        error = "\"" + target + "\" is read-only; it is not replaced";
+        return false;
+    }
+    if (access(replaced.c_str(), W_OK) != 0) {
+        error = SystemError("cannot replace", target, errno);
+        return false;
+    }
+    if (file == nullptr)
+        return true;
+    // Only the administrator may give a file away; anyone else keeps the file as their own.
+    if (fchown(fileno(file), info.st_uid, info.st_gid) != 0) {
+    }
+    if (fchmod(fileno(file), info.st_mode & 07777) != 0) {
+        error = SystemError("cannot set the permissions of", target, errno);
+        return false;
+    }
+    return true;
+#endif
+}
+
 }  // namespace
 
-ozReplacementFile::ozReplacementFile(std::string target) : m_target(std::move(target))
-{
-    static std::atomic<unsigned long> counter{0};
-    m_temporary =
-        m_target + ".~" + std::to_string(ProcessId()) + "-" + std::to_string(++counter) + ".tmp";
-}
+ozReplacementFile::ozReplacementFile(std::string target) : m_target(std::move(target)) {}
 
 ozReplacementFile::~ozReplacementFile()
 {
@@ -79,7 +138,7 @@ void ozReplacementFile::Discard()
         std::fclose(m_file);
         m_file = nullptr;
     }
-    if (!m_committed)
+    if (!m_committed && !m_temporary.empty())
         std::remove(m_temporary.c_str());
 }
 
@@ -88,14 +147,25 @@ bool ozReplacementFile::Open(std::string& error)
     Discard();
     m_finished = false;
     m_committed = false;
+    if (!FollowLinks(m_target, m_replaced, error))
+        return false;
+    static std::atomic<unsigned long> counter{0};
+    m_temporary =
+        m_replaced + ".~" + std::to_string(ProcessId()) + "-" + std::to_string(++counter) + ".tmp";
     std::error_code folderError;
-    if (std::filesystem::is_directory(m_target, folderError)) {
+    if (std::filesystem::is_directory(m_replaced, folderError)) {
         error = "cannot replace \"" + m_target + "\": it is a folder";
         return false;
     }
+    if (!TakeOverPermissions(m_target, m_replaced, nullptr, error))
+        return false;
     m_file = std::fopen(m_temporary.c_str(), "wb");
     if (m_file == nullptr) {
-        error = SystemError("cannot create", m_temporary, errno);
+        error = SystemError("cannot create", m_target, errno);
+        return false;
+    }
+    if (!TakeOverPermissions(m_target, m_replaced, m_file, error)) {
+        Discard();
         return false;
     }
     return true;
@@ -139,10 +209,25 @@ bool ozReplacementFile::Commit(std::string& error)
 {
     if (!Finish(error))
         return false;
-    if (!RenameOver(m_temporary, m_target, error)) {
+    if (!RenameOver(m_temporary, m_replaced, error)) {
         Discard();
         return false;
     }
     m_committed = true;
     return true;
+}
+
+bool ozReplacementFile::CommitAll(std::initializer_list<ozReplacementFile*> files,
+                                  std::string& error)
+{
+    bool committed = true;
+    for (ozReplacementFile* file : files)
+        committed = committed && (file == nullptr || file->Finish(error));
+    for (ozReplacementFile* file : files)
+        committed = committed && (file == nullptr || file->Commit(error));
+    if (!committed)
+        for (ozReplacementFile* file : files)
+            if (file != nullptr)
+                file->Discard();
+    return committed;
 }

@@ -1,7 +1,5 @@
 #include "ozOZPExporter.h"
 
-#include <cstdio>
-
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "ozOZPText.h"
@@ -36,15 +34,10 @@ std::string ValueLine(const ozRegValue& value)
 
 }  // namespace
 
-ozOZPExporter::~ozOZPExporter()
-{
-    Flush();
-}
-
 bool ozOZPExporter::Fail(const std::string& error)
 {
-    std::fprintf(stderr, "ozRegOZP: %s\n", error.c_str());
-    m_file.reset();  // the previous profile stays
+    if (m_problem.empty())
+        m_problem = error;
     m_failed = true;
     return false;
 }
@@ -61,17 +54,20 @@ bool ozOZPExporter::BeginUserProfile(const char* file)
 
 bool ozOZPExporter::Begin(const char* file)
 {
-    std::string target = file != nullptr ? file : "";
-    if (m_file != nullptr && target == m_file->Target())
-        return true;
-    if (!Flush())
+    if (m_failed)
         return false;
+    std::string target = file != nullptr ? file : "";
+    if (m_current != nullptr && target == m_current->Target())
+        return true;
+    m_current = nullptr;
     if (target.empty())
         return true;
-    m_file = std::make_unique<ozReplacementFile>(target);
+    std::unique_ptr<ozReplacementFile>& side = m_first == nullptr ? m_first : m_second;
+    side = std::make_unique<ozReplacementFile>(target);
     std::string error;
-    if (!m_file->Open(error) || !m_file->Write("OZ Registry Profile 1\n", error))
+    if (!side->Open(error) || !side->Write("OZ Registry Profile 1\n", error))
         return Fail(error);
+    m_current = side.get();
     return true;
 }
 
@@ -79,7 +75,7 @@ bool ozOZPExporter::ExportKey(ozSubKey* key)
 {
     if (m_failed)
         return false;
-    if (m_file == nullptr)
+    if (m_current == nullptr)
         return true;  // a profile without file passes its keys over
     if (key == nullptr)
         return Fail("no key to write");
@@ -90,20 +86,29 @@ bool ozOZPExporter::ExportKey(ozSubKey* key)
     for (int pos = 0; pos < values.Count(); ++pos)
         section += ValueLine(*values.At(pos)) + "\n";
     std::string error;
-    if (!m_file->Write(section, error))
+    if (!m_current->Write(section, error))
         return Fail(error);
     return true;
 }
 
 bool ozOZPExporter::Flush()
 {
-    if (m_failed)
-        return false;
-    if (m_file == nullptr)
-        return true;
+    return Complete(true);
+}
+
+bool ozOZPExporter::Complete(bool commit)
+{
+    if (m_completed)
+        return m_inPlace;
+    m_completed = true;
+    m_current = nullptr;
     std::string error;
-    if (!m_file->Commit(error))
-        return Fail(error);
-    m_file.reset();
-    return true;
+    if (commit && !m_failed) {
+        m_inPlace = ozReplacementFile::CommitAll({m_first.get(), m_second.get()}, error);
+        if (!m_inPlace)
+            Fail(error);
+    }
+    m_first.reset();  // what was not committed goes with its temporary file
+    m_second.reset();
+    return m_inPlace;
 }

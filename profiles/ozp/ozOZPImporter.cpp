@@ -189,9 +189,13 @@ bool ozOZPImporter::ReadValueLine(const std::string& line, Value& value)
         return false;
     value.name = *name;
     size_t digits = line.find_first_not_of("0123456789", pos);
-    if (digits == pos || digits == std::string::npos || digits - pos > 9)
+    // A registry type is 32 bits wide: at most ten digits, up to 4294967295.
+    if (digits == pos || digits == std::string::npos || digits - pos > 10)
         return false;
-    value.type = std::strtoul(line.c_str() + pos, nullptr, 10);
+    unsigned long long type = std::strtoull(line.c_str() + pos, nullptr, 10);
+    if (type > 0xFFFFFFFFull)
+        return false;
+    value.type = static_cast<unsigned long>(type);
     pos = digits;
     std::optional<char> item, op;
     if (!Blank(line, pos) || !Field(line, pos, "item") || !(item = Code(line, pos, "rmfa")) ||

@@ -10,9 +10,14 @@ OZ_PROFILE_API ozRegExport* InitExportObject()
     return new (std::nothrow) ozOZPExporter;
 }
 
+OZ_PROFILE_API bool CompleteExportObject(ozRegExport* exporter, bool complete, const char** problem)
+{
+    return ozCompleteExporter<ozOZPExporter>(exporter, complete, problem);
+}
+
 OZ_PROFILE_API void DestroyExportObject(ozRegExport* exporter)
 {
-    delete static_cast<ozOZPExporter*>(exporter);
+    ozDestroyExporter<ozOZPExporter>(exporter, "ozRegOZP");
 }
 
 OZ_PROFILE_API ozRegImport* InitImportObject()

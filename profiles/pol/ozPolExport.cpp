@@ -1,6 +1,5 @@
 #include "ozPolExport.h"
 
-#include <cstdio>
 #include <exception>
 
 #include "core/registry/ozSubKey.h"
@@ -21,8 +20,9 @@ ozPolExport::~ozPolExport() = default;
 
 bool ozPolExport::Fail(const std::string& file, const std::string& what)
 {
+    if (!m_failed)
+        m_problem = file.empty() ? what : file + ": " + what;
     m_failed = true;
-    m_lastError = file.empty() ? what : file + ": " + what;
     return false;
 }
 
@@ -100,27 +100,23 @@ bool ozPolExport::Flush()
             return Fail(m_current->Target(), error);
         m_bytes.clear();
     }
-    // Both files are complete before either replaces its target.
-    for (auto* side : {m_machine.get(), m_user.get()})
-        if (side != nullptr && !side->Finish(error))
-            return Fail(side->Target(), error);
-    for (auto* side : {m_machine.get(), m_user.get()})
-        if (side != nullptr && !side->Commit(error))
-            return Fail(side->Target(), error);
+    if (!ozReplacementFile::CommitAll({m_machine.get(), m_user.get()}, error))
+        return Fail("", error);
     m_current = nullptr;
     m_machine.reset();
     m_user.reset();
     return true;
 }
 
-void ozPolExport::Complete()
+bool ozPolExport::Complete(bool commit)
 {
-    if (!m_failed && m_userBegun)
-        Flush();
-    if (m_failed)
-        std::fprintf(stderr, "ozRegPOL: %s\n", m_lastError.c_str());
+    if (m_completed)
+        return m_inPlace;
+    m_completed = true;
+    m_inPlace = commit && m_userBegun && Flush();
     // Whatever was not committed is removed with its temporary file.
     m_current = nullptr;
     m_machine.reset();
     m_user.reset();
+    return m_inPlace;
 }

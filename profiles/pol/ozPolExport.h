@@ -23,17 +23,17 @@ public:
     bool BeginMachineProfile(const char* file) override;
     bool BeginUserProfile(const char* file) override;
     bool ExportKey(ozSubKey* key) override;
-    // Commits every side begun so far (machine first). False when a side failed before or
-    // cannot be committed.
+    // Commits every side begun so far (both files complete before either replaces its
+    // target). False when a side failed before or cannot be committed.
     bool Flush() override;
 
-    // What DestroyExportObject does before deleting: commits both files when the save got
-    // through the user side without a failure, and otherwise leaves every target as it was.
-    // Problems are reported on stderr.
-    void Complete();
-
-    // The description of the last failure; empty when there was none.
-    const std::string& LastError() const { return m_lastError; }
+    // With commit, and when the save got through the user side, puts both files in place (or
+    // neither, when one cannot be completed); otherwise drops them. True when the files are in
+    // place. Only the first call acts; later ones repeat its result.
+    bool Complete(bool commit);
+    bool Completed() const { return m_completed; }
+    // The first failure of the save, naming the file; empty when there was none.
+    const std::string& Problem() const { return m_problem; }
 
 private:
     bool Begin(const char* file, unsigned int root);
@@ -46,7 +46,9 @@ private:
     std::unique_ptr<ozReplacementFile> m_user;
     bool m_userBegun = false;
     bool m_failed = false;
-    std::string m_lastError;
+    bool m_completed = false;
+    bool m_inPlace = false;
+    std::string m_problem;
     // Reused for every key, so that a save allocates per record only for the record's text.
     std::vector<ozPolRecord> m_records;
     std::string m_bytes;

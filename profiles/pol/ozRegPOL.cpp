@@ -10,14 +10,14 @@ OZ_PROFILE_API ozRegExport* InitExportObject()
     return new (std::nothrow) ozPolExport();
 }
 
+OZ_PROFILE_API bool CompleteExportObject(ozRegExport* exporter, bool complete, const char** problem)
+{
+    return ozCompleteExporter<ozPolExport>(exporter, complete, problem);
+}
+
 OZ_PROFILE_API void DestroyExportObject(ozRegExport* exporter)
 {
-    // Only objects of this library arrive here: the control gives back what it was given.
-    auto* polExporter = static_cast<ozPolExport*>(exporter);
-    if (polExporter == nullptr)
-        return;
-    polExporter->Complete();
-    delete polExporter;
+    ozDestroyExporter<ozPolExport>(exporter, "ozRegPOL");
 }
 
 OZ_PROFILE_API ozRegImport* InitImportObject()

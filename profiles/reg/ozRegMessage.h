@@ -1,4 +1,4 @@
-// How the library tells why a file could not be read or written: the profile contract gives it
+// How the library tells why a file could not be read: the import contract gives it
 // no user interface, so the text goes to the standard error stream, where the command-line
 // host shows it and tests read it.
 #pragma once

@@ -39,20 +39,6 @@ bool ozRegOutputFile::Write(const ozWideString& text, std::string& problem)
     return true;
 }
 
-bool ozRegOutputFile::Commit(std::string& problem)
-{
-    if (!IsOpen()) {
-        problem = "no file is open for writing";
-        return false;
-    }
-    std::string error;
-    bool committed = m_file->Commit(error);
-    m_file.reset();
-    if (!committed)
-        problem = m_path + ": " + error;
-    return committed;
-}
-
 void ozRegOutputFile::Abandon()
 {
     m_file.reset();  // the temporary file goes with it

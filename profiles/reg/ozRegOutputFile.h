@@ -24,9 +24,9 @@ public:
     const std::string& Path() const { return m_path; }
     // Appends text as UTF-16LE.
     bool Write(const ozWideString& text, std::string& problem);
-    // Closes the file and moves it onto the target. On failure the temporary file is removed
-    // and the target is untouched.
-    bool Commit(std::string& problem);
+    // The file for committing together with the others of the save (ozReplacementFile's
+    // CommitAll); null when none is open.
+    ozReplacementFile* Replacement() { return IsOpen() ? m_file.get() : nullptr; }
     // Closes and removes the temporary file; the target is untouched.
     void Abandon();
 

@@ -10,14 +10,14 @@ OZ_PROFILE_API ozRegExport* InitExportObject()
     return new (std::nothrow) ozRegREGExport();
 }
 
+OZ_PROFILE_API bool CompleteExportObject(ozRegExport* exporter, bool complete, const char** problem)
+{
+    return ozCompleteExporter<ozRegREGExport>(exporter, complete, problem);
+}
+
 OZ_PROFILE_API void DestroyExportObject(ozRegExport* exporter)
 {
-    // The control never flushes: the files of a save are completed here.
-    auto* regExporter = static_cast<ozRegREGExport*>(exporter);
-    if (regExporter == nullptr)
-        return;
-    regExporter->Flush();
-    delete regExporter;
+    ozDestroyExporter<ozRegREGExport>(exporter, "ozRegREG");
 }
 
 OZ_PROFILE_API ozRegImport* InitImportObject()

@@ -1,11 +1,11 @@
 #include "ozRegREGExport.h"
 
 #include "ozRegFileFormat.h"
-#include "ozRegMessage.h"
 
 bool ozRegREGExport::Fail(const std::string& problem)
 {
-    ozRegReport(problem);
+    if (!m_failed)
+        m_problem = problem;
     m_failed = true;
     return false;
 }
@@ -58,15 +58,24 @@ bool ozRegREGExport::ExportKey(ozSubKey* key)
 bool ozRegREGExport::Flush()
 {
     m_stage = Stage::Done;
-    if (m_failed) {
-        m_machineFile.Abandon();
-        m_userFile.Abandon();
-        return false;
-    }
     std::string problem;
-    for (ozRegOutputFile* file : {&m_machineFile, &m_userFile}) {
-        if (file->IsOpen() && !file->Commit(problem))
-            return Fail(problem);
-    }
-    return true;
+    bool inPlace =
+        !m_failed && ozReplacementFile::CommitAll(
+                         {m_machineFile.Replacement(), m_userFile.Replacement()}, problem);
+    m_machineFile.Abandon();
+    m_userFile.Abandon();
+    if (!inPlace && !m_failed)
+        Fail(problem);
+    return inPlace;
+}
+
+bool ozRegREGExport::Complete(bool commit)
+{
+    if (m_completed)
+        return m_inPlace;
+    m_completed = true;
+    m_inPlace = commit && m_stage == Stage::User && Flush();
+    m_machineFile.Abandon();
+    m_userFile.Abandon();
+    return m_inPlace;
 }

@@ -74,6 +74,18 @@ TEST_F(ProfileBindingTest, FailingMachineProfileEndsTheSave)
     EXPECT_EQ(code.modified, 1u);
 }
 
+TEST_F(ProfileBindingTest, CompletionTheLibraryReportsFailedFailsTheSave)
+{
+    Use(OZ_TEST_PROFILE_COMPLETE_FAILS);
+    EXPECT_FALSE(binding.Save(&code, path.c_str(), "user.ozp", "machine.ozp"));
+    EXPECT_NE(Calls().find("ExportKey(1:Software\\C) CompleteExportObject(complete) "
+                           "DestroyExportObject"),
+              std::string::npos)
+        << Calls();
+    EXPECT_EQ(Messages(), "97: machine.ozp cannot be replaced");
+    EXPECT_EQ(code.modified, 1u);
+}
+
 TEST_F(ProfileBindingTest, LoadReadsTheUserProfileFirst)
 {
     Use(OZ_TEST_PROFILE_RECORDING);

@@ -84,6 +84,15 @@ OZ_PROFILE_API ozRegExport* InitExportObject()
 #endif
 }
 
+#if defined(OZ_TEST_COMPLETE_FAILS)
+OZ_PROFILE_API bool CompleteExportObject(ozRegExport*, bool complete, const char** problem)
+{
+    Record(complete ? "CompleteExportObject(complete)" : "CompleteExportObject(drop)");
+    *problem = "machine.ozp cannot be replaced";
+    return false;
+}
+#endif
+
 #if !defined(OZ_TEST_NO_DESTROY_EXPORT)
 OZ_PROFILE_API void DestroyExportObject(ozRegExport* exporter)
 {

@@ -32,6 +32,8 @@ inline std::string ozTestMessageText(unsigned short number)
             return "94: %s";
         case 95:
             return "95: %s %s";
+        case 97:
+            return "97: %s";
         default:
             return std::to_string(number) + ":";
     }

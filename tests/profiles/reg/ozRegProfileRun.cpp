@@ -43,6 +43,9 @@ bool ozRegProfileRun::Save(const std::string& userFile, const std::string& machi
     bool saved = binding.Save(&m_code, ozRegPlatformPath(OZ_REG_LIBRARY).c_str(), userFile.c_str(),
                               machineFile.c_str());
     m_errors = testing::internal::GetCapturedStderr();
+    for (const ozRecordingHostUI::Message& message : m_ui.messages)
+        m_errors += message.text + "\n";
+    m_ui.messages.clear();
     return saved;
 }
 

@@ -16,7 +16,8 @@ std::string ozRegPlatformPath(const std::string& path);
 std::string ozRegCorpusFolder();
 
 // One code object with its trees, loaded and saved through the library. What the library
-// writes to the standard error stream during the last call is kept as Errors().
+// writes to the standard error stream during the last call, and the messages the binding
+// showed in a save, are kept as Errors().
 class ozRegProfileRun {
 public:
     ozRegProfileRun() = default;
