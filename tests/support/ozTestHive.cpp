@@ -9,6 +9,8 @@
 #include <initializer_list>
 #include <iterator>
 
+#include "platform/posix/ozUtf8.h"
+
 namespace {
 
 // The file is a 4 KiB base block followed by hive bins; every offset stored in a cell is
@@ -244,38 +246,9 @@ std::string EmptyHive(const std::string& storedName, bool compressedName)
 
 std::string ozTestHive::Utf16le(const std::string& utf8)
 {
-    static constexpr uint8_t kLeadMask[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
-    static constexpr uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
     std::string out;
-    size_t i = 0;
-    while (i < utf8.size()) {
-        const auto lead = static_cast<unsigned char>(utf8[i]);
-        const size_t length = lead < 0x80           ? 1
-                              : (lead >> 5) == 0x6  ? 2
-                              : (lead >> 4) == 0xE  ? 3
-                              : (lead >> 3) == 0x1E ? 4
-                                                    : 0;
-        uint32_t code = lead & kLeadMask[length];
-        size_t taken = 1;
-        while (taken < length && i + taken < utf8.size() &&
-               (static_cast<unsigned char>(utf8[i + taken]) & 0xC0) == 0x80) {
-            code = code << 6 | (static_cast<unsigned char>(utf8[i + taken]) & 0x3F);
-            ++taken;
-        }
-        // Overlong forms, surrogates and truncated sequences are not characters.
-        const bool valid = length != 0 && taken == length && code >= kSmallest[length] &&
-                           code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
-        if (!valid)
-            code = 0xFFFD;
-        if (code >= 0x10000) {
-            code -= 0x10000;
-            AppendU16(out, static_cast<uint16_t>(0xD800 | code >> 10));
-            AppendU16(out, static_cast<uint16_t>(0xDC00 | (code & 0x3FF)));
-        } else {
-            AppendU16(out, static_cast<uint16_t>(code));
-        }
-        i += taken;
-    }
+    for (char16_t unit : ozDecodeUtf8(utf8))
+        AppendU16(out, unit);
     return out;
 }
 
