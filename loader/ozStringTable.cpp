@@ -1,56 +1,21 @@
 #include "ozStringTable.h"
 
-#include <cstdint>
 #include <cstring>
 #include <new>
-
-ozStringTable::ozStringTable() : m_buckets(BucketCount) {}
-
-ozStringTable::~ozStringTable()
-{
-    // Chains are unlinked one entry at a time, so that a long chain cannot exhaust the stack.
-    for (std::unique_ptr<Entry>& bucket : m_buckets) {
-        while (bucket != nullptr)
-            bucket = std::move(bucket->next);
-    }
-}
-
-unsigned ozStringTable::Hash(const char* name)
-{
-    // Unsigned arithmetic gives the two's complement results of the signed rule without
-    // overflowing; the magnitude of the most negative number is 2^31.
-    std::uint32_t hash = 0;
-    for (const char* c = name; *c != '\0'; ++c)
-        hash = (hash * 2u) ^
-               static_cast<std::uint32_t>(static_cast<std::int32_t>(static_cast<signed char>(*c)));
-    std::uint32_t magnitude = (hash & 0x80000000u) != 0 ? 0u - hash : hash;
-    return magnitude % BucketCount;
-}
 
 bool ozStringTable::Insert(const char* name, const char* value)
 {
     if (name == nullptr || value == nullptr)
         return false;
-    std::unique_ptr<Entry>* link = &m_buckets[Hash(name)];
-    for (; *link != nullptr; link = &(*link)->next) {
-        if ((*link)->name == name)
-            return false;
-    }
-    *link = std::make_unique<Entry>(Entry{name, value, nullptr});
-    ++m_count;
-    return true;
+    return m_texts.try_emplace(name, value).second;
 }
 
 const char* ozStringTable::Find(const char* name) const
 {
     if (name == nullptr)
         return nullptr;
-    for (const Entry* entry = m_buckets[Hash(name)].get(); entry != nullptr;
-         entry = entry->next.get()) {
-        if (entry->name == name)
-            return entry->value.c_str();
-    }
-    return nullptr;
+    auto found = m_texts.find(name);
+    return found != m_texts.end() ? found->second.c_str() : nullptr;
 }
 
 std::string ozStringTable::UnquotedValue(std::string value)
