@@ -4,8 +4,7 @@
 #pragma once
 
 #include <cstddef>
-#include <string_view>
-#include <unordered_map>
+#include <vector>
 
 class ozADMNode;
 class ozTreeNode;
@@ -29,11 +28,23 @@ private:
         size_t ordinal;  // place among the siblings, counted from 0
     };
 
+    // A slot of the open-addressing table of names; empty while node is null.
+    struct Slot {
+        size_t hash;
+        Position position;
+    };
+
     // Rebuilds the index when it may be stale, then takes in children appended since.
     void Refresh(const ozTreeNode& parent);
     void Take(ozADMNode* child);
+    // The slot of name: the one holding it, or the empty one where it would go.
+    Slot& SlotOf(const char* name, size_t hash);
+    void Grow();
 
-    std::unordered_map<std::string_view, Position> m_firstByName;
+    // The first child of each name, in a table kept at most half full (its size a power of
+    // two, probed linearly), so that a name is mostly found or missed at its first slot.
+    std::vector<Slot> m_slots;
+    size_t m_named = 0;
     Position m_firstNameless{nullptr, 0};
     ozTreeNode* m_last = nullptr;
     size_t m_count = 0;
