@@ -34,6 +34,12 @@ bool ozStringTable::AddSection(const char* lines)
     if (lines == nullptr)
         return true;
     try {
+        // Room for every line at once: growing the table while filing it would move each
+        // entry again at every step.
+        size_t lineCount = 0;
+        for (const char* line = lines; *line != '\0'; line += std::strlen(line) + 1)
+            ++lineCount;
+        m_texts.reserve(m_texts.size() + lineCount);
         for (const char* line = lines; *line != '\0'; line += std::strlen(line) + 1) {
             const char* equals = std::strchr(line, '=');
             std::string name = equals != nullptr ? std::string(line, equals) : std::string(line);
