@@ -1,21 +1,70 @@
 #include "ozStringTable.h"
 
 #include <cstring>
+#include <functional>
 #include <new>
+#include <string_view>
+
+namespace {
+
+size_t HashOf(const char* name)
+{
+    return std::hash<std::string_view>{}(name);
+}
+
+}  // namespace
 
 bool ozStringTable::Insert(const char* name, const char* value)
 {
     if (name == nullptr || value == nullptr)
         return false;
-    return m_texts.try_emplace(name, value).second;
+    Reserve(m_entries.size() + 1);
+    size_t hash = HashOf(name);
+    Slot& slot = m_slots[SlotOf(name, hash)];
+    if (slot.entry != 0)
+        return false;
+    m_entries.push_back(Entry{name, value});
+    slot = Slot{hash, m_entries.size()};
+    return true;
 }
 
 const char* ozStringTable::Find(const char* name) const
 {
-    if (name == nullptr)
+    if (name == nullptr || m_slots.empty())
         return nullptr;
-    auto found = m_texts.find(name);
-    return found != m_texts.end() ? found->second.c_str() : nullptr;
+    const Slot& slot = m_slots[SlotOf(name, HashOf(name))];
+    return slot.entry != 0 ? m_entries[slot.entry - 1].value.c_str() : nullptr;
+}
+
+size_t ozStringTable::SlotOf(const char* name, size_t hash) const
+{
+    size_t mask = m_slots.size() - 1;
+    for (size_t at = hash & mask;; at = (at + 1) & mask) {
+        const Slot& slot = m_slots[at];
+        if (slot.entry == 0 || (slot.hash == hash && m_entries[slot.entry - 1].name == name))
+            return at;
+    }
+}
+
+void ozStringTable::Reserve(size_t count)
+{
+    if (2 * count <= m_slots.size())
+        return;
+    size_t size = 16;
+    while (size < 2 * count)
+        size *= 2;
+    m_entries.reserve(count);
+    std::vector<Slot> slots(size, Slot{0, 0});
+    size_t mask = size - 1;
+    for (const Slot& slot : m_slots) {
+        if (slot.entry == 0)
+            continue;
+        size_t at = slot.hash & mask;
+        while (slots[at].entry != 0)
+            at = (at + 1) & mask;
+        slots[at] = slot;
+    }
+    m_slots.swap(slots);
 }
 
 std::string ozStringTable::UnquotedValue(std::string value)
@@ -39,7 +88,7 @@ bool ozStringTable::AddSection(const char* lines)
         size_t lineCount = 0;
         for (const char* line = lines; *line != '\0'; line += std::strlen(line) + 1)
             ++lineCount;
-        m_texts.reserve(m_texts.size() + lineCount);
+        Reserve(m_entries.size() + lineCount);
         for (const char* line = lines; *line != '\0'; line += std::strlen(line) + 1) {
             const char* equals = std::strchr(line, '=');
             std::string name = equals != nullptr ? std::string(line, equals) : std::string(line);

@@ -5,8 +5,9 @@
 // however long the section is.
 #pragma once
 
+#include <cstddef>
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 class ozStringTable {
 public:
@@ -19,7 +20,7 @@ public:
     bool Insert(const char* name, const char* value);
     // The text of name (compared exactly), or null.
     const char* Find(const char* name) const;
-    size_t Count() const { return m_texts.size(); }
+    size_t Count() const { return m_entries.size(); }
 
     // Reads the lines of a [strings] section, a run of zero-terminated lines ending in an empty
     // one, into the table. A line's name is the text before its first '=', upper-cased (ASCII);
@@ -33,5 +34,24 @@ public:
     static std::string UnquotedValue(std::string value);
 
 private:
-    std::unordered_map<std::string, std::string> m_texts;
+    struct Entry {
+        std::string name;
+        std::string value;
+    };
+    // A slot of the open-addressing table over the entries; empty while entry is zero.
+    struct Slot {
+        size_t hash;
+        size_t entry;  // the entry's position plus one
+    };
+
+    // The position of name's slot: the one holding it, or the empty one where it would go.
+    size_t SlotOf(const char* name, size_t hash) const;
+    // Makes room for count entries in all, the table at most half full.
+    void Reserve(size_t count);
+
+    // The entries in the order filed, and a table of their names (its size a power of two,
+    // probed linearly) that holds only hashes and positions: finding or missing a name mostly
+    // touches one slot and, on a match, one entry.
+    std::vector<Entry> m_entries;
+    std::vector<Slot> m_slots;
 };
