@@ -13,15 +13,18 @@
 
 namespace {
 
-// Places node among the top-level nodes of tree (a class) or among the children of the current
-// node (a category or policy). A sibling of the same name that is of the same kind takes the
+// The merge rule: a node goes among its siblings next to the first one, in sibling order, that
+// has its name or no name at all. A sibling of the same name that is of the same kind takes the
 // new node's place: node is deleted and the sibling becomes the current node, so that a second
-// template extends what the first built. Otherwise node is added after the sibling the search
-// stopped at (the last one, one of the same name but another kind, or one without a name), or
-// as the first child. False, node deleted, when it cannot be added.
-bool MergeOrInsert(ozADMTree& tree, std::unique_ptr<ozADMNode> node, bool topLevel)
+// template extends what the first built. Otherwise node is added after that sibling (one of the
+// same name but another kind, or one without a name), or after the last sibling when none
+// matched, or as the first child. Names compare exactly, byte for byte.
+//
+// Places node among the top-level nodes of tree (a class; there are few of them, so they are
+// searched directly). False, node deleted, when it cannot be added.
+bool MergeOrInsertClass(ozADMTree& tree, std::unique_ptr<ozADMNode> node)
 {
-    ozTreeNode* first = topLevel ? tree.GetRoot() : tree.GetDown();
+    ozTreeNode* first = tree.GetRoot();
     if (first == nullptr) {
         if (!tree.AddBelow(node.get()))
             return false;
@@ -46,6 +49,29 @@ bool MergeOrInsert(ozADMTree& tree, std::unique_ptr<ozADMNode> node, bool topLev
     return true;
 }
 
+// Places node among the children of the current node (a category or policy), by the merge rule
+// above, through the parent's index of its children's names: placing each of many siblings
+// takes constant time. Without a current node, node becomes the first top-level node.
+bool MergeOrInsertChild(ozADMTree& tree, std::unique_ptr<ozADMNode> node)
+{
+    auto* parent = static_cast<ozADMNode*>(tree.GetCurr());
+    if (parent == nullptr) {
+        if (!tree.AddBelow(node.get()))
+            return false;
+        node.release();
+        return true;
+    }
+    ozADMNode* sibling = parent->FirstChildNamedOrNameless(node->Name());
+    if (sibling != nullptr && sibling->Name() != nullptr && sibling->NodeType() == node->NodeType())
+        return tree.MoveDownTo(sibling);
+    bool added = sibling != nullptr ? tree.MoveDownTo(sibling) && tree.AddAfter(node.get())
+                                    : tree.AppendChild(parent, parent->LastChild(), node.get());
+    if (!added)
+        return false;
+    node.release();
+    return true;
+}
+
 // BeginCategory and BeginPolicy: a key scope, the fetched name, the node merged or inserted.
 template <class Node>
 intptr_t BeginNamedNode(int error)
@@ -61,7 +87,7 @@ intptr_t BeginNamedNode(int error)
             return ozFail(error);
         auto node = std::make_unique<Node>();
         node->Name(name.get());
-        return MergeOrInsert(*tree, std::move(node), false) || ozFail(error);
+        return MergeOrInsertChild(*tree, std::move(node)) || ozFail(error);
     });
 }
 
@@ -105,7 +131,7 @@ intptr_t BeginClass(intptr_t token)
         auto root = std::make_unique<ozADMRoot>();
         root->RootType(name.get());
         root->Name(name.get());
-        if (!MergeOrInsert(*tree, std::move(root), true))
+        if (!MergeOrInsertClass(*tree, std::move(root)))
             return ozFail(LoadErrorInsertClass);
         // The current node is the class root now, the new one or the one merged with.
         context.CurrentClass(static_cast<ozADMRoot*>(tree->GetCurr())->RootType());

@@ -1,56 +1,70 @@
 #include "ozStringTable.h"
 
-#include <cstdint>
 #include <cstring>
+#include <functional>
 #include <new>
+#include <string_view>
 
-ozStringTable::ozStringTable() : m_buckets(BucketCount) {}
+namespace {
 
-ozStringTable::~ozStringTable()
+size_t HashOf(const char* name)
 {
-    // Chains are unlinked one entry at a time, so that a long chain cannot exhaust the stack.
-    for (std::unique_ptr<Entry>& bucket : m_buckets) {
-        while (bucket != nullptr)
-            bucket = std::move(bucket->next);
-    }
+    return std::hash<std::string_view>{}(name);
 }
 
-unsigned ozStringTable::Hash(const char* name)
-{
-    // Unsigned arithmetic gives the two's complement results of the signed rule without
-    // overflowing; the magnitude of the most negative number is 2^31.
-    std::uint32_t hash = 0;
-    for (const char* c = name; *c != '\0'; ++c)
-        hash = (hash * 2u) ^
-               static_cast<std::uint32_t>(static_cast<std::int32_t>(static_cast<signed char>(*c)));
-    std::uint32_t magnitude = (hash & 0x80000000u) != 0 ? 0u - hash : hash;
-    return magnitude % BucketCount;
-}
+}  // namespace
 
 bool ozStringTable::Insert(const char* name, const char* value)
 {
     if (name == nullptr || value == nullptr)
         return false;
-    std::unique_ptr<Entry>* link = &m_buckets[Hash(name)];
-    for (; *link != nullptr; link = &(*link)->next) {
-        if ((*link)->name == name)
-            return false;
-    }
-    *link = std::make_unique<Entry>(Entry{name, value, nullptr});
-    ++m_count;
+    Reserve(m_entries.size() + 1);
+    size_t hash = HashOf(name);
+    Slot& slot = m_slots[SlotOf(name, hash)];
+    if (slot.entry != 0)
+        return false;
+    m_entries.push_back(Entry{name, value});
+    slot = Slot{hash, m_entries.size()};
     return true;
 }
 
 const char* ozStringTable::Find(const char* name) const
 {
-    if (name == nullptr)
+    if (name == nullptr || m_slots.empty())
         return nullptr;
-    for (const Entry* entry = m_buckets[Hash(name)].get(); entry != nullptr;
-         entry = entry->next.get()) {
-        if (entry->name == name)
-            return entry->value.c_str();
+    const Slot& slot = m_slots[SlotOf(name, HashOf(name))];
+    return slot.entry != 0 ? m_entries[slot.entry - 1].value.c_str() : nullptr;
+}
+
+size_t ozStringTable::SlotOf(const char* name, size_t hash) const
+{
+    size_t mask = m_slots.size() - 1;
+    for (size_t at = hash & mask;; at = (at + 1) & mask) {
+        const Slot& slot = m_slots[at];
+        if (slot.entry == 0 || (slot.hash == hash && m_entries[slot.entry - 1].name == name))
+            return at;
     }
-    return nullptr;
+}
+
+void ozStringTable::Reserve(size_t count)
+{
+    if (2 * count <= m_slots.size())
+        return;
+    size_t size = 16;
+    while (size < 2 * count)
+        size *= 2;
+    m_entries.reserve(count);
+    std::vector<Slot> slots(size, Slot{0, 0});
+    size_t mask = size - 1;
+    for (const Slot& slot : m_slots) {
+        if (slot.entry == 0)
+            continue;
+        size_t at = slot.hash & mask;
+        while (slots[at].entry != 0)
+            at = (at + 1) & mask;
+        slots[at] = slot;
+    }
+    m_slots.swap(slots);
 }
 
 std::string ozStringTable::UnquotedValue(std::string value)
@@ -69,6 +83,12 @@ bool ozStringTable::AddSection(const char* lines)
     if (lines == nullptr)
         return true;
     try {
+        // Room for every line at once: growing the table while filing it would move each
+        // entry again at every step.
+        size_t lineCount = 0;
+        for (const char* line = lines; *line != '\0'; line += std::strlen(line) + 1)
+            ++lineCount;
+        Reserve(m_entries.size() + lineCount);
         for (const char* line = lines; *line != '\0'; line += std::strlen(line) + 1) {
             const char* equals = std::strchr(line, '=');
             std::string name = equals != nullptr ? std::string(line, equals) : std::string(line);

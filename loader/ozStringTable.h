@@ -1,31 +1,26 @@
 // The [strings] table of the templates loaded into one control: string names (upper-cased) and
 // their texts, as a template's [strings] section defines them. A name defined twice, in one
-// template or in two loaded one after the other, keeps its first text.
+// template or in two loaded one after the other, keeps its first text. Names are hashed into
+// a table that grows with them, so filing and finding a name take constant time on average
+// however long the section is.
 #pragma once
 
-#include <memory>
+#include <cstddef>
 #include <string>
 #include <vector>
 
 class ozStringTable {
 public:
-    static constexpr unsigned BucketCount = 100;
-
-    ozStringTable();
+    ozStringTable() = default;
     ozStringTable(const ozStringTable&) = delete;
     ozStringTable& operator=(const ozStringTable&) = delete;
-    ~ozStringTable();
-
-    // The bucket of name: h = (h * 2) xor b over its bytes b (signed), h a signed 32-bit
-    // number starting at 0, its magnitude taken at the end, modulo the bucket count.
-    static unsigned Hash(const char* name);
 
     // Files value under name (both copied). False, changing nothing, when the name is already
     // there or either is null.
     bool Insert(const char* name, const char* value);
     // The text of name (compared exactly), or null.
     const char* Find(const char* name) const;
-    size_t Count() const { return m_count; }
+    size_t Count() const { return m_entries.size(); }
 
     // Reads the lines of a [strings] section, a run of zero-terminated lines ending in an empty
     // one, into the table. A line's name is the text before its first '=', upper-cased (ASCII);
@@ -42,8 +37,21 @@ private:
     struct Entry {
         std::string name;
         std::string value;
-        std::unique_ptr<Entry> next;
     };
-    std::vector<std::unique_ptr<Entry>> m_buckets;
-    size_t m_count = 0;
+    // A slot of the open-addressing table over the entries; empty while entry is zero.
+    struct Slot {
+        size_t hash;
+        size_t entry;  // the entry's position plus one
+    };
+
+    // The position of name's slot: the one holding it, or the empty one where it would go.
+    size_t SlotOf(const char* name, size_t hash) const;
+    // Makes room for count entries in all, the table at most half full.
+    void Reserve(size_t count);
+
+    // The entries in the order filed, and a table of their names (its size a power of two,
+    // probed linearly) that holds only hashes and positions: finding or missing a name mostly
+    // touches one slot and, on a match, one entry.
+    std::vector<Entry> m_entries;
+    std::vector<Slot> m_slots;
 };

@@ -5,7 +5,10 @@
 
 #include "core/registry/ozFoldedName.h"
 #include "core/tree/ozOwnedText.h"
+#include "ozADMChildIndex.h"
 #include "ozADMTree.h"
+
+unsigned long ozADMNode::s_renameCount = 0;
 
 ozADMNode::~ozADMNode() = default;
 
@@ -26,6 +29,10 @@ bool ozADMNode::SetDefault()
 
 void ozADMNode::Name(const char* name)
 {
+    // A free node is named before it is linked in; only renaming a linked one can make an
+    // index of its siblings' names stale.
+    if (Prev() != nullptr || Next() != nullptr || ParentLink() != nullptr)
+        ++s_renameCount;
     m_name = ozCopyText(name);
 }
 
@@ -42,6 +49,20 @@ void ozADMNode::Open(bool open)
 bool ozADMNode::Open() const
 {
     return m_open;
+}
+
+ozADMNode* ozADMNode::FirstChildNamedOrNameless(const char* name)
+{
+    if (m_childIndex == nullptr)
+        m_childIndex = std::make_unique<ozADMChildIndex>();
+    return m_childIndex->FirstNamedOrNameless(*this, name);
+}
+
+ozTreeNode* ozADMNode::LastChild()
+{
+    if (m_childIndex == nullptr)
+        m_childIndex = std::make_unique<ozADMChildIndex>();
+    return m_childIndex->LastChild(*this);
 }
 
 ozTreeNode* ozADMNode::CachedUp() const

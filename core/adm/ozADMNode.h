@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "core/tree/ozTreeNode.h"
+#include "ozADMChildIndex.h"
 #include "platform/ozRegistryTypes.h"
 
 class ozADMTree;
@@ -29,7 +30,8 @@ public:
     virtual bool SaveToRegistry();
     virtual bool Sync();
     virtual bool SetDefault();
-    // Keeps a copy of name (null clears it).
+    // Keeps a copy of name (null clears it). Renaming a node that is linked into a tree counts
+    // in RenameCount().
     virtual void Name(const char* name);
     virtual const char* Name() const;
     // A display state kept for the views.
@@ -54,14 +56,28 @@ public:
     // Finds path among the nodes starting at `first` and their descendants, as FindNode does.
     static ozADMNode* FindAmong(ozTreeNode* first, const char* path);
 
+    // The first child, in sibling order, whose name equals name exactly (byte-wise) or that has
+    // no name; null when there is none. The last child, null without children. Both take
+    // constant time on average through an index of the children's names that the node builds
+    // on first use and keeps over appends (see ozADMChildIndex); out of memory throws
+    // std::bad_alloc.
+    ozADMNode* FirstChildNamedOrNameless(const char* name);
+    ozTreeNode* LastChild();
+
+    // The parent (the tree for a top-level node; null for a free node), remembered until the
+    // next relink of the tree, so that climbing from the children of a node in turn costs
+    // constant time each.
+    ozTreeNode* CachedUp() const;
+
+    // A process-wide count of renames of nodes linked into a tree; name indexes over children
+    // compare it with the count they were built at.
+    static unsigned long RenameCount() { return s_renameCount; }
+
 protected:
     // The parent node, or null for a node whose parent is the tree (or that has none).
     ozADMNode* ParentNode() const;
 
 private:
-    // The parent (possibly the tree), remembered until the next relink of the tree.
-    ozTreeNode* CachedUp() const;
-
     std::unique_ptr<char[]> m_name;
     bool m_open = false;
     mutable std::unique_ptr<char[]> m_path;
@@ -69,4 +85,7 @@ private:
     mutable HKEY m_rootKey = HKEY_CLASSES_ROOT;  // not yet resolved
     mutable ozTreeNode* m_cachedParent = nullptr;
     mutable unsigned long m_cachedParentRelinkCount = 0;
+    std::unique_ptr<ozADMChildIndex> m_childIndex;  // null until first asked for
+
+    static unsigned long s_renameCount;
 };

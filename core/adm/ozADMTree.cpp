@@ -148,3 +148,13 @@ ozADMNode* ozADMTree::FindNode(const char* path)
 {
     return ozADMNode::FindAmong(Down(), path);
 }
+
+ozTreeNode* ozADMTree::GetUp()
+{
+    auto* current = static_cast<ozADMNode*>(GetCurr());
+    ozTreeNode* parent = current != nullptr ? current->CachedUp() : nullptr;
+    if (parent == nullptr || parent == this)
+        return nullptr;
+    _MoveCursor(parent);
+    return parent;
+}

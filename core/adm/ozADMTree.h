@@ -52,6 +52,9 @@ public:
     virtual bool GetPolicies(CCollection<ozADMPolicy>& policies) const;
     // The node at path from the class roots down (see ozADMNode::FindNode).
     virtual ozADMNode* FindNode(const char* path);
+    // As ozTree::GetUp, through the parent the current node remembers: climbing out of each of
+    // many siblings in turn costs constant time instead of a walk back to the first one.
+    ozTreeNode* GetUp() override;
 
 private:
     ozRegTree m_userTree;

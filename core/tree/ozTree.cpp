@@ -155,6 +155,14 @@ bool ozTree::AppendChild(ozTreeNode* parent, ozTreeNode* lastChild, ozTreeNode* 
     return added;
 }
 
+bool ozTree::MoveDownTo(ozTreeNode* child)
+{
+    if (child == nullptr)
+        return false;
+    m_current = child;
+    return true;
+}
+
 ozTreeNode* ozTree::_NextCurrentWhenRemoved() const
 {
     ozTreeNode* successor = m_current->Next();

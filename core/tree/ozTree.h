@@ -56,8 +56,14 @@ public:
     // result equals `SetCurrentNode(parent); AddBelowAsLast(n)`. Requires parent to be this
     // tree or a node in it, which is not checked.
     bool AppendChild(ozTreeNode* parent, ozTreeNode* lastChild, ozTreeNode* n);
+    // Moves the cursor to child in constant time when the caller knows it to be a child of the
+    // current node, which is not checked; false for null child.
+    bool MoveDownTo(ozTreeNode* child);
 
 protected:
+    // Moves the cursor to n, a node of this tree, unchecked: for derived trees that find a
+    // node faster than the checks of SetCurrentNode could.
+    void _MoveCursor(ozTreeNode* n) { m_current = n; }
     // The node that becomes current when the current node goes: its next sibling, else its
     // previous sibling, else its parent; null instead of the tree itself.
     ozTreeNode* _NextCurrentWhenRemoved() const;

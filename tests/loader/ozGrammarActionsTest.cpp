@@ -1,9 +1,11 @@
 // The code object and the load context, and the policy tree that classes, categories, policies
 // and parts build: where nodes go, how a second template merges, and which key each one gets.
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "core/adm/ozADMCategory.h"
 #include "core/adm/ozADMRoot.h"
 #include "core/registry/ozSubKey.h"
 #include "ozGrammarActionFixture.h"
@@ -17,7 +19,8 @@ std::string Outline(ozTreeNode* first)
     std::string text;
     for (ozTreeNode* node = first; node != nullptr; node = node->Next()) {
         auto* admNode = static_cast<ozADMNode*>(node);
-        text += (text.empty() ? "" : " ") + std::string(admNode->Name());
+        text += (text.empty() ? "" : " ") +
+                std::string(admNode->Name() != nullptr ? admNode->Name() : "-");
         if (admNode->NodeType() == NodePolicy) {
             const CCollection<ozADMCtrl>& parts = static_cast<ozADMPolicy*>(admNode)->Controls();
             text += "[";
@@ -162,6 +165,41 @@ TEST_F(TreeBuildTest, SameNameOfAnotherKindIsAddedAfterIt)
     Category("Twin");
     Ok(EndCategory(0), "END CATEGORY");
     EXPECT_EQ(Outline(), "MACHINE{Twin{} Twin[]}");
+}
+
+// Finding the sibling to merge with follows whatever changed the siblings since the last
+// category was placed: nodes appended, renamed, removed or inserted by others than the loader.
+TEST_F(TreeBuildTest, MergeFollowsChangesMadeToTheSiblings)
+{
+    auto categories = [](std::initializer_list<const char*> names) {
+        for (const char* name : names) {
+            Category(name);
+            Ok(EndCategory(0), "END CATEGORY");
+        }
+    };
+    auto named = [](const char* name) {
+        auto category = std::make_unique<ozADMCategory>();
+        category->Name(name);
+        return category.release();
+    };
+    Class("MACHINE");
+    categories({"A", "B", "C"});
+    auto* machine = static_cast<ozADMNode*>(Tree().GetCurr());
+    ASSERT_TRUE(Tree().AddBelowAsLast(named("D")));
+    ASSERT_TRUE(Tree().SetCurrentNode(machine));
+    categories({"D", "a"});
+    EXPECT_EQ(Outline(), "MACHINE{A{} B{} C{} D{} a{}}") << "names compare exactly";
+
+    static_cast<ozADMNode*>(machine->Down()->Next())->Name("R");
+    categories({"B", "R"});
+    EXPECT_EQ(Outline(), "MACHINE{A{} R{} C{} D{} a{} B{}}");
+
+    ASSERT_TRUE(Tree().SetCurrentNode(machine->Down()->Next()->Next()) && Tree().Delete());
+    ASSERT_TRUE(Tree().SetCurrentNode(machine->Down()) && Tree().AddAfter(named(nullptr)));
+    ASSERT_TRUE(Tree().SetCurrentNode(machine));
+    categories({"A", "C", "R"});
+    EXPECT_EQ(Outline(), "MACHINE{A{} -{} R{} C{} R{} D{} a{} B{}}")
+        << "a sibling without a name stops the search for a later one of the same name";
 }
 
 TEST_F(TreeBuildTest, PolicyKeyComesFromTheInnermostKeyName)
