@@ -210,6 +210,13 @@ bool CADMCtrl::SetADM(const char* pszFilename)
     // The engine hands the code object back also after a failure: what the template added
     // before it failed stays in the tree.
     auto* code = static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle());
+    if (!loaded && m_code == nullptr && code != nullptr) {
+        // Nothing of a failed first template is kept: a half-built tree would pass for a
+        // loaded one.
+        ShowMessage(HostMessageError, ErrorMessage());
+        EBNFDestroyCode();
+        return false;
+    }
     if (canOpen || m_code == nullptr)
         m_code = code;
     else

@@ -81,8 +81,8 @@ public:
     bool SetEBNF(const char* pszFilename);
     // Adds a template: it merges into the code object held so far. On failure shows the
     // engine's message; a code object of another kind (55) or an older version (56) is
-    // refused but kept, as are the nodes a failed template added. A file that cannot be opened
-    // changes nothing.
+    // refused but kept. A failed first template leaves no code object; a later one leaves the
+    // nodes it added before failing. A file that cannot be opened changes nothing.
     bool SetADM(const char* pszFilename);
     // Load(OzReg, none); on success marks the current control's code object modified.
     bool LoadOZReg(const char* OzReg);

@@ -140,13 +140,18 @@ TEST_F(ControlTest, SaveAfterFailedLoadAsksFirst)
 
 TEST_F(ControlTest, TemplatesMergeAndFailuresShowTheEngineMessage)
 {
+    ozTestFile broken("control-broken.adm", "CLASS MACHINE\nCATEGORY Kept\nPOLICY");
+    EXPECT_FALSE(control.SetADM(broken.Path()));
+    EXPECT_EQ(control.GetCode(), 0u) << "nothing of a failed first template is kept";
+    EXPECT_TRUE(control.ConfiguredPolicies().IsEmpty());
+
+    ui.messages.clear();
     ASSERT_TRUE(control.SetADM(Template.c_str()));
     ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/seldom-used.adm").c_str()));
     EXPECT_NE(control.Code()->tree->FindNode("USER\\Cat\\Pol"), nullptr);
     EXPECT_NE(control.Code()->tree->FindNode("USER\\Desktop\\Wallpaper"), nullptr);
     EXPECT_EQ(control.GetCode(), reinterpret_cast<std::uintptr_t>(control.Code()));
 
-    ozTestFile broken("control-broken.adm", "CLASS MACHINE\nCATEGORY Kept\nPOLICY");
     EXPECT_FALSE(control.SetADM(broken.Path()));
     ASSERT_EQ(ui.messages.size(), 1u);
     EXPECT_EQ(ui.messages[0].kind, HostMessageError);
