@@ -28,7 +28,7 @@ intptr_t PrepareCodeGeneration(intptr_t fileName)
         return ozFail(readError);
     }
     try {
-        context.CreateStacks();
+        context.CreateEmptyStacks();
     } catch (const std::bad_alloc&) {
         // Reported, and the context is gone, yet the action succeeds: the engine then reads
         // the template with actions that fail at their first push or scope.
