@@ -196,24 +196,22 @@ bool CADMCtrl::SetEBNF(const char* pszFilename)
 
 bool CADMCtrl::SetADM(const char* pszFilename)
 {
-    // A template that cannot be opened makes the loader destroy the code object it was lent,
-    // with every template and profile in it: such a file is read without lending it. Without a
-    // code object of its own the control starts a new one: the engine may still hold another
-    // control's, which must not become shared.
-    bool canOpen = false;
-    if (FILE* file = pszFilename != nullptr ? std::fopen(pszFilename, "rb") : nullptr) {
-        canOpen = true;
-        std::fclose(file);
-    }
-    EBNFSetCodeHandle(canOpen ? m_code : nullptr);
+    // Without a code object of its own the control lends none, so that it starts a new one:
+    // the engine may still hold another control's, which must not become shared.
+    tTreeCodeHandle* held = m_code;
+    EBNFSetCodeHandle(held);
     bool loaded = FileLoad(pszFilename, 1) > 0;
-    // The engine hands the code object back also after a failure: what the template added
-    // before it failed stays in the tree.
-    auto* code = static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle());
-    if (canOpen || m_code == nullptr)
-        m_code = code;
-    else
-        EBNFSetCodeHandle(nullptr);
+    // The loader gives a lent code object back also after a failure, with what the template
+    // merged before it failed.
+    m_code = static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle());
+    if (!loaded && held == nullptr && m_code != nullptr) {
+        // Nothing of a failed first template is kept: a half-built tree would pass for a
+        // loaded one.
+        ShowMessage(HostMessageError, ErrorMessage());
+        EBNFDestroyCode();
+        m_code = nullptr;
+        return false;
+    }
     if (!loaded) {
         ShowMessage(HostMessageError, ErrorMessage());
         return false;

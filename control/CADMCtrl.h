@@ -80,9 +80,10 @@ public:
     // Loads the grammar; on failure shows the engine's message.
     bool SetEBNF(const char* pszFilename);
     // Adds a template: it merges into the code object held so far. On failure shows the
-    // engine's message; a code object of another kind (55) or an older version (56) is
-    // refused but kept, as are the nodes a failed template added. A file that cannot be opened
-    // changes nothing.
+    // engine's message. A failed first template leaves no code object; a later one that fails
+    // leaves the templates and profile held, with the nodes it added before failing (a file
+    // that cannot be opened or read adds none). A code object of another kind (55) or an
+    // older version (56) is refused but kept.
     bool SetADM(const char* pszFilename);
     // Load(OzReg, none); on success marks the current control's code object modified.
     bool LoadOZReg(const char* OzReg);

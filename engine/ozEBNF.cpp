@@ -125,19 +125,22 @@ bool LoadTemplate(const char* file)
     if (engine.code != nullptr)
         module.setCode(reinterpret_cast<intptr_t>(engine.code));
     engine.code = nullptr;
-    auto takeCode = [&] { engine.code = reinterpret_cast<void*>(module.getCode(0)); };
+    // From here the module holds the code object: it is taken back however the load ends,
+    // out of memory included, so that whoever lent it gets it back.
+    struct TakeBack {
+        Engine& engine;
+        ~TakeBack() { engine.code = reinterpret_cast<void*>(engine.module.getCode(0)); }
+    } takeBack{engine};
 
     Error().Code(0);
     Error().Description({});
     if (module.prepare(reinterpret_cast<intptr_t>(file)) == 0) {
         Error().Fail({file, 0, 0});
-        takeCode();
         return false;
     }
     std::string text, reason;
     if (!ozReadTemplateText(file, text, &reason)) {
         Error().Fail(EBNFErrorCannotRead, reason, {file, 0, 0});
-        takeCode();
         return false;
     }
     ozTemplateLexer lexer(text, *engine.grammar);
@@ -146,7 +149,6 @@ bool LoadTemplate(const char* file)
     if (!parsed)
         Error().Fail(parser.ErrorCode(), parser.ErrorDescription(),
                      ozPlaceInText(file, text, parser.ErrorOffset()));
-    takeCode();
     return parsed;
 }
 

@@ -72,10 +72,11 @@ OZ_EBNF_API int EBNFLoad(const char* grammarFile);
 
 // Reads a template by the grammar, calling its actions in document order: SetCodeH with the
 // code object set through EBNFSetCodeHandle (if any), PrepareCodeGeneration with the file
-// name, the grammar's actions, and GetCodeH at the end, whose result EBNFGetCodeHandle then
-// returns. `mode` is accepted for compatibility and not used. Returns 1 on success; 0 when
-// the file cannot be read, does not follow the grammar or an action fails, ErrorMessage()
-// then telling what and where.
+// name, the grammar's actions, and GetCodeH at the end however the load ends (out of memory
+// included), whose result EBNFGetCodeHandle then returns: a code object lent comes back.
+// `mode` is accepted for compatibility and not used. Returns 1 on success; 0 when the file
+// cannot be read, does not follow the grammar or an action fails, ErrorMessage() then telling
+// what and where.
 OZ_EBNF_API int FileLoad(const char* templateFile, int mode);
 
 // The code object the last FileLoad produced (or the one set last), or null.

@@ -88,10 +88,9 @@ intptr_t ActionlistValue(intptr_t)
         ozADMActionList* list = ozPeekActionList();
         if (list == nullptr)
             return false;
-        auto item = std::make_unique<ozActionItem>();
-        if (!list->Add(item.get()))
+        auto* added = new ozActionItem;
+        if (!list->Add(added))
             return ozFail(LoadErrorActionListFull);
-        ozActionItem* added = item.release();
         ozClassRegistry registry = ozCurrentClassRegistry();
         if (registry.tree == nullptr ||
             !added->RegKey(*registry.tree, registry.root, ozCurrentKeyName()))

@@ -6,34 +6,32 @@
 #include "ozLoadContext.h"
 #include "ozStringsSection.h"
 
+// Whatever fails, the code object stays in the context for GetCodeH to hand back: a lent one
+// holds templates and a profile its holder must not lose, and one made here is its caller's to
+// keep or drop. The [strings] table keeps what earlier templates defined.
 intptr_t PrepareCodeGeneration(intptr_t fileName)
 {
     ozLoadContext& context = ozLoadContext::Instance();
     try {
         context.CreateCode();
     } catch (const std::bad_alloc&) {
-        context.Destroy();
         return ozFail(StringsErrorOutOfMemory);
     }
     try {
         context.CreateStrings();
     } catch (const std::bad_alloc&) {
-        context.Destroy();
         return ozFail(LoadErrorStringTable);
     }
     int readError = 0;
     if (!ozReadStringsSection(reinterpret_cast<const char*>(fileName), *context.Strings(),
-                              &readError)) {
-        context.Destroy();
+                              &readError))
         return ozFail(readError);
-    }
     try {
-        context.CreateStacks();
+        context.CreateEmptyStacks();
     } catch (const std::bad_alloc&) {
-        // Reported, and the context is gone, yet the action succeeds: the engine then reads
-        // the template with actions that fail at their first push or scope.
+        // Reported, yet the action succeeds: the engine then reads the template with actions
+        // that fail at their first push or scope, for want of a stack.
         ozFail(LoadErrorStacks);
-        context.Destroy();
     }
     context.CurrentClass(0);
     return 1;

@@ -59,11 +59,12 @@ enum tLOADERROR : int {
 // ---- The code object (ozCodeActions.cpp)
 
 // Argument: the template's file name (const char*). Creates the code object, the [strings]
-// table and the stacks where absent and adds the template's [strings] section to the table
-// (earlier definitions win); the current class becomes 0. When the table cannot be created
-// (1100) or the file cannot be opened (1015) or read into memory (1007), destroys the load
-// context as DestroyCode does and fails. When a stack cannot be created, reports 1101 and
-// destroys the load context, yet succeeds.
+// table and the stacks where absent, empties the stacks (a failed load leaves nothing open for
+// the next) and adds the template's [strings] section to the table (earlier definitions win);
+// the current class becomes 0. Fails when the code object (1007) or the table (1100) cannot be
+// created or the file cannot be opened (1015) or read into memory (1007). On every failure
+// the code object, lent or made, stays for GetCodeH to hand back. When a stack cannot be
+// created, reports 1101 yet succeeds.
 OZ_ACTION_API intptr_t PrepareCodeGeneration(intptr_t fileName);
 // Returns the current code object (tTreeCodeHandle*), which the caller then owns, and forgets
 // it; 0 without one.

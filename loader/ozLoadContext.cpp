@@ -42,8 +42,12 @@ void ozLoadContext::CreateStrings()
         m_strings = std::make_unique<ozStringTable>();
 }
 
-void ozLoadContext::CreateStacks()
+void ozLoadContext::CreateEmptyStacks()
 {
+    if (m_arguments != nullptr)
+        m_arguments->Clear();
+    if (m_keyNames != nullptr)
+        m_keyNames->Clear();
     if (m_arguments == nullptr)
         m_arguments = std::make_unique<ozArgumentStack>();
     if (m_keyNames == nullptr)

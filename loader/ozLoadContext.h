@@ -42,8 +42,10 @@ public:
     // The stacks, or null.
     ozArgumentStack* Arguments() const { return m_arguments.get(); }
     ozKeyNameStack* KeyNames() const { return m_keyNames.get(); }
-    // Creates the stacks that are absent.
-    void CreateStacks();
+    // Creates the stacks that are absent and empties those there are: a load that failed
+    // leaves its open scopes and arguments behind, which must not change how the next
+    // template is read.
+    void CreateEmptyStacks();
 
     // The root type of the class begun last (RootUser for CLASS USER); 0 before any.
     unsigned long CurrentClass() const { return m_currentClass; }

@@ -29,9 +29,8 @@ intptr_t CreatePart()
         ozADMPolicy* policy = ozCurrentPolicy();
         if (policy == nullptr)
             return false;
-        if (!policy->AddControl(part.get()))
+        if (!policy->AddControl(part.release()))
             return ozFail(LoadErrorPart);
-        part.release();
         return true;
     });
 }

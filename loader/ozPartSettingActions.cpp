@@ -208,11 +208,8 @@ intptr_t DropdownAddItem(intptr_t)
             std::unique_ptr<char[]> name = ozFetchString();
             if (value == nullptr || name == nullptr)
                 return ozFail(LoadErrorDropdownItem);
-            if (!part.AddItem(name.get(), *value, nullptr))
+            if (!part.AddItem(name.get(), *value, list.release()))
                 return ozFail(LoadErrorDropdownItem);
-            // Given to the item once it is in, so that no failure on the way can lose it.
-            CCollection<ozADMListItem>& items = part.ItemList();
-            items.At(items.Count() - 1)->ActionList(list.release());
             return true;
         },
         LoadErrorDropdownItem);

@@ -56,10 +56,7 @@ bool ozADMComboBox::AddSuggestion(const char* s)
     size_t size = std::strlen(s) + 1;
     auto copy = std::make_unique<char[]>(size);
     std::memcpy(copy.get(), s, size);
-    if (!m_suggestions.Add(copy.get()))
-        return false;
-    copy.release();
-    return true;
+    return m_suggestions.Add(copy.release());
 }
 
 const CCollection<char>& ozADMComboBox::Suggestions() const

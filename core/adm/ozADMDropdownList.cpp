@@ -1,6 +1,7 @@
 #include "ozADMDropdownList.h"
 
 #include <memory>
+#include <new>
 
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
@@ -151,16 +152,18 @@ const CCollection<ozADMListItem>& ozADMDropdownList::ItemList() const
 bool ozADMDropdownList::AddItem(const char* name, const ozADMValue& value,
                                 ozADMActionList* actionList)
 {
+    std::unique_ptr<ozADMActionList> taken(actionList);
     if (name == nullptr)
         return false;
-    auto item = std::make_unique<ozADMListItem>();
-    item->Name(name);
-    item->Value() = value;
-    item->ActionList(actionList);
-    if (!m_items.Add(item.get()))
+    try {
+        auto item = std::make_unique<ozADMListItem>();
+        item->Name(name);
+        item->Value() = value;
+        item->ActionList(taken.release());
+        return m_items.Add(item.release());
+    } catch (const std::bad_alloc&) {
         return false;
-    item.release();
-    return true;
+    }
 }
 
 void ozADMDropdownList::NoSort(bool noSort)

@@ -26,8 +26,9 @@ public:
     virtual int Default() const;
     virtual CCollection<ozADMListItem>& ItemList();
     virtual const CCollection<ozADMListItem>& ItemList() const;
-    // Appends an item with copies of name and value, taking the action list (may be null).
-    // False for a null name.
+    // Appends an item with copies of name and value and the action list (may be null). The
+    // list is taken on every call: when no item is added (a null name, out of memory; false)
+    // it is destroyed.
     virtual bool AddItem(const char* name, const ozADMValue& value, ozADMActionList* actionList);
     virtual void NoSort(bool noSort);
     virtual bool NoSort() const;

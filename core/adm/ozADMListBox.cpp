@@ -90,8 +90,7 @@ tSYNCSTATE ozADMListBox::Sync()
         auto item = std::make_unique<ozADMListItem>();
         item->Name(value->Name());
         item->Value().SetString(value->DataText().c_str());
-        if (items.Add(item.get()))
-            item.release();
+        items.Add(item.release());
     }
     return SyncEnabled;
 }

@@ -94,7 +94,8 @@ public:
     // the policy is not enabled.
     const ozADMCtrl* RequiredPartLeftEmpty() const;
 
-    // Appends part to the parts (which take it) and makes this policy its policy.
+    // Appends part to the parts and makes this policy its policy. The parts take part also
+    // when it cannot be appended (out of memory; false): it is then destroyed.
     bool AddControl(ozADMCtrl* part);
 
 private:

@@ -69,9 +69,8 @@ bool ozListRegWrites(const ozADMRegWrites& writes, CCollection<ozADMRegEntry>& c
         entry->Root(root);
         entry->Key(keyPath.c_str());
         entry->ClearKey(true);
-        if (!collection.Add(entry.get()))
+        if (!collection.Add(entry.release()))
             return false;
-        entry.release();
     }
     return true;
 }

@@ -95,9 +95,8 @@ bool ozADMTree::WriteString(FILE* file, const char* text)
     auto entry = std::make_unique<ozADMStringEntry>();
     entry->Number(++m_stringCounter);
     entry->String(text);
-    if (!m_strings.Add(entry.get()))
+    if (!m_strings.Add(entry.release()))
         return false;
-    entry.release();
     return std::fprintf(file, "!!%s%lu", "string", m_stringCounter) >= 0;
 }
 

@@ -177,11 +177,7 @@ bool ozADMValue::SaveToCollection(unsigned int root, const char* key, const char
     entry->Valuename(valueName);
     entry->Expand(expand);
     entry->Value() = *this;
-    // A refused entry (out of memory) is not taken by the collection and is freed here.
-    if (!collection.Add(entry.get()))
-        return false;
-    entry.release();
-    return true;
+    return collection.Add(entry.release());
 }
 
 void ozADMValue::_Clear()

@@ -206,11 +206,7 @@ ozRegValue* ozSubKey::FindValue(const char* name)
     value->Root(Root());
     value->Name(name);
     value->SubKey(this);
-    if (!m_values.Add(value)) {
-        delete value;
-        return nullptr;
-    }
-    return value;
+    return m_values.Add(value) ? value : nullptr;
 }
 
 bool ozSubKey::RemoveValue(ozRegValue* v)

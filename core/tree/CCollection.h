@@ -14,8 +14,10 @@
 // comparison. Names compare exactly (case-sensitively).
 //
 // Ownership: an owning collection destroys its elements (a collection of char holds strings
-// allocated with new[] and destroys them with delete[]). A named element is destroyed by its
-// index entry, an element without a name by its sequence item. Collections are not copied.
+// allocated with new[] and destroys them with delete[]), from the moment they are passed to
+// Add, whether Add succeeds or not; a collection that does not own its elements never
+// destroys one. A named element is destroyed by its index entry, an element without a name by
+// its sequence item. Collections are not copied.
 template <class T>
 class CCollection {
 public:
@@ -31,19 +33,18 @@ public:
     bool OwnsElements() const { return m_ownsElements; }
 
     // Appends element to the sequence; with a name it is also filed in the name index.
-    // Refused (false) for a null element, and for a name already present: then nothing is
-    // added and an owning collection destroys the element passed in. False also when memory
-    // runs out (the element is then not taken either).
+    // Refused (false) for a null element, for a name already present and when memory runs
+    // out: then nothing is added, and an owning collection destroys the element passed in.
     bool Add(T* element, const char* name = nullptr)
     {
         if (element == nullptr)
             return false;
         if (name != nullptr && !AddToIndex(name, element))
-            return false;
+            return Refuse(element);
         if (!AppendItem(element, name)) {
             if (name != nullptr)
                 RemoveFromIndex(name, /*destroyElement=*/false);
-            return false;
+            return Refuse(element);
         }
         if (name != nullptr)
             RememberLastName(name);
@@ -154,6 +155,14 @@ private:
             delete element;
     }
 
+    // An element Add refused: an owning collection has taken it all the same.
+    bool Refuse(T* element)
+    {
+        if (m_ownsElements)
+            DestroyElement(element);
+        return false;
+    }
+
     static char* CopyName(const char* name)
     {
         size_t size = std::strlen(name) + 1;
@@ -199,11 +208,8 @@ private:
         IndexEntry** link = &m_buckets[Hash(name)];
         while (*link != nullptr) {
             int order = std::strcmp(name, (*link)->name);
-            if (order == 0) {
-                if (m_ownsElements)
-                    DestroyElement(element);
+            if (order == 0)
                 return false;
-            }
             link = order < 0 ? &(*link)->left : &(*link)->right;
         }
         char* nameCopy = CopyName(name);

@@ -95,11 +95,10 @@ bool SetListBox(ozADMListBox& list, const std::string& text, std::string& why)
         auto item = std::make_unique<ozADMListItem>();
         item->Name(entry.name.c_str());
         item->Value().SetString(entry.value.c_str());
-        if (!items.Add(item.get())) {
+        if (!items.Add(item.release())) {
             why = "out of memory";
             return false;
         }
-        item.release();
     }
     return true;
 }

@@ -411,6 +411,22 @@ TEST_F(PartsTest, CopyIsDeepButSharesKeyAndPolicy)
     }
 }
 
+int g_actionListsDestroyed = 0;
+struct CountedActionList : ozADMActionList {
+    ~CountedActionList() override { ++g_actionListsDestroyed; }
+};
+
+TEST(PartOwnership, DropdownTakesTheActionListOfARefusedItem)
+{
+    {
+        ozADMDropdownList list;
+        EXPECT_TRUE(list.AddItem("item", Adm("dword:1"), new CountedActionList));
+        EXPECT_FALSE(list.AddItem(nullptr, Adm("dword:1"), new CountedActionList));
+        EXPECT_EQ(g_actionListsDestroyed, 1);
+    }
+    EXPECT_EQ(g_actionListsDestroyed, 2);
+}
+
 TEST(PartDefaults, DropdownSelectionIsClampedAndNumericRegainsItsEmptiness)
 {
     const struct {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,11 @@ OZ_TEST_ACTION intptr_t Refuse(intptr_t)
 OZ_TEST_ACTION intptr_t RefuseSilently(intptr_t)
 {
     return 0;
+}
+
+OZ_TEST_ACTION intptr_t RunOutOfMemory(intptr_t)
+{
+    throw std::bad_alloc();
 }
 
 OZ_TEST_ACTION intptr_t SetCodeH(intptr_t code)
@@ -311,6 +317,8 @@ TEST_F(EngineTest, CodeObjectIsLentAndTakenBack)
 
     EXPECT_FALSE(Read(AllTokens, "a \"b"));
     EXPECT_EQ(EBNFGetCodeHandle(), &codeObject) << "a failed load still hands the code back";
+    EXPECT_FALSE(Read("start = WORD @RunOutOfMemory ;", "a"));
+    EXPECT_EQ(EBNFGetCodeHandle(), &codeObject) << "also when memory runs out";
 }
 
 TEST_F(EngineTest, TemplatesNeedAGrammar)

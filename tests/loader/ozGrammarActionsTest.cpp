@@ -91,18 +91,6 @@ TEST_F(GrammarActionTest, CodeObjectIsMadeHandedOutAndLentBack)
     // DestroyCode (in TearDown) destroys the lent code object, as the engine's destroy asks.
 }
 
-TEST_F(GrammarActionTest, MissingTemplateDestroysTheContext)
-{
-    ASSERT_TRUE(Prepare());
-    Push("left over");
-    EXPECT_EQ(PrepareCodeGeneration(reinterpret_cast<intptr_t>("/no/such/template.adm")), 0);
-    EXPECT_EQ(ozRecordedErrorCode(), StringsErrorCannotOpen);
-    EXPECT_EQ(Context().Code(), nullptr);
-    EXPECT_EQ(Context().Strings(), nullptr);
-    EXPECT_EQ(Context().Arguments(), nullptr);
-    EXPECT_EQ(Context().KeyNames(), nullptr);
-}
-
 TEST_F(GrammarActionTest, DestroyCodeFreesEverythingLeftByAnUnfinishedLoad)
 {
     ASSERT_TRUE(Prepare("[strings]\r\nA=a\r\n"));

@@ -151,7 +151,6 @@ TEST_F(TemplateLoadTest, ErrorsCarryTheirNumberAndPlace)
         std::string text;
         const char* expected;  // the message after the file name
     } cases[] = {
-        {head + "POLICY p VALUENAME v END POLICY\nEND CATEGORY\n", ":3:26: error 1111"},
         {head + "KEYNAME k\nPOLICY p\n PART x EDITTEXT END PART\nEND POLICY\nEND CATEGORY\n",
          ":5:22: error 1135"},
         {head + "KEYNAME k\nPOLICY p\n PART x LISTBOX VALUEPREFIX a EXPLICITVALUE END PART\n",
@@ -168,6 +167,8 @@ TEST_F(TemplateLoadTest, ErrorsCarryTheirNumberAndPlace)
         {head + "#if version >= 4\n", ":3:1: error 1005: #if without #endif"},
         {head + "KEYNAME k\nPOLICY p VALUENAME \"v\n",
          ":4:20: error 1004: a text in quotes is not closed"},
+        // The load before failed inside KEYNAME k, which must not become this policy's key.
+        {head + "POLICY p VALUENAME v END POLICY\nEND CATEGORY\n", ":3:26: error 1111"},
     };
     for (const Case& each : cases) {
         EXPECT_FALSE(Load(each.text)) << each.text;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -54,10 +55,10 @@ TEST_F(CollectionTest, RefusesADuplicateNameAndDestroysTheRefusedElementWhenOwni
     EXPECT_EQ(g_destroyed, std::vector<std::string>{"second"});
 
     CCollection<Element> borrowing(false);
-    Element kept("kept");
-    Element refused("refused");
-    EXPECT_TRUE(borrowing.Add(&kept, "x"));
-    EXPECT_FALSE(borrowing.Add(&refused, "x"));
+    auto kept = std::make_unique<Element>("kept");
+    auto refused = std::make_unique<Element>("refused");
+    EXPECT_TRUE(borrowing.Add(kept.get(), "x"));
+    EXPECT_FALSE(borrowing.Add(refused.get(), "x"));
     EXPECT_EQ(g_destroyed, std::vector<std::string>{"second"});
 }
 
@@ -84,13 +85,13 @@ TEST_F(CollectionTest, ManyNamesInOneBucketStayFindableAndRemovable)
 TEST_F(CollectionTest, SequenceGrowsInStepsOfOneHundred)
 {
     CCollection<Element> collection(false);
-    Element element("e");
-    EXPECT_TRUE(collection.Add(&element));
+    auto element = std::make_unique<Element>("e");
+    EXPECT_TRUE(collection.Add(element.get()));
     EXPECT_EQ(collection.Capacity(), 100);
     for (int i = 1; i < 100; ++i)
-        collection.Add(&element);
+        collection.Add(element.get());
     EXPECT_EQ(collection.Capacity(), 100);
-    collection.Add(&element);
+    collection.Add(element.get());
     EXPECT_EQ(collection.Capacity(), 200);
     EXPECT_EQ(collection.Count(), 101);
 }
@@ -130,12 +131,12 @@ TEST_F(CollectionTest, RemoveAllDropsUnnamedElementsBeforeNamedOnes)
 
 TEST_F(CollectionTest, BorrowingCollectionDestroysNothing)
 {
-    Element named("named");
-    Element plain("plain");
+    auto named = std::make_unique<Element>("named");
+    auto plain = std::make_unique<Element>("plain");
     {
         CCollection<Element> collection(false);
-        collection.Add(&named, "n");
-        collection.Add(&plain);
+        collection.Add(named.get(), "n");
+        collection.Add(plain.get());
         collection.RemoveAt(0);
     }
     EXPECT_TRUE(g_destroyed.empty());
