@@ -42,10 +42,9 @@ bool ozPolSettingOf(const ozPolRecord& record, ozPolSetting& setting, ozPolError
 // Appends the records of one model key, in the order a file holds them: "**delvals." for a
 // key with operation 'E', the key-creation record for a saved key with operation 'I' and no
 // values (keys without the Save flag and without values give no record), then one record per
-// value of item type 'r' or 'm' in the key's
-// order (other item types are not registry values and are left out). Operations 'I' and 'C'
-// write the value's (new) data, 'D' writes "**del.<name>". False, with a description naming
-// key and value in error, for a key path the model cannot give, for operations 'A', 'L' and
-// 'R', which have no record form, and for data of 4 GiB or more; records then holds what was
-// appended before.
+// value of item type 'r' or 'm' in the key's order (other item types are not registry values
+// and are left out). Operations 'I' and 'C' write the value's (new) data, 'D' writes
+// "**del.<name>". False, with a description naming key and value in error, for a key path the
+// model cannot give, for operations 'A', 'L' and 'R', which have no record form, and for data
+// of 4 GiB or more; records then holds what was appended before.
 bool ozPolRecordsOfKey(ozSubKey& key, std::vector<ozPolRecord>& records, std::string& error);
