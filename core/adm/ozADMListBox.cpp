@@ -26,7 +26,8 @@ bool ozADMListBox::_AddRegWrites(ozADMRegWrites& writes, bool enabled) const
     ozADMRegWrite keyWrite;
     keyWrite.key = key;
     // Disabled: the whole key is emptied, whatever values it holds, including ones this part
-    // never wrote.
+    // never wrote. Enabled: the key is marked as written, so that a list left empty still
+    // reads back as enabled; the entries add to the key (additive or not, nothing is erased).
     keyWrite.kind = enabled ? ozADMRegWrite::WriteInsertKey : ozADMRegWrite::WriteEraseKey;
     writes.push_back(keyWrite);
     if (!enabled || m_values == nullptr)
@@ -76,7 +77,8 @@ tSYNCSTATE ozADMListBox::Sync()
     if (key->Op() == KeyOpEraseValues)
         return SyncDisabled;
     const CCollection<ozRegValue>& values = key->Values();
-    if (values.Count() == 0)
+    // A key saved without values is a list left empty; a key merely there says nothing.
+    if (values.Count() == 0 && !key->Save())
         return SyncConflict;
     CCollection<ozADMListItem>& items = ClearValues();
     ozRegValue* value = nullptr;

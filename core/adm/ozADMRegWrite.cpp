@@ -23,7 +23,9 @@ bool Apply(const ozADMRegWrite& write)
             key->Save(true);
             return true;
         case ozADMRegWrite::WriteInsertKey:
+            // Saved even without values: a list left empty still says "enabled, no entries".
             key->Op(KeyOpInsert);
+            key->Save(true);
             return true;
         case ozADMRegWrite::WriteValue:
             break;

@@ -20,7 +20,8 @@ struct ozADMRegWrite {
     enum tWRITEKIND {
         WriteValue,      // valueName gets value (a string as an expandable one when expand)
         WriteEraseKey,   // every value of the key is removed (a list box of a disabled policy)
-        WriteInsertKey,  // the key is marked as written (a list box of an enabled policy)
+        WriteInsertKey,  // the key is marked as written: operation 'I', saved even without
+                         // values (a list box of an enabled policy)
     };
 
     tWRITEKIND kind = WriteValue;

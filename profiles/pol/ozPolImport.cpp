@@ -43,11 +43,12 @@ bool ozPolImport::Fail(std::string message)
 
 bool ozPolImport::Apply(unsigned int root, const ozPolSetting& setting)
 {
-    if (setting.action == tPOLACTION::EraseValues) {
+    if (setting.action == tPOLACTION::EraseValues || setting.action == tPOLACTION::CreateKey) {
         ozSubKey* key = _CreateKey(root, setting.keyPath.c_str());
         if (key == nullptr)
             return false;
-        key->Op(KeyOpEraseValues);
+        if (setting.action == tPOLACTION::EraseValues)
+            key->Op(KeyOpEraseValues);
         key->Save(true);
         return true;
     }

@@ -44,6 +44,11 @@ bool ozPolSettingOf(const ozPolRecord& record, ozPolSetting& setting, ozPolError
         setting.valueName.clear();
         return true;
     }
+    if (name.empty() && record.type == RegNone && record.data.empty()) {
+        setting.action = tPOLACTION::CreateKey;
+        setting.valueName.clear();
+        return true;
+    }
     if (name.substr(0, kDeleteValue.size()) == kDeleteValue) {
         setting.action = tPOLACTION::DeleteValue;
         setting.valueName = ozPolNarrow(name.substr(kDeleteValue.size()));
@@ -88,9 +93,11 @@ bool ozPolRecordsOfKey(ozSubKey& key, std::vector<ozPolRecord>& records, std::st
         return false;
     }
     const std::u16string keyPath = ozPolWide(path);
+    const CCollection<ozRegValue>& values = key.Values();
     if (key.Op() == KeyOpEraseValues)
         records.push_back({keyPath, std::u16string(kEraseValues), RegSz, kBlankString, 0});
-    const CCollection<ozRegValue>& values = key.Values();
+    else if (key.Save() && values.Count() == 0)
+        records.push_back({keyPath, std::u16string(), RegNone, std::string(), 0});
     for (int i = 0; i < values.Count(); ++i) {
         const ozRegValue* value = values.At(i);
         if (value->RIT() != RitR && value->RIT() != RitM)

@@ -3,6 +3,8 @@
 //     record's type and data (text types converted to narrow text, see ozPolText);
 //   - "**del.<name>" deletes one value: the value <name> with operation 'D';
 //   - "**delvals." erases the values of its key: the key's operation 'E';
+//   - a record with an empty value name, type REG_NONE and no data creates its key: the key
+//     is saved (the key's Save flag), without a value;
 //   - every other name, "**DeleteValues", "**DeleteKeys", "**SecureKey", "**soft.<name>" and
 //     other spellings of the prefixes among them, is a value that keeps its name, operation
 //     'I', so that it is written back as it came.
@@ -21,6 +23,7 @@ enum class tPOLACTION {
     SetValue,     // the value valueName of keyPath gets type and data, operation 'I'
     DeleteValue,  // the value valueName of keyPath gets operation 'D'
     EraseValues,  // the key keyPath gets operation 'E'
+    CreateKey,    // the key keyPath is saved, without a value
 };
 
 struct ozPolSetting {
@@ -37,10 +40,11 @@ struct ozPolSetting {
 bool ozPolSettingOf(const ozPolRecord& record, ozPolSetting& setting, ozPolError& error);
 
 // Appends the records of one model key, in the order a file holds them: "**delvals." for a
-// key with operation 'E', then one record per value of item type 'r' or 'm' in the key's
-// order (other item types are not registry values and are left out). Operations 'I' and 'C'
-// write the value's (new) data, 'D' writes "**del.<name>". False, with a description naming
-// key and value in error, for a key path the model cannot give, for operations 'A', 'L' and
-// 'R', which have no record form, and for data of 4 GiB or more; records then holds what was
-// appended before.
+// key with operation 'E', the key-creation record for a saved key with operation 'I' and no
+// values (keys without the Save flag and without values give no record), then one record per
+// value of item type 'r' or 'm' in the key's order (other item types are not registry values
+// and are left out). Operations 'I' and 'C' write the value's (new) data, 'D' writes
+// "**del.<name>". False, with a description naming key and value in error, for a key path the
+// model cannot give, for operations 'A', 'L' and 'R', which have no record form, and for data
+// of 4 GiB or more; records then holds what was appended before.
 bool ozPolRecordsOfKey(ozSubKey& key, std::vector<ozPolRecord>& records, std::string& error);

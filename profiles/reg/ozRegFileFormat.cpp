@@ -131,6 +131,11 @@ bool AppendValue(ozWideString& out, const ozRegValue& value, const std::string& 
 
 bool ozRegFormatKey(ozSubKey& key, ozWideString& out, std::string& problem)
 {
+    const CCollection<ozRegValue>& values = key.Values();
+    // A key that is merely there (along a path, or bound to a template) is not written: a
+    // section without values stands for a key saved without values.
+    if (key.Op() != KeyOpEraseValues && !key.Save() && values.Count() == 0)
+        return true;
     std::string rootName = ozRegRootName(key.Root());
     std::string path = key.KeyPath();
     std::string keyName = (rootName.empty() ? "root " + std::to_string(key.Root()) : rootName) +
@@ -153,7 +158,6 @@ bool ozRegFormatKey(ozSubKey& key, ozWideString& out, std::string& problem)
     }
 
     ozWideString text;
-    const CCollection<ozRegValue>& values = key.Values();
     if (key.Op() == KeyOpEraseValues) {
         AppendAscii(text, "[-");
         text += section;

@@ -10,9 +10,10 @@ class ozSubKey;
 class ozRegValue;
 
 // Appends the text of key to out. A key with operation 'E' gets "[-KEY]" and, when it has
-// values, a following "[KEY]" section with them; any other key gets its "[KEY]" section, even
-// without values, so that empty keys are kept. False, with problem naming the key or value,
-// when the key lies under a predefined key a .reg file cannot name, its path does not fit the
-// model's path buffer or holds a line break, or a value has an operation the format has no
-// form for ('A', 'L', 'R'); out is then unchanged.
+// values, a following "[KEY]" section with them; any other key with values or with the Save
+// flag gets its "[KEY]" section (a saved key without values is kept so), and a key with
+// neither appends nothing. False, with problem naming the key or value, when the key lies
+// under a predefined key a .reg file cannot name, its path does not fit the model's path buffer
+// or holds a line break, or a value has an operation the format has no form for ('A', 'L',
+// 'R'); out is then unchanged.
 bool ozRegFormatKey(ozSubKey& key, ozWideString& out, std::string& problem);

@@ -83,8 +83,10 @@ bool ozRegREGImport::Apply(const ozRegFileEntry& entry, std::string& problem)
         problem = "the key \"" + entry.keyPath + "\" cannot be created (a key name is too long)";
         return false;
     }
-    if (entry.kind == ozRegFileEntry::Kind::Key)
+    if (entry.kind == ozRegFileEntry::Kind::Key) {
+        key->Save(true);  // the section itself says the key is there, values or not
         return true;
+    }
     if (entry.kind == ozRegFileEntry::Kind::DeletedKey) {
         // The model's nearest operation: the key's values are to be erased.
         key->Op(KeyOpEraseValues);

@@ -99,7 +99,7 @@ TEST_F(PolProfileTest, RecordsBecomeTreeEntriesAndAreWrittenBack)
          {"1:K I", "  [**DeleteValues] rI 1 613B6200", "  [**DeleteKeys] rI 1 5300",
           "  [**SecureKey] rI 4 01000000", "  [**soft.V] rI 4 02000000", "  [**Del.W] rI 1 2000"},
          {}},
-        {"a record of the key alone", {{u"K", u"", 0, ""}}, {"1:K I", "  [] rI 0 "}, {}},
+        {"the key-creation record saves its key", {{u"K", u"", 0, ""}}, {"1:K I"}, {}},
         {"a key's records gather at its first",
          {{u"A", u"x", 4, One}, {u"B", u"y", 4, One}, {u"A", u"z", 4, One}},
          {"1:A I", "  [x] rI 4 01000000", "  [z] rI 4 01000000", "1:B I", "  [y] rI 4 01000000"},

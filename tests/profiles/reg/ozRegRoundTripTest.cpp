@@ -43,7 +43,8 @@ void SetBytes(ozRegValue* value, unsigned long type, const std::string& bytes)
                    reinterpret_cast<const unsigned char*>(bytes.data()));
 }
 
-// Every form a value takes in a file, keys of every kind, under every root a file can name.
+// Every form a value takes in a file, keys of every kind (saved ones without values too), under
+// every root a file can name.
 void FillTrees(tTreeCodeHandle& code)
 {
     using namespace std::string_literals;
@@ -63,17 +64,17 @@ void FillTrees(tTreeCodeHandle& code)
     SetBytes(Value(user, HKEY_CURRENT_USER, app, "unterminated"), RegSz, "abc");
     Value(user, HKEY_CURRENT_USER, app, "umlauts")->SetString(Narrow(u"Gr\u00fc\u00dfe").c_str());
     Value(user, HKEY_CURRENT_USER, app, "deleted")->SetDelete();
-    user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\Empty");
+    user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\Empty")->Save(true);
     user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\Erased")->Op(KeyOpEraseValues);
     ozSubKey* erasedWithValues = user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\Refilled");
     erasedWithValues->Op(KeyOpEraseValues);
     erasedWithValues->FindValue("item")->SetString("1");
-    user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\odd ] name; [x]");
+    user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\odd ] name; [x]")->Save(true);
 
     ozRegTree& machine = code.tree->MacTree();
     Value(machine, HKEY_LOCAL_MACHINE, "SOFTWARE\\Policies\\ozADM", "Enabled")->SetDWORD(1);
     Value(machine, HKEY_CLASSES_ROOT, ".ozt", "")->SetString("ozADM.Template");
-    machine.FindKey(HKEY_USERS, ".DEFAULT\\Software\\ozADM");
+    machine.FindKey(HKEY_USERS, ".DEFAULT\\Software\\ozADM")->Save(true);
     Value(machine, HKEY_CURRENT_CONFIG, "Software\\ozADM", "x")->SetDelete();
 }
 
@@ -134,6 +135,9 @@ TEST_F(RegRoundTrip, FilesAreVersion5InUtf16WithCrLf)
                             .substr(2)),
               std::string::npos)
         << "an erased key without values gets no second section";
+    EXPECT_EQ(user.find(ozUtf16Bytes(u"[HKEY_CURRENT_USER\\Software\\ozADM]").substr(2)),
+              std::string::npos)
+        << "a key along a path, neither saved nor holding values, gets no section";
 }
 
 TEST_F(RegRoundTrip, OneFileNamedForBothProfilesHoldsBothTrees)
