@@ -107,6 +107,10 @@ TEST(PolicyRoundTripTest, EveryTemplateEnabledAndDisabledThroughEveryLibrary)
     ozTestFile user("round-trip-user");
     ozTestFile machine("round-trip-machine");
     for (const std::string& file : Templates()) {
+        // Where narrow text has no Chinese (Windows' Western code page), the Chinese template's
+        // distinct names become question marks and equal sibling names merge on loading.
+        if (file.find("zhCN") != std::string::npos && !ozNarrowTextHoldsChinese())
+            continue;
         for (const std::string& library : libraries) {
             for (tPOLICYSTATE state : {PolicyEnabled, PolicyDisabled}) {
                 SCOPED_TRACE(file + " through " + library + " state " + std::to_string(state));
