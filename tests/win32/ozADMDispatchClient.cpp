@@ -13,25 +13,9 @@
 #include <vector>
 
 #include "ozADM.h"
+#include "ozComTestClient.h"
 
 namespace {
-
-int g_failures = 0;
-
-void Check(const char* name, bool condition)
-{
-    std::printf("%s %s\n", condition ? "ok  " : "FAIL", name);
-    if (!condition)
-        ++g_failures;
-}
-
-// A VARIANT that clears itself.
-struct Variant : VARIANT {
-    Variant() { VariantInit(this); }
-    ~Variant() { VariantClear(this); }
-    Variant(const Variant&) = delete;
-    Variant& operator=(const Variant&) = delete;
-};
 
 struct Argument : Variant {
     explicit Argument(const std::wstring& text)
@@ -45,32 +29,6 @@ struct Argument : Variant {
         iVal = number;
     }
 };
-
-DISPID Id(IDispatch* control, const wchar_t* name)
-{
-    DISPID id = DISPID_UNKNOWN;
-    auto* text = const_cast<LPOLESTR>(name);
-    if (FAILED(control->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id)))
-        return DISPID_UNKNOWN;
-    return id;
-}
-
-// Calls name with arguments given first parameter first.
-HRESULT Call(IDispatch* control, const wchar_t* name, std::vector<VARIANT*> arguments,
-             VARIANT* result, WORD flags = DISPATCH_METHOD, UINT* argErr = nullptr)
-{
-    std::vector<VARIANT> reversed;
-    for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
-        reversed.push_back(**argument);
-    DISPPARAMS params = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-    DISPID put = DISPID_PROPERTYPUT;
-    if (flags == DISPATCH_PROPERTYPUT) {
-        params.rgdispidNamedArgs = &put;
-        params.cNamedArgs = 1;
-    }
-    return control->Invoke(Id(control, name), IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result,
-                           nullptr, argErr);
-}
 
 bool CallTrue(IDispatch* control, const wchar_t* name, std::vector<VARIANT*> arguments)
 {

@@ -1,6 +1,6 @@
-// What the parts of the embedding client share: the check report, an event sink that records
-// KeyDown, a recorder of the key messages a window receives, and the checks of the control's
-// child windows and keys (ozADMEmbeddingWindows.cpp).
+// What the parts of the embedding client share (besides ozComTestClient.h): an event sink that
+// records KeyDown, a recorder of the key messages a window receives, and the checks of the
+// control's child windows and keys (ozADMEmbeddingWindows.cpp).
 #pragma once
 
 #include <windows.h>
@@ -12,9 +12,7 @@
 #include <vector>
 
 #include "ozADM.h"
-
-// Prints the check; failures are counted for the exit code.
-void Check(const char* name, bool condition);
+#include "ozComTestClient.h"
 
 // Records the KeyDown events it receives.
 class KeySink final : public IDispatch {

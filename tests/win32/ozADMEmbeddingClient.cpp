@@ -16,20 +16,6 @@
 
 namespace {
 
-int g_failures = 0;
-
-}  // namespace
-
-void Check(const char* name, bool condition)
-{
-    std::printf("%s %s\n", condition ? "ok  " : "FAIL", name);
-    std::fflush(stdout);
-    if (!condition)
-        ++g_failures;
-}
-
-namespace {
-
 using AtlAxWinInitFunction = BOOL(WINAPI*)();
 using AtlAxCreateControlFunction = HRESULT(WINAPI*)(LPCOLESTR, HWND, IStream*, IUnknown**);
 using AtlAxGetControlFunction = HRESULT(WINAPI*)(HWND, IUnknown**);
@@ -82,28 +68,6 @@ void CheckEvents(IUnknown* control, HWND window)
     container->Release();
 }
 
-// Sets a property through the dispatch interface.
-bool Put(IDispatch* control, const wchar_t* name, VARIANT value)
-{
-    DISPID id = 0;
-    auto* text = const_cast<LPOLESTR>(name);
-    DISPID put = DISPID_PROPERTYPUT;
-    DISPPARAMS params = {&value, &put, 1, 1};
-    return SUCCEEDED(control->GetIDsOfNames(IID_NULL, &text, 1, 0, &id)) &&
-           SUCCEEDED(control->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYPUT, &params, nullptr,
-                                     nullptr, nullptr));
-}
-
-bool Get(IDispatch* control, const wchar_t* name, VARIANT* value)
-{
-    DISPID id = 0;
-    auto* text = const_cast<LPOLESTR>(name);
-    DISPPARAMS none = {nullptr, nullptr, 0, 0};
-    return SUCCEEDED(control->GetIDsOfNames(IID_NULL, &text, 1, 0, &id)) &&
-           SUCCEEDED(control->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYGET, &none, value, nullptr,
-                                     nullptr));
-}
-
 void CheckPersistence(IUnknown* control)
 {
     IDispatch* dispatch = nullptr;
@@ -128,7 +92,9 @@ void CheckPersistence(IUnknown* control)
     VARIANT library;
     V_VT(&library) = VT_BSTR;
     V_BSTR(&library) = SysAllocString(L"C:\\Program Files\\ozADM\\ozRegPOL.dll");
-    bool changed = Put(dispatch, L"ShowMachine", no) && Put(dispatch, L"ozImpExLibrary", library);
+    bool changed =
+        SUCCEEDED(Call(dispatch, L"ShowMachine", {&no}, nullptr, DISPATCH_PROPERTYPUT)) &&
+        SUCCEEDED(Call(dispatch, L"ozImpExLibrary", {&library}, nullptr, DISPATCH_PROPERTYPUT));
     Check("a changed property makes it dirty", changed && persist->IsDirty() == S_OK);
     Check("Save without clearing leaves it dirty",
           SUCCEEDED(persist->Save(stream, FALSE)) && persist->IsDirty() == S_OK);
@@ -145,9 +111,10 @@ void CheckPersistence(IUnknown* control)
                                    IID_IPersistStreamInit, reinterpret_cast<void**>(&copy))) &&
         SUCCEEDED(stream->Seek(start, STREAM_SEEK_SET, nullptr)) && SUCCEEDED(copy->Load(stream)) &&
         SUCCEEDED(copy->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&copyDispatch)));
-    loaded = loaded && Get(copyDispatch, L"ShowMachine", &showMachine) &&
-             Get(copyDispatch, L"ozImpExLibrary", &copiedLibrary) &&
-             Get(copyDispatch, L"ShowUser", &showUser);
+    for (auto [name, value] : {std::pair{L"ShowMachine", &showMachine},
+                               {L"ozImpExLibrary", &copiedLibrary},
+                               {L"ShowUser", &showUser}})
+        loaded = loaded && SUCCEEDED(Call(copyDispatch, name, {}, value, DISPATCH_PROPERTYGET));
     Check("another control loads the saved properties",
           loaded && V_VT(&showMachine) == VT_BOOL && V_BOOL(&showMachine) == VARIANT_FALSE &&
               V_VT(&showUser) == VT_BOOL && V_BOOL(&showUser) == VARIANT_TRUE &&
