@@ -35,11 +35,3 @@ std::string ozJsonString(std::string_view text)
     }
     return json + "\"";
 }
-
-std::string ozJsonStrings(const std::vector<std::string>& texts)
-{
-    std::string json = "[";
-    for (std::size_t i = 0; i < texts.size(); ++i)
-        json += (i == 0 ? "" : ", ") + ozJsonString(texts[i]);
-    return json + "]";
-}

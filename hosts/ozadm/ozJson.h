@@ -4,9 +4,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 // text in double quotes, with ", \ and the control characters escaped.
 std::string ozJsonString(std::string_view text);
-// The texts as a JSON array of strings.
-std::string ozJsonStrings(const std::vector<std::string>& texts);

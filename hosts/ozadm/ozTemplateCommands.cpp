@@ -3,6 +3,8 @@
 
 #include "control/CADMCtrl.h"
 #include "core/adm/ozADMCtrl.h"
+#include "core/adm/ozADMRegEntry.h"
+#include "core/adm/ozADMValue.h"
 #include "core/adm/tTreeCodeHandle.h"
 #include "ozCommandSupport.h"
 #include "ozCommands.h"
@@ -13,6 +15,43 @@
 #include "ozTreeText.h"
 
 namespace {
+
+// The registry entries a policy configures as JSON objects, so that a program reading them
+// needs no second parser: the key with its root, the value name, what is done ("set",
+// "delete" or "deleteAllValues") and, for a value set, its type and data (a number for a
+// REG_DWORD, else text).
+std::string EntriesJson(const ozADMPolicy& policy)
+{
+    CCollection<ozADMRegEntry> entries;
+    policy.Configures(entries);
+    std::string json = "[";
+    for (int i = 0; i < entries.Count(); ++i) {
+        const ozADMRegEntry& entry = *entries.At(i);
+        static const char* const roots[] = {"HKCR", "HKCU", "HKLM", "HKU"};
+        std::string key = entry.Root() < 4 ? std::string(roots[entry.Root()]) + "\\" : "";
+        key += entry.Key() != nullptr ? entry.Key() : "";
+        json += std::string(i == 0 ? "" : ", ") + "{\"key\": " + ozJsonString(key);
+        const ozADMValue& value = entry.Value();
+        if (entry.ClearKey()) {
+            json += ", \"operation\": \"deleteAllValues\"}";
+            continue;
+        }
+        json += ", \"valueName\": " +
+                ozJsonString(entry.Valuename() != nullptr ? entry.Valuename() : "");
+        if (value.Type() == ozADMValue::ValueDelete) {
+            json += ", \"operation\": \"delete\"}";
+        } else if (value.Type() == ozADMValue::ValueNumeric) {
+            json += ", \"operation\": \"set\", \"type\": \"REG_DWORD\", \"data\": " +
+                    std::to_string(static_cast<unsigned long>(value)) + "}";
+        } else {
+            const char* text = static_cast<const char*>(value);
+            json += std::string(", \"operation\": \"set\", \"type\": \"") +
+                    (entry.Expand() ? "REG_EXPAND_SZ" : "REG_SZ") +
+                    "\", \"data\": " + ozJsonString(text != nullptr ? text : "") + "}";
+        }
+    }
+    return json + "]";
+}
 
 // Prepares the session and loads the templates and the profiles.
 bool Open(ozHostSession& session, const ozCommandLine& line, bool skipMissingProfiles)
@@ -243,13 +282,15 @@ int ozConfiguredCommand(const ozCommandArgs& args)
         const char* state = nullptr;
         SplitConfigured(policies[i], path, state);
         std::vector<std::string> entries;
-        if (withEntries)
+        if (withEntries && !line.json)
             entries = Elements(control.PolicyConfigures(path.c_str()));
         if (line.json) {
             std::cout << (i == 0 ? "\n" : ",\n") << "  {\"path\": " << ozJsonString(path)
                       << ", \"state\": \"" << state << "\"";
-            if (withEntries)
-                std::cout << ", \"entries\": " << ozJsonStrings(entries);
+            // Every path the control lists as configured names a policy of the tree.
+            if (const ozADMPolicy* policy = ozFindPolicy(control.Code(), path);
+                withEntries && policy != nullptr)
+                std::cout << ", \"entries\": " << EntriesJson(*policy);
             std::cout << "}";
             continue;
         }
@@ -290,7 +331,7 @@ int ozConfiguresCommand(const ozCommandArgs& args)
     if (line.json) {
         std::cout << "{\"policy\": " << ozJsonString(path) << ", \"state\": \""
                   << ozPolicyStateName(policy->State())
-                  << "\", \"entries\": " << ozJsonStrings(entries) << "}\n";
+                  << "\", \"entries\": " << EntriesJson(*policy) << "}\n";
         return 0;
     }
     for (const std::string& entry : entries)

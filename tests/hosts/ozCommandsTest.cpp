@@ -82,10 +82,17 @@ TEST_F(OzadmCommands, SetSavesWhatShowAndConfiguredThenReport)
 
     ASSERT_EQ(
         Run(std::string("configures example.adm --profile new.ozp --json --policy ") + kProxy), 0);
-    EXPECT_EQ(out.rfind("{\"policy\": \"MACHINE\\\\Browser\\\\Proxy server\", \"state\": "
-                        "\"enabled\", \"entries\": [\"\\\"HKLM",
-                        0),
-              0u)
+    EXPECT_EQ(
+        out.rfind("{\"policy\": \"MACHINE\\\\Browser\\\\Proxy server\", \"state\": "
+                  "\"enabled\", \"entries\": [{\"key\": \"HKLM\\\\Software\\\\Policies\\\\"
+                  "Example\\\\Browser\", \"valueName\": \"UseProxy\", \"operation\": \"set\", "
+                  "\"type\": \"REG_DWORD\", \"data\": 1}, {",
+                  0),
+        0u)
+        << out;
+    EXPECT_NE(out.find("\"valueName\": \"ProxyServer\", \"operation\": \"set\", \"type\": "
+                       "\"REG_SZ\", \"data\": \"proxy"),
+              std::string::npos)
         << out;
 }
 
