@@ -43,16 +43,15 @@ BENCHMARK(BM_ReadAndDecode)->Unit(benchmark::kMillisecond);
 
 // A whole load as a control does it: the [strings] section, the parse, the policy tree with
 // its registry keys; then the code object is destroyed.
-void BM_LoadTemplate(benchmark::State& state)
+// Loads the template at path once per iteration, destroying the code object untimed.
+void LoadRepeatedly(benchmark::State& state, const std::string& path)
 {
-    if (!HaveTemplate(state))
-        return;
     if (EBNFLoad(OZ_SOURCE_DIR "/grammar/adm.bnf") == 0) {
         state.SkipWithError(ErrorMessage());
         return;
     }
     for (auto _ : state) {
-        if (FileLoad(Template.c_str(), 1) <= 0) {
+        if (FileLoad(path.c_str(), 1) <= 0) {
             state.SkipWithError(ErrorMessage());
             break;
         }
@@ -61,6 +60,13 @@ void BM_LoadTemplate(benchmark::State& state)
         state.ResumeTiming();
     }
     EBNFDestroy();
+}
+
+void BM_LoadTemplate(benchmark::State& state)
+{
+    if (!HaveTemplate(state))
+        return;
+    LoadRepeatedly(state, Template);
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
                             static_cast<int64_t>(std::filesystem::file_size(Template)));
 }
@@ -143,20 +149,7 @@ void LoadGenerated(benchmark::State& state, Shape shape)
         (std::filesystem::temp_directory_path() / "ozadm-bench-generated.adm").string();
     std::ofstream(path, std::ios::binary)
         << GeneratedTemplate(shape, static_cast<int>(state.range(0)));
-    if (EBNFLoad(OZ_SOURCE_DIR "/grammar/adm.bnf") == 0) {
-        state.SkipWithError(ErrorMessage());
-        return;
-    }
-    for (auto _ : state) {
-        if (FileLoad(path.c_str(), 1) <= 0) {
-            state.SkipWithError(ErrorMessage());
-            break;
-        }
-        state.PauseTiming();
-        EBNFDestroyCode();
-        state.ResumeTiming();
-    }
-    EBNFDestroy();
+    LoadRepeatedly(state, path);
     std::filesystem::remove(path);
 }
 
