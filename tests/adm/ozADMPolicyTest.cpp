@@ -110,23 +110,17 @@ TEST_F(PolicyTest, SyncTakesTheFirstEvidenceAndTurnsDisagreementIntoNotConfigure
         {"agreeing parts", 1, {SyncEnabled, SyncEnabled}, PolicyEnabled},
         {"a conflict forces not configured", 1, {SyncConflict}, PolicyNotConfigured},
     };
+    ozSubKey* key = tree.MacTree().FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol");
     for (const SyncCase& c : cases) {
-        ozADMPolicy* p = new ozADMPolicy;
-        tree.SetCurrentNode(category);
-        tree.AddBelowAsLast(p);
-        p->RegKey("Software\\Pol");
-        p->Valuename("Enabled");
-        p->ValueOn().SetNumeric(1);
-        p->ValueOff().SetNumeric(0);
-        ozSubKey* key = tree.MacTree().FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol");
-        if (ozRegValue* old = key->HasValue("Enabled"))
-            key->RemoveValue(old);
+        while (policy->Controls().Count() > 0)
+            policy->Controls().RemoveAt(0);
+        key->RemoveValue(key->FindValue("Enabled"));
         if (c.policyValue >= 0)
             key->FindValue("Enabled")->SetDWORD(static_cast<unsigned long>(c.policyValue));
         for (tSYNCSTATE evidence : c.parts)
-            p->AddControl(new ScriptedPart(evidence));
-        EXPECT_TRUE(p->Sync()) << c.what;
-        EXPECT_EQ(p->State(), c.expected) << c.what;
+            policy->AddControl(new ScriptedPart(evidence));
+        EXPECT_TRUE(policy->Sync()) << c.what;
+        EXPECT_EQ(policy->State(), c.expected) << c.what;
     }
 }
 
@@ -182,6 +176,9 @@ TEST_F(PolicyTest, SaveToRegistryWritesTheStatesValueActionsAndParts)
 
     EXPECT_TRUE(policy->SaveToRegistry());  // not configured: nothing
     EXPECT_EQ(tree.MacTree().HasKey(HKEY_LOCAL_MACHINE, "Software\\Pol")->Values().Count(), 0);
+    CCollection<ozADMPolicy> configured(false);
+    EXPECT_TRUE(tree.GetPolicies(configured));
+    EXPECT_EQ(configured.Count(), 0);
 
     policy->State(PolicyDisabled);
     EXPECT_TRUE(tree.SaveToRegistry());
@@ -197,10 +194,12 @@ TEST_F(PolicyTest, SaveToRegistryWritesTheStatesValueActionsAndParts)
     EXPECT_TRUE(tree.Sync());
     EXPECT_EQ(policy->State(), PolicyDisabled);
 
-    CCollection<ozADMPolicy> configured(false);
     EXPECT_TRUE(tree.GetPolicies(configured));
     ASSERT_EQ(configured.Count(), 1);
     EXPECT_EQ(configured.At(0), policy);
+    EXPECT_FALSE(policy->SetDefault());
+    EXPECT_TRUE(tree.SetDefaultValues());
+    EXPECT_EQ(policy->State(), PolicyDisabled) << "defaults leave the policy's state";
 }
 
 TEST_F(PolicyTest, ConfiguresListsTheEntriesOfThePresentState)
@@ -225,17 +224,6 @@ TEST_F(PolicyTest, ConfiguresListsTheEntriesOfThePresentState)
                          "\"HKLM\\Software\\Pol\",\"Enabled\",\"REG_DWORD\",\"1\"",
                          "\"HKLM\\Software\\Pol\\Actions\",\"OnAction\",\"REG_DWORD\",\"5\"",
                          "\"HKLM\\Software\\Pol\",\"Box\",\"REG_DWORD\",\"1\""}));
-}
-
-TEST_F(PolicyTest, GetPoliciesOfAFreshTreeIsEmptyAndDefaultsLeaveStates)
-{
-    CCollection<ozADMPolicy> configured(false);
-    EXPECT_TRUE(tree.GetPolicies(configured));
-    EXPECT_EQ(configured.Count(), 0);
-    EXPECT_FALSE(policy->SetDefault());
-    policy->State(PolicyEnabled);
-    EXPECT_TRUE(tree.SetDefaultValues());
-    EXPECT_EQ(policy->State(), PolicyEnabled);
 }
 
 }  // namespace
