@@ -6,17 +6,14 @@
 #include <functional>
 #include <string>
 
-#include "core/adm/ozADMCategory.h"
 #include "core/adm/ozADMCheckBox.h"
 #include "core/adm/ozADMComboBox.h"
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMListBox.h"
 #include "core/adm/ozADMNumeric.h"
-#include "core/adm/ozADMPolicy.h"
-#include "core/adm/ozADMRoot.h"
 #include "core/adm/ozADMText.h"
-#include "core/adm/ozADMTree.h"
 #include "core/registry/ozRegTree.h"
+#include "tests/adm/ozADMSampleTree.h"
 #include "tests/support/ozTestFiles.h"
 
 namespace {
@@ -42,24 +39,7 @@ Written WriteToFile(const std::function<bool(FILE*)>& write)
     return written;
 }
 
-// MACHINE\Category\Policy with key Software\Pol and value Enabled (on 1, off 0).
-struct TemplateTree {
-    TemplateTree()
-    {
-        root = new ozADMRoot(RootMachine);
-        root->Name("MACHINE");
-        tree.AddBelow(root);
-        category = new ozADMCategory;
-        category->Name("Network settings");
-        tree.AddBelowAsLast(category);
-        policy = new ozADMPolicy;
-        policy->Name("Policy");
-        tree.AddBelowAsLast(policy);
-        policy->RegKey("Software\\Pol");
-        policy->Valuename("Enabled");
-        policy->ValueOn().SetNumeric(1);
-        policy->ValueOff().SetNumeric(0);
-    }
+struct TemplateTree : ozADMSampleTree {
     Written Save()
     {
         return WriteToFile([this](FILE* f) { return tree.Save(f); });
@@ -74,12 +54,6 @@ struct TemplateTree {
             return part->SaveADM(f, tree, policy->RegKey());
         });
     }
-    ozSubKey* Key(const char* path) { return tree.MacTree().FindKey(HKEY_LOCAL_MACHINE, path); }
-
-    ozADMTree tree;
-    ozADMRoot* root = nullptr;
-    ozADMCategory* category = nullptr;
-    ozADMPolicy* policy = nullptr;
 };
 
 class WriterTest : public ::testing::Test, protected TemplateTree {};
