@@ -175,7 +175,12 @@ TEST_F(EngineTest, MalformedTemplatesFailWithNumberAndPlace)
     struct Case {
         const char* text;
         const char* message;
+        const char* grammar = "start = { WORD } ;";
     } cases[] = {
+        {"CLASS\n  nobody END", "2:3: error 1004: expected \"MACHINE\", \"USER\", found \"nobody\"",
+         "start = \"CLASS\" ( \"USER\" | \"MACHINE\" ) \"END\" ;"},
+        {"CLASS", "1:6: error 1004: expected \"END\", found the end of the file",
+         "start = \"CLASS\" \"END\" ;"},
         {"a\n  \"b",
          "2:3: error 1004: The template does not follow the grammar: a text in quotes is not "
          "closed on its line"},
@@ -194,22 +199,11 @@ TEST_F(EngineTest, MalformedTemplatesFailWithNumberAndPlace)
          "0x01"},
     };
     for (const Case& each : cases) {
-        EXPECT_FALSE(Read("start = { WORD } ;", each.text)) << each.text;
+        EXPECT_FALSE(Read(each.grammar, each.text)) << each.text;
         EXPECT_EQ(
             std::string(ErrorMessage()).rfind(std::string(adm.Path()) + ":" + each.message, 0), 0u)
             << ErrorMessage();
     }
-}
-
-TEST_F(EngineTest, SyntaxErrorsSayWhatWasExpected)
-{
-    EXPECT_FALSE(
-        Read("start = \"CLASS\" ( \"USER\" | \"MACHINE\" ) \"END\" ;", "CLASS\n  nobody END"));
-    EXPECT_EQ(std::string(ErrorMessage()),
-              Where(2, 3) + "error 1004: expected \"MACHINE\", \"USER\", found \"nobody\"");
-    EXPECT_FALSE(Read("start = \"CLASS\" \"END\" ;", "CLASS"));
-    EXPECT_EQ(std::string(ErrorMessage()),
-              Where(1, 6) + "error 1004: expected \"END\", found the end of the file");
 }
 
 TEST_F(EngineTest, FailingActionGivesItsNumberDescriptionAndToken)
