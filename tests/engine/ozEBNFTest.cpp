@@ -177,9 +177,13 @@ TEST_F(EngineTest, MalformedTemplatesFailWithNumberAndPlace)
         const char* message;
         const char* grammar = "start = { WORD } ;";
     } cases[] = {
-        {"CLASS\n  nobody END", "2:3: error 1004: expected \"MACHINE\", \"USER\", found \"nobody\"",
+        {"CLASS\n  nobody END",
+         "2:3: error 1004: The template does not follow the grammar: expected \"MACHINE\", "
+         "\"USER\", found \"nobody\"",
          "start = \"CLASS\" ( \"USER\" | \"MACHINE\" ) \"END\" ;"},
-        {"CLASS", "1:6: error 1004: expected \"END\", found the end of the file",
+        {"CLASS",
+         "1:6: error 1004: The template does not follow the grammar: expected \"END\", found the "
+         "end of the file",
          "start = \"CLASS\" \"END\" ;"},
         {"a\n  \"b",
          "2:3: error 1004: The template does not follow the grammar: a text in quotes is not "
