@@ -3,14 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "core/adm/ozADMCategory.h"
 #include "core/adm/ozADMCheckBox.h"
-#include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMRegEntry.h"
-#include "core/adm/ozADMRoot.h"
-#include "core/adm/ozADMTree.h"
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "tests/adm/ozADMSampleTree.h"
 
 namespace {
 
@@ -24,53 +21,31 @@ public:
     tSYNCSTATE evidence;
 };
 
-// MACHINE\Category\Policy with its key Software\Pol and value Enabled (on 1, off 0).
-class PolicyTest : public ::testing::Test {
+class PolicyTest : public ::testing::Test, protected ozADMSampleTree {
 protected:
-    void SetUp() override
-    {
-        root = new ozADMRoot(RootMachine);
-        root->Name("MACHINE");
-        tree.AddBelow(root);
-        category = new ozADMCategory;
-        category->Name("Category");
-        tree.AddBelowAsLast(category);
-        policy = new ozADMPolicy;
-        policy->Name("Policy");
-        tree.AddBelowAsLast(policy);
-        policy->RegKey("Software\\Pol");
-        policy->Valuename("Enabled");
-        policy->ValueOn().SetNumeric(1);
-        policy->ValueOff().SetNumeric(0);
-    }
     ozRegValue* Value(const char* name = "Enabled")
     {
-        return tree.MacTree().FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol")->FindValue(name);
+        return Key("Software\\Pol")->FindValue(name);
     }
     ozADMActionList* ActionList(const char* valueName, unsigned long number)
     {
         auto* list = new ozADMActionList;
         auto* item = new ozActionItem;
-        item->RegKey(tree.MacTree(), HKEY_LOCAL_MACHINE, "Software\\Pol\\Actions");
+        item->RegKey(Key("Software\\Pol\\Actions"));
         item->ValueName(valueName);
         item->Value().SetNumeric(number);
         list->Add(item);
         return list;
     }
-
-    ozADMTree tree;
-    ozADMRoot* root = nullptr;
-    ozADMCategory* category = nullptr;
-    ozADMPolicy* policy = nullptr;
 };
 
 TEST_F(PolicyTest, NodesResolveTheirClassPathAndRegistryTree)
 {
-    EXPECT_STREQ(policy->Path(), "MACHINE\\Category\\Policy");
+    EXPECT_STREQ(policy->Path(), "MACHINE\\Network settings\\Policy");
     EXPECT_EQ(policy->RegistryTree(), &tree.MacTree());
     EXPECT_EQ(policy->RootKey(), HKEY_LOCAL_MACHINE);
     EXPECT_EQ(policy->ADMTree(), &tree);
-    EXPECT_EQ(tree.FindNode("machine\\CATEGORY\\policy"), policy);
+    EXPECT_EQ(tree.FindNode("machine\\NETWORK settings\\policy"), policy);
     EXPECT_EQ(tree.FindNode("machine\\"), root);
     EXPECT_EQ(tree.FindNode("machine\\Missing"), nullptr);
     EXPECT_EQ(root->FindNode(nullptr), nullptr);
@@ -110,23 +85,17 @@ TEST_F(PolicyTest, SyncTakesTheFirstEvidenceAndTurnsDisagreementIntoNotConfigure
         {"agreeing parts", 1, {SyncEnabled, SyncEnabled}, PolicyEnabled},
         {"a conflict forces not configured", 1, {SyncConflict}, PolicyNotConfigured},
     };
+    ozSubKey* key = Key("Software\\Pol");
     for (const SyncCase& c : cases) {
-        ozADMPolicy* p = new ozADMPolicy;
-        tree.SetCurrentNode(category);
-        tree.AddBelowAsLast(p);
-        p->RegKey("Software\\Pol");
-        p->Valuename("Enabled");
-        p->ValueOn().SetNumeric(1);
-        p->ValueOff().SetNumeric(0);
-        ozSubKey* key = tree.MacTree().FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol");
-        if (ozRegValue* old = key->HasValue("Enabled"))
-            key->RemoveValue(old);
+        while (policy->Controls().Count() > 0)
+            policy->Controls().RemoveAt(0);
+        key->RemoveValue(key->FindValue("Enabled"));
         if (c.policyValue >= 0)
             key->FindValue("Enabled")->SetDWORD(static_cast<unsigned long>(c.policyValue));
         for (tSYNCSTATE evidence : c.parts)
-            p->AddControl(new ScriptedPart(evidence));
-        EXPECT_TRUE(p->Sync()) << c.what;
-        EXPECT_EQ(p->State(), c.expected) << c.what;
+            policy->AddControl(new ScriptedPart(evidence));
+        EXPECT_TRUE(policy->Sync()) << c.what;
+        EXPECT_EQ(policy->State(), c.expected) << c.what;
     }
 }
 
@@ -164,10 +133,7 @@ TEST_F(PolicyTest, ActionListsMustBePresentForTheirState)
     EXPECT_TRUE(policy->Sync());
     EXPECT_EQ(policy->State(), PolicyNotConfigured);
 
-    tree.MacTree()
-        .FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol\\Actions")
-        ->FindValue("OnAction")
-        ->SetDWORD(5);
+    Key("Software\\Pol\\Actions")->FindValue("OnAction")->SetDWORD(5);
     EXPECT_TRUE(policy->Sync());
     EXPECT_EQ(policy->State(), PolicyEnabled);
 }
@@ -176,12 +142,15 @@ TEST_F(PolicyTest, SaveToRegistryWritesTheStatesValueActionsAndParts)
 {
     policy->ActionListOff(ActionList("OffAction", 9));
     auto* box = new ozADMCheckBox;
-    box->Key(tree.MacTree(), HKEY_LOCAL_MACHINE, "Software\\Pol");
+    box->Key(Key("Software\\Pol"));
     box->ValueName("Box");
     policy->AddControl(box);
 
     EXPECT_TRUE(policy->SaveToRegistry());  // not configured: nothing
     EXPECT_EQ(tree.MacTree().HasKey(HKEY_LOCAL_MACHINE, "Software\\Pol")->Values().Count(), 0);
+    CCollection<ozADMPolicy> configured(false);
+    EXPECT_TRUE(tree.GetPolicies(configured));
+    EXPECT_EQ(configured.Count(), 0);
 
     policy->State(PolicyDisabled);
     EXPECT_TRUE(tree.SaveToRegistry());
@@ -197,16 +166,18 @@ TEST_F(PolicyTest, SaveToRegistryWritesTheStatesValueActionsAndParts)
     EXPECT_TRUE(tree.Sync());
     EXPECT_EQ(policy->State(), PolicyDisabled);
 
-    CCollection<ozADMPolicy> configured(false);
     EXPECT_TRUE(tree.GetPolicies(configured));
     ASSERT_EQ(configured.Count(), 1);
     EXPECT_EQ(configured.At(0), policy);
+    EXPECT_FALSE(policy->SetDefault());
+    EXPECT_TRUE(tree.SetDefaultValues());
+    EXPECT_EQ(policy->State(), PolicyDisabled) << "defaults leave the policy's state";
 }
 
 TEST_F(PolicyTest, ConfiguresListsTheEntriesOfThePresentState)
 {
     auto* box = new ozADMCheckBox;
-    box->Key(tree.MacTree(), HKEY_LOCAL_MACHINE, "Software\\Pol");
+    box->Key(Key("Software\\Pol"));
     box->ValueName("Box");
     box->Checked(true);
     policy->AddControl(box);
@@ -225,17 +196,6 @@ TEST_F(PolicyTest, ConfiguresListsTheEntriesOfThePresentState)
                          "\"HKLM\\Software\\Pol\",\"Enabled\",\"REG_DWORD\",\"1\"",
                          "\"HKLM\\Software\\Pol\\Actions\",\"OnAction\",\"REG_DWORD\",\"5\"",
                          "\"HKLM\\Software\\Pol\",\"Box\",\"REG_DWORD\",\"1\""}));
-}
-
-TEST_F(PolicyTest, GetPoliciesOfAFreshTreeIsEmptyAndDefaultsLeaveStates)
-{
-    CCollection<ozADMPolicy> configured(false);
-    EXPECT_TRUE(tree.GetPolicies(configured));
-    EXPECT_EQ(configured.Count(), 0);
-    EXPECT_FALSE(policy->SetDefault());
-    policy->State(PolicyEnabled);
-    EXPECT_TRUE(tree.SetDefaultValues());
-    EXPECT_EQ(policy->State(), PolicyEnabled);
 }
 
 }  // namespace
