@@ -55,25 +55,27 @@ struct CorpusCase {
 // The numbers were counted from the templates' text: CLASS, CATEGORY, POLICY and PART lines
 // (inside "#if version >= 4", which applies), with categories and policies of the same name at
 // the same place counted once, since they merge.
+constexpr unsigned long Check = CtrlCheckBox, Drop = CtrlDropdownList, Edit = CtrlEditText,
+                        List = CtrlListBox, Num = CtrlNumeric;
 const CorpusCase Corpus[] = {
     // clang-format off
-    {"chrome37-zhCN/chrome.adm", 2, 38, 338, {{CtrlDropdownList, 24}, {CtrlEditText, 70}, {CtrlListBox, 72}, {CtrlNumeric, 8}}, true},
-    {"chrome73/chrome.adm", 2, 52, 562, {{CtrlDropdownList, 58}, {CtrlEditText, 102}, {CtrlListBox, 96}, {CtrlNumeric, 10}}},
-    {"google-omaha-2009/test_gold.adm", 1, 6, 7, {{CtrlCheckBox, 1}, {CtrlDropdownList, 3}, {CtrlNumeric, 1}}},
-    {"google-omaha/GoogleCloudManagement.adm", 1, 2, 2, {{CtrlEditText, 1}}},
-    {"google-omaha/test_gold.adm", 1, 7, 19, {{CtrlCheckBox, 1}, {CtrlDropdownList, 8}, {CtrlEditText, 6}, {CtrlNumeric, 4}}},
-    {"msedge/msedge.adm", 2, 72, 1146, {{CtrlDropdownList, 160}, {CtrlEditText, 134}, {CtrlListBox, 180}, {CtrlNumeric, 24}}},
+    {"chrome37-zhCN/chrome.adm", 2, 38, 338, {{Drop, 24}, {Edit, 70}, {List, 72}, {Num, 8}}, true},
+    {"chrome73/chrome.adm", 2, 52, 562, {{Drop, 58}, {Edit, 102}, {List, 96}, {Num, 10}}},
+    {"google-omaha-2009/test_gold.adm", 1, 6, 7, {{Check, 1}, {Drop, 3}, {Num, 1}}},
+    {"google-omaha/GoogleCloudManagement.adm", 1, 2, 2, {{Edit, 1}}},
+    {"google-omaha/test_gold.adm", 1, 7, 19, {{Check, 1}, {Drop, 8}, {Edit, 6}, {Num, 4}}},
+    {"msedge/msedge.adm", 2, 72, 1146, {{Drop, 160}, {Edit, 134}, {List, 180}, {Num, 24}}},
     {"sec505/Adobe-Reader-Acrobat.ADM", 2, 4, 22, {}},
-    {"sec505/Firefox-FrontMotion.ADM", 2, 2, 14, {{CtrlDropdownList, 4}, {CtrlEditText, 18}, {CtrlNumeric, 14}}},
-    {"sec505/Google-Chrome.adm", 1, 9, 36, {{CtrlDropdownList, 3}, {CtrlEditText, 10}, {CtrlListBox, 8}}},
-    {"sec505/REG_DWORD.ADM", 2, 2, 2, {{CtrlNumeric, 2}}},
-    {"sec505/REG_EXPAND_SZ.ADM", 2, 2, 2, {{CtrlEditText, 2}}},
-    {"sec505/SANS_Active_Directory.ADM", 1, 1, 2, {{CtrlNumeric, 2}}},
+    {"sec505/Firefox-FrontMotion.ADM", 2, 2, 14, {{Drop, 4}, {Edit, 18}, {Num, 14}}},
+    {"sec505/Google-Chrome.adm", 1, 9, 36, {{Drop, 3}, {Edit, 10}, {List, 8}}},
+    {"sec505/REG_DWORD.ADM", 2, 2, 2, {{Num, 2}}},
+    {"sec505/REG_EXPAND_SZ.ADM", 2, 2, 2, {{Edit, 2}}},
+    {"sec505/SANS_Active_Directory.ADM", 1, 1, 2, {{Num, 2}}},
     {"sec505/SANS_Windows_Explorer_Annoyances.ADM", 1, 1, 4, {}},
-    {"sec505/Set_SourcePath_Value.ADM", 1, 1, 1, {{CtrlEditText, 1}}},
-    {"sec505/Skype-v1.7.adm", 2, 10, 30, {{CtrlDropdownList, 2}, {CtrlEditText, 6}, {CtrlNumeric, 2}}},
-    {"stealthpuppy/AdobeAcrobatAndReader9.ADM", 1, 2, 19, {{CtrlDropdownList, 2}}},
-    {"wpkg-gp/wpkg-gp.adm", 1, 1, 4, {{CtrlDropdownList, 5}, {CtrlEditText, 3}, {CtrlNumeric, 2}}},
+    {"sec505/Set_SourcePath_Value.ADM", 1, 1, 1, {{Edit, 1}}},
+    {"sec505/Skype-v1.7.adm", 2, 10, 30, {{Drop, 2}, {Edit, 6}, {Num, 2}}},
+    {"stealthpuppy/AdobeAcrobatAndReader9.ADM", 1, 2, 19, {{Drop, 2}}},
+    {"wpkg-gp/wpkg-gp.adm", 1, 1, 4, {{Drop, 5}, {Edit, 3}, {Num, 2}}},
     // clang-format on
 };
 
