@@ -58,18 +58,6 @@ protected:
         PartValueName("");
         Ok(EndPart(0), "END PART " + name);
     }
-
-    // CLASS MACHINE / CATEGORY Cat (KEYNAME Software\Cat) / POLICY Pol with a part / END.
-    void SmallTemplate()
-    {
-        Class("machine");
-        Category("Cat");
-        KeyName("Software\\Cat");
-        Policy("Pol");
-        TextPart("Label");
-        Ok(EndPolicy(0), "END POLICY");
-        Ok(EndCategory(0), "END CATEGORY");
-    }
 };
 
 TEST_F(GrammarActionTest, CodeObjectIsMadeHandedOutAndLentBack)
@@ -112,7 +100,13 @@ TEST_F(GrammarActionTest, DestroyCodeFreesEverythingLeftByAnUnfinishedLoad)
 
 TEST_F(TreeBuildTest, ClassesCategoriesPoliciesAndParts)
 {
-    SmallTemplate();
+    Class("machine");
+    Category("Cat");
+    KeyName("Software\\Cat");
+    Policy("Pol");
+    TextPart("Label");
+    Ok(EndPolicy(0), "END POLICY");
+    Ok(EndCategory(0), "END CATEGORY");
     Class("USER");
     Category("UserCat");
     KeyName("Software\\User");

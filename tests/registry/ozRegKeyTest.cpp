@@ -133,8 +133,7 @@ TEST_F(KeyTest, KeyPathOfKeysWithAndWithoutNames)
     EXPECT_TRUE(a->SaveADM(file));
     std::rewind(file);
     char text[16] = {};
-    EXPECT_EQ(std::fread(text, 1, sizeof text - 1, file), 3u);
-    EXPECT_STREQ(text, "\"A\"");
+    EXPECT_STREQ(std::fgets(text, sizeof text, file), "\"A\"");
     std::fclose(file);
     EXPECT_FALSE(a->SaveADM(nullptr));
 }
