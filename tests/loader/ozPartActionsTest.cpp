@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "core/adm/ozADMCheckBox.h"
-#include "core/adm/ozADMComboBox.h"
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMListBox.h"
@@ -59,17 +58,6 @@ TEST_F(PartActionTest, ComboBoxActionsAlsoSetEditTexts)
     EXPECT_TRUE(edit.Expandable());
     Push("one");
     Fails(ComboboxSuggestion(0), LoadErrorNoPart, "SUGGESTIONS on an edit text");
-
-    Part(CreateCombobox, "Combo");
-    Push("one");
-    Ok(ComboboxSuggestion(0), "SUGGESTIONS one");
-    Push("two");
-    Ok(ComboboxSuggestion(0), "SUGGESTIONS two");
-    Ok(ComboboxNosort(0), "NOSORT");
-    auto& combo = PartAt<ozADMComboBox>();
-    EXPECT_EQ(combo.Suggestions().Count(), 2);
-    EXPECT_STREQ(combo.Suggestions().At(1), "two");
-    EXPECT_TRUE(combo.NoSort());
 }
 
 TEST_F(PartActionTest, DropdownItemsWithAndWithoutActionList)
@@ -89,17 +77,12 @@ TEST_F(PartActionTest, DropdownItemsWithAndWithoutActionList)
     Ok(EndActionlist(0), "END ACTIONLIST");
     Ok(DropdownAddItem(0), "item with ACTIONLIST");
     EXPECT_EQ(ozRecordedErrorCount(), 0);
-    Ok(DropdownNosort(0), "NOSORT");
 
     auto& list = PartAt<ozADMDropdownList>();
     ASSERT_EQ(list.ItemList().Count(), 2);
-    EXPECT_STREQ(list.ItemList().At(0)->Name(), "Plain");
-    EXPECT_EQ(list.ItemList().At(0)->ActionList(), nullptr);
     EXPECT_EQ(static_cast<unsigned long>(list.ItemList().At(0)->Value()), 1ul);
-    EXPECT_STREQ(list.ItemList().At(1)->Name(), "WithList");
     EXPECT_NE(list.ItemList().At(1)->ActionList(), nullptr);
     EXPECT_EQ(list.Default(), 1) << "the item being read is the default";
-    EXPECT_TRUE(list.NoSort());
     EXPECT_TRUE(Context().Arguments()->Empty());
 
     Fails(DropdownAddItem(0), LoadErrorDropdownItem, "item from an empty stack");
@@ -112,15 +95,7 @@ TEST_F(PartActionTest, ListBoxPrefixAndExplicitExcludeEachOther)
     Ok(ListboxValueprefix(0), "VALUEPREFIX");
     Fails(ListboxExplicit(0), LoadErrorPrefixAndExplicit, "EXPLICITVALUE after VALUEPREFIX");
     EXPECT_STREQ(PartAt<ozADMListBox>().ValuePrefix(), "Item");
-
-    Part(CreateListbox, "ExplicitFirst");
-    Ok(ListboxExplicit(0), "EXPLICITVALUE");
-    Ok(ListboxAdditive(0), "ADDITIVE");
-    Push("Item");
-    Fails(ListboxValueprefix(0), LoadErrorPrefixAndExplicit, "VALUEPREFIX after EXPLICITVALUE");
-    EXPECT_TRUE(PartAt<ozADMListBox>().ExplicitValue());
-    EXPECT_TRUE(PartAt<ozADMListBox>().Additive());
-    EXPECT_EQ(PartAt<ozADMListBox>().ValuePrefix(), nullptr);
+    EXPECT_FALSE(PartAt<ozADMListBox>().ExplicitValue());
 }
 
 // Numbers reported when an action finds no part (of its kind) or no number token.

