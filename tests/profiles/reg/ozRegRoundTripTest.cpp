@@ -5,8 +5,6 @@
 
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "core/registry/ozRegTree.h"
@@ -17,14 +15,6 @@
 #include "tests/support/ozTestFiles.h"
 
 namespace {
-
-std::string ReadAll(const std::string& path)
-{
-    std::ifstream stream(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << stream.rdbuf();
-    return bytes.str();
-}
 
 std::string Narrow(std::u16string_view text)
 {
@@ -102,7 +92,7 @@ TEST_F(RegRoundTrip, FilesAreVersion5InUtf16WithCrLf)
     FillTrees(saved.Code());
     ASSERT_TRUE(saved.Save(userFile.Path(), machineFile.Path())) << saved.Errors();
     for (const char* path : {userFile.Path(), machineFile.Path()}) {
-        std::string bytes = ReadAll(path);
+        std::string bytes = ozReadTestFile(path);
         std::u16string header = u"Windows Registry Editor Version 5.00\r\n\r\n[";
         ASSERT_EQ(bytes.substr(0, 2 + header.size() * 2), ozUtf16Bytes(header)) << path;
         for (size_t at = 2; at + 1 < bytes.size(); at += 2) {
@@ -111,7 +101,7 @@ TEST_F(RegRoundTrip, FilesAreVersion5InUtf16WithCrLf)
             }
         }
     }
-    std::string user = ReadAll(userFile.Path());
+    std::string user = ozReadTestFile(userFile.Path());
     for (std::u16string expected : {
              u"[HKEY_CURRENT_USER\\Software\\ozADM\\Values]\r\n",
              u"\"string\"=\"back\\\\slash \\\"quoted\\\" ;x\"\r\n",
