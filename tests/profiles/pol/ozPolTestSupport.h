@@ -3,8 +3,6 @@
 #pragma once
 
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -16,14 +14,6 @@
 #include "tests/support/ozTestFiles.h"
 
 const std::string PolLibrary = ozPlatformPath(OZ_POL_LIBRARY);
-
-inline std::string ReadBytes(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
 
 // UTF-16LE bytes of text, without terminator.
 inline std::string Utf16(const std::u16string& text)
