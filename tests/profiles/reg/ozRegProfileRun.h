@@ -10,8 +10,6 @@
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTreeDescription.h"
 
-// A path of the file system as the test's platform opens it (Wine sees "/" as "Z:/").
-std::string ozRegPlatformPath(const std::string& path);
 // The reg folder of the corpus; "" when the corpus is not there.
 std::string ozRegCorpusFolder();
 
@@ -30,9 +28,7 @@ public:
     tTreeCodeHandle& Code() { return m_code; }
     const std::string& Errors() const { return m_errors; }
 
-    // Both trees (compared with ozFirstDifference), one line per key and per value: tree, root,
-    // path and operation of each key; name, item type, operation, type and data (hex) of each
-    // value, in tree order.
+    // Both trees as ozDescribeRegistry gives them, each line headed by its tree.
     std::vector<std::string> Describe();
 
 private:
