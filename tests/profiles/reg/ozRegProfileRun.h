@@ -28,7 +28,9 @@ public:
     tTreeCodeHandle& Code() { return m_code; }
     const std::string& Errors() const { return m_errors; }
 
-    // Both trees as ozDescribeRegistry gives them, each line headed by its tree.
+    // Both trees (compared with ozFirstDifference), one line per key and per value: tree, root,
+    // path and operation of each key; name, item type, operation, type and data (hex) of each
+    // value, in tree order.
     std::vector<std::string> Describe();
 
 private:
