@@ -66,9 +66,9 @@ TEST_F(ControlTest, ShouldSaveFollowsLoadsAndSaves)
     EXPECT_FALSE(control.ShouldSave());
 }
 
-// In the policy view a save writes the policies into the registry trees first; a load derives
-// their states back.
-TEST_F(ControlTest, PoliciesSurviveSaveAndLoad)
+// In the policy view a save writes the policies into the registry trees first (that the states
+// come back is PolicyRoundTripTest's).
+TEST_F(ControlTest, PolicyViewSaveWritesThePolicies)
 {
     ASSERT_TRUE(control.SetADM(Template.c_str()));
     control.DisplayMode(DisplayPolicies);
@@ -86,13 +86,6 @@ TEST_F(ControlTest, PoliciesSurviveSaveAndLoad)
     EXPECT_TRUE(control.ConfiguredPolicies().IsEmpty());
     ASSERT_TRUE(control.SetADM(Template.c_str()));
     EXPECT_EQ(control.ConfiguredPolicies().Elements().size(), 0u);
-    ASSERT_TRUE(control.Load(user.Path(), machine.Path()));
-    EXPECT_EQ(control.ConfiguredPolicies().Elements(),
-              std::vector<std::string>{"+ USER\\Desktop\\High-contrast colors"});
-
-    ozStringArray entries = control.PolicyConfigures("USER\\Desktop\\High-contrast colors");
-    ASSERT_EQ(entries.Elements().size(), 1u);
-    EXPECT_NE(entries.Elements()[0].find("Colors"), std::string::npos) << entries.Elements()[0];
     EXPECT_TRUE(control.PolicyConfigures("MACHINE\\Network").IsEmpty()) << "a category";
     EXPECT_TRUE(control.PolicyConfigures("MACHINE\\Nowhere").IsEmpty());
 }
