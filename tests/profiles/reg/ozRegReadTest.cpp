@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -127,12 +126,6 @@ const ValueForm ValueForms[] = {
      u"\x01\0\0\0"sv},
 };
 
-// Test names and failure output show the row's name.
-void PrintTo(const ValueForm& form, std::ostream* out)
-{
-    *out << form.name;
-}
-
 class ValueFormTest : public ::testing::TestWithParam<ValueForm> {};
 
 TEST_P(ValueFormTest, ReadsIntoTheUserTree)
@@ -160,7 +153,7 @@ TEST_P(ValueFormTest, ReadsIntoTheUserTree)
     EXPECT_EQ(Bytes(value), expected);
 }
 
-// A row's name as a test name.
+// A row's name as a test name (failures name the test).
 std::string TestName(const char* rowName)
 {
     std::string name = rowName;
@@ -272,11 +265,6 @@ const Malformed MalformedFiles[] = {
     {"UTF-16 big-endian", "\xFE\xFF\0R\0E"s, "", "big-endian"},
     {"UTF-16 of odd length", "\xFF\xFER\0E"s, "", "half a character"},
 };
-
-void PrintTo(const Malformed& malformed, std::ostream* out)
-{
-    *out << malformed.name;
-}
 
 class MalformedFileTest : public ::testing::TestWithParam<Malformed> {};
 
