@@ -85,20 +85,13 @@ TEST_F(OZPProfileTest, SaveAndLoadKeepEverything)
     std::string firstMachine = ozReadTestFile(machine.Path());
     ASSERT_TRUE(binding.Save(&loaded, Library.c_str(), user.Path(), machine.Path()));
     EXPECT_EQ(ozReadTestFile(machine.Path()), firstMachine);
-}
 
-TEST_F(OZPProfileTest, OneFileForBothProfiles)
-{
-    tTreeCodeHandle saved;
-    Fill(saved);
+    // One file holds both profiles.
     ASSERT_TRUE(binding.Save(&saved, Library.c_str(), user.Path(), user.Path()));
-    tTreeCodeHandle loaded;
-    ASSERT_EQ(binding.Load(&loaded, Library.c_str(), user.Path(), nullptr),
-              tPROFILELOAD::Succeeded);
-    EXPECT_EQ(ozDescribeRegistry(loaded.tree->MacTree()),
-              ozDescribeRegistry(saved.tree->MacTree()));
-    EXPECT_EQ(ozDescribeRegistry(loaded.tree->UsrTree()),
-              ozDescribeRegistry(saved.tree->UsrTree()));
+    tTreeCodeHandle both;
+    ASSERT_EQ(binding.Load(&both, Library.c_str(), user.Path(), nullptr), tPROFILELOAD::Succeeded);
+    EXPECT_EQ(ozDescribeRegistry(both.tree->MacTree()), ozDescribeRegistry(saved.tree->MacTree()));
+    EXPECT_EQ(ozDescribeRegistry(both.tree->UsrTree()), ozDescribeRegistry(saved.tree->UsrTree()));
 }
 
 TEST_F(OZPProfileTest, ProfileWithoutFileIsPassedOver)
