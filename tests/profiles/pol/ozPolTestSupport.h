@@ -18,12 +18,7 @@ const std::string PolLibrary = ozPlatformPath(OZ_POL_LIBRARY);
 // UTF-16LE bytes of text, without terminator.
 inline std::string Utf16(const std::u16string& text)
 {
-    std::string bytes;
-    for (char16_t unit : text) {
-        bytes.push_back(static_cast<char>(unit & 0xFF));
-        bytes.push_back(static_cast<char>(unit >> 8));
-    }
-    return bytes;
+    return ozUtf16Bytes(text).substr(2);
 }
 
 // A file of the header and records.
