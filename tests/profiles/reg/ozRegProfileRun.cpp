@@ -8,7 +8,14 @@
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "platform/ozTextConversion.h"
 #include "tests/support/ozTestFiles.h"
+
+std::string ozRegNarrow(std::u16string_view text)
+{
+    std::basic_string<WCHAR> wide(text.begin(), text.end());
+    return ozNarrowText(wide.data(), wide.size());
+}
 
 std::string ozRegCorpusFolder()
 {

@@ -11,7 +11,6 @@
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "ozRegProfileRun.h"
-#include "platform/ozTextConversion.h"
 #include "tests/support/ozTestFiles.h"
 
 namespace {
@@ -50,13 +49,6 @@ std::string FileBytes(std::u16string_view text, Encoding encoding)
         default:
             return Utf8(text);  // the narrow rows are ASCII
     }
-}
-
-// The model's narrow text of wide text (UTF-8 on POSIX, the ANSI code page on Windows).
-std::string Narrow(std::u16string_view text)
-{
-    std::basic_string<WCHAR> wide(text.begin(), text.end());
-    return ozNarrowText(wide.data(), wide.size());
 }
 
 std::string Bytes(const ozRegValue* value)
@@ -139,14 +131,14 @@ TEST_P(ValueFormTest, ReadsIntoTheUserTree)
 
     ozSubKey* key = run.Code().tree->UsrTree().HasKey(HKEY_CURRENT_USER, "Software\\ozADM");
     ASSERT_NE(key, nullptr);
-    std::string name = Narrow(form.valueName);
+    std::string name = ozRegNarrow(form.valueName);
     ozRegValue* value = key->HasValue(name.c_str());
     ASSERT_NE(value, nullptr) << "no value \"" << name << "\"";
     EXPECT_EQ(value->RIT(), RitR);
     EXPECT_EQ(value->Op(), form.op);
     EXPECT_EQ(value->Type(), form.type);
     bool textType = form.type == 1 || form.type == 2 || form.type == 7;
-    std::string expected = textType ? Narrow(form.data) : std::string(form.data.size(), '\0');
+    std::string expected = textType ? ozRegNarrow(form.data) : std::string(form.data.size(), '\0');
     if (!textType)
         std::transform(form.data.begin(), form.data.end(), expected.begin(),
                        [](char16_t unit) { return static_cast<char>(unit); });

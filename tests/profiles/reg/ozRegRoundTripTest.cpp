@@ -11,16 +11,9 @@
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "ozRegProfileRun.h"
-#include "platform/ozTextConversion.h"
 #include "tests/support/ozTestFiles.h"
 
 namespace {
-
-std::string Narrow(std::u16string_view text)
-{
-    std::basic_string<WCHAR> wide(text.begin(), text.end());
-    return ozNarrowText(wide.data(), wide.size());
-}
 
 ozRegValue* Value(ozRegTree& tree, HKEY root, const char* key, const char* name)
 {
@@ -52,7 +45,8 @@ void FillTrees(tTreeCodeHandle& code)
     SetBytes(Value(user, HKEY_CURRENT_USER, app, "short dword"), RegDword, "\x01\x02"s);
     SetBytes(Value(user, HKEY_CURRENT_USER, app, "lines"), RegSz, "one\r\ntwo\0"s);
     SetBytes(Value(user, HKEY_CURRENT_USER, app, "unterminated"), RegSz, "abc");
-    Value(user, HKEY_CURRENT_USER, app, "umlauts")->SetString(Narrow(u"Gr\u00fc\u00dfe").c_str());
+    Value(user, HKEY_CURRENT_USER, app, "umlauts")
+        ->SetString(ozRegNarrow(u"Gr\u00fc\u00dfe").c_str());
     Value(user, HKEY_CURRENT_USER, app, "deleted")->SetDelete();
     user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\Empty")->Save(true);
     user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\Erased")->Op(KeyOpEraseValues);
@@ -124,7 +118,7 @@ TEST_F(RegRoundTrip, FilesAreVersion5InUtf16WithCrLf)
              u"[HKEY_CURRENT_USER\\Software\\ozADM\\Refilled]\r\n\"item\"=\"1\"\r\n",
          }) {
         EXPECT_NE(user.find(ozUtf16Bytes(expected).substr(2)), std::string::npos)
-            << "missing: " << Narrow(expected);
+            << "missing: " << ozRegNarrow(expected);
     }
     EXPECT_EQ(user.find(ozUtf16Bytes(u"[-HKEY_CURRENT_USER\\Software\\ozADM\\Erased]\r\n\r\n["
                                      u"HKEY_CURRENT_USER\\Software\\ozADM\\Erased]")
