@@ -7,8 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "support/ozTestHive.h"
 #include "tests/support/ozTestFiles.h"
@@ -41,13 +39,7 @@ protected:
         err = Read("err.txt");
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
-    std::string Read(const std::string& name)
-    {
-        std::ifstream in(m_folder / name, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
+    std::string Read(const std::string& name) { return ozReadTestFile((m_folder / name).string()); }
 
     fs::path m_folder;
     std::string out, err;

@@ -3,16 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "ozGroupPolicyFolder.h"
+#include "tests/support/ozTestFiles.h"
 
 namespace {
-
-std::string Utf16(const std::string& text)
-{
-    std::string bytes = "\xFF\xFE";
-    for (char c : text)
-        bytes += std::string{c, '\0'};
-    return bytes;
-}
 
 TEST(GptVersion, RaisesTheVersionOfEachChangedProfile)
 {
@@ -30,8 +23,8 @@ TEST(GptVersion, RaisesTheVersionOfEachChangedProfile)
          "[General]\nVersion=65536\n"},
         {"only [General] counts", "[Other]\rVersion=5\r[General]\rVersion=5", true, false,
          "[Other]\rVersion=5\r[General]\rVersion=6"},
-        {"UTF-16 stays UTF-16", Utf16("[General]\r\nVersion=9\r\n"), true, false,
-         Utf16("[General]\r\nVersion=10\r\n")},
+        {"UTF-16 stays UTF-16", ozUtf16Bytes(u"[General]\r\nVersion=9\r\n"), true, false,
+         ozUtf16Bytes(u"[General]\r\nVersion=10\r\n")},
         {"a missing line is added below [General]", "[General]\r\nx=1\r\n", true, false,
          "[General]\r\nVersion=1\r\nx=1\r\n"},
         {"a missing section is added at the end", "[Other]\nx=1", false, true,

@@ -3,9 +3,6 @@
 // arguments.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <fstream>
-
 #include "ozHostStrings.h"
 #include "tests/support/ozTestFiles.h"
 
@@ -55,14 +52,13 @@ TEST(BundledStrings, CoverEveryMessageInBothLanguages)
 
 class StringTableFile : public testing::Test {
 protected:
-    void TearDown() override { std::remove(m_file.c_str()); }
     bool Read(const std::string& content)
     {
-        std::ofstream(m_file, std::ios::binary) << content;
+        m_file.Write(content);
         table.clear();
-        return ozReadHostStrings(m_file, table, error);
+        return ozReadHostStrings(m_file.Path(), table, error);
     }
-    std::string m_file = ozTestFilePath("ozadm-strings-test.txt");
+    ozTestFile m_file{"ozadm-strings-test.txt"};
     std::map<unsigned short, std::string> table;
     std::string error;
 };
@@ -83,7 +79,7 @@ TEST_F(StringTableFile, RefusesBadLinesNamingThem)
         EXPECT_FALSE(Read(content)) << content;
         EXPECT_NE(error.find(":2: "), std::string::npos) << error;
     }
-    EXPECT_FALSE(ozReadHostStrings(m_file + ".missing", table, error));
+    EXPECT_FALSE(ozReadHostStrings(m_file.Path() + std::string(".missing"), table, error));
     EXPECT_NE(error.find("cannot be opened"), std::string::npos);
 }
 

@@ -64,21 +64,13 @@ std::string Written(const ozScriptResult& result)
     return out.str();
 }
 
-TEST(ResultLines, HaveOneFormPerKind)
+// The other forms (no value, BOOL, text, EMPTY and arrays) are pinned by the scripts' expected
+// output; numbers there never reach their extremes.
+TEST(ResultLines, NumbersKeepTheirWholeRange)
 {
-    EXPECT_EQ(Written(ozScriptResult()), "Name:\n");
-    EXPECT_EQ(Written(ozScriptResult::Bool(true)), "Name: TRUE\n");
-    EXPECT_EQ(Written(ozScriptResult::Bool(false)), "Name: FALSE\n");
     EXPECT_EQ(Written(ozScriptResult::Number(-5)), "Name: -5\n");
     EXPECT_EQ(Written(ozScriptResult::Unsigned(18446744073709551615ULL)),
               "Name: 18446744073709551615\n");
-    EXPECT_EQ(Written(ozScriptResult::Text("a \"b\"")), "Name: \"a \\\"b\\\"\"\n");
-    // No array at all and an array without elements are told apart.
-    EXPECT_EQ(Written(ozScriptResult::Array(ozStringArray())), "Name: EMPTY\n");
-    EXPECT_EQ(Written(ozScriptResult::Array(ozStringArray(std::vector<std::string>()))),
-              "Name: ARRAY 0\n");
-    EXPECT_EQ(Written(ozScriptResult::Array(ozStringArray(std::vector<std::string>{"+ A\\B", ""}))),
-              "Name: ARRAY 2\n  \"+ A\\\\B\"\n  \"\"\n");
 }
 
 TEST(PartValues, CheckBoxAndNumericReadTheirForms)

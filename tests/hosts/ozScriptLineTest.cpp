@@ -38,27 +38,16 @@ INSTANTIATE_TEST_SUITE_P(
         ParsedCase{"Tree\r", Kind::Call, "Tree", {}},
         ParsedCase{"  Save  a.ozp\tb.ozp  ", Kind::Call, "Save", {"a.ozp", "b.ozp"}},
         // Backslashes in words and in quotes (except before " and \) stand for themselves.
-        ParsedCase{"PolicyConfigures MACHINE\\Cat\\Pol",
-                   Kind::Call,
-                   "PolicyConfigures",
-                   {"MACHINE\\Cat\\Pol"}},
-        ParsedCase{"SetADM \"C:\\Program Files\\x.adm\"",
-                   Kind::Call,
-                   "SetADM",
-                   {"C:\\Program Files\\x.adm"}},
-        ParsedCase{"AddString 1 \"say \\\"hi\\\" \\\\ end\"",
-                   Kind::Call,
-                   "AddString",
-                   {"1", "say \"hi\" \\ end"}},
+        ParsedCase{"Parts M\\Cat\\Pol", Kind::Call, "Parts", {"M\\Cat\\Pol"}},
+        ParsedCase{"SetADM \"C:\\a b\\x.adm\"", Kind::Call, "SetADM", {"C:\\a b\\x.adm"}},
+        ParsedCase{"Add 1 \"\\\"hi\\\" \\\\ e\"", Kind::Call, "Add", {"1", "\"hi\" \\ e"}},
         ParsedCase{"Load u.ozp \"\"", Kind::Call, "Load", {"u.ozp", ""}},
-        ParsedCase{"Save \"\" \"\"", Kind::Call, "Save", {"", ""}},
         // '#' after the start of a line is text, '=' as an argument of a call too.
         ParsedCase{"AddString 5 #5", Kind::Call, "AddString", {"5", "#5"}},
         ParsedCase{"SetPart P Mapping a=1", Kind::Call, "SetPart", {"P", "Mapping", "a=1"}},
         ParsedCase{"ShowUser = FALSE", Kind::PropertySet, "ShowUser", {"FALSE"}},
         ParsedCase{"ozVariableStart = \"\"", Kind::PropertySet, "ozVariableStart", {""}},
-        ParsedCase{
-            "ozImpExLibrary = \"my lib.dll\"", Kind::PropertySet, "ozImpExLibrary", {"my lib.dll"}},
+        ParsedCase{"Lib = \"my lib\"", Kind::PropertySet, "Lib", {"my lib"}},
         ParsedCase{"AddString \"=\" x", Kind::Call, "AddString", {"=", "x"}},
         ParsedCase{"_x1 = 2", Kind::PropertySet, "_x1", {"2"}}));
 

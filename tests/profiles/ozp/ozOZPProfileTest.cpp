@@ -20,11 +20,6 @@ namespace {
 
 const std::string Library = ozPlatformPath(OZ_OZP_LIBRARY);
 
-ozRegValue* Value(ozRegTree& tree, HKEY root, const char* key, const char* name)
-{
-    return tree.FindKey(root, key)->FindValue(name);
-}
-
 // Keys and values of every kind in both trees.
 void Fill(tTreeCodeHandle& code)
 {
@@ -32,25 +27,19 @@ void Fill(tTreeCodeHandle& code)
     ozSubKey* policies = machine.FindKey(HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM");
     policies->Save(true);
     policies->ADM(true);
-    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Text")
-        ->SetString("quote \" backslash \\ tab \t new\nline \xC3\xA9");
-    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Path")
-        ->SetExpandString("%SystemRoot%\\x");
-    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "")->SetDWORD(0x00414243);
+    policies->FindValue("Text")->SetString("quote \" backslash \\ tab \t new\nline \xC3\xA9");
+    policies->FindValue("Path")->SetExpandString("%SystemRoot%\\x");
+    policies->FindValue("")->SetDWORD(0x00414243);
     const unsigned char binary[] = {0, 1, 0xFF, 0};
-    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Binary")
-        ->SetData(RegBinary, sizeof binary, binary);
+    policies->FindValue("Binary")->SetData(RegBinary, sizeof binary, binary);
     const unsigned char multi[] = {'a', 0, 'b', 0, 0};
-    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Multi")
-        ->SetData(RegMultiSz, sizeof multi, multi);
-    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Empty")
-        ->SetData(RegBinary, 0, binary);
-    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "NoData");
+    policies->FindValue("Multi")->SetData(RegMultiSz, sizeof multi, multi);
+    policies->FindValue("Empty")->SetData(RegBinary, 0, binary);
+    policies->FindValue("NoData");
     // The widest type a Registry.pol record carries.
-    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Wide")
-        ->SetData(4294967295ul, sizeof binary, binary);
-    Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Gone")->SetDelete();
-    ozRegValue* change = Value(machine, HKEY_LOCAL_MACHINE, "Software\\Policies\\oz]ADM", "Ch");
+    policies->FindValue("Wide")->SetData(4294967295ul, sizeof binary, binary);
+    policies->FindValue("Gone")->SetDelete();
+    ozRegValue* change = policies->FindValue("Ch");
     change->SetString("new");
     change->Op(OpChange);
     change->SetData2(RegSz, 4, reinterpret_cast<const unsigned char*>("old"));
@@ -59,8 +48,8 @@ void Fill(tTreeCodeHandle& code)
 
     ozRegTree& user = code.tree->UsrTree();
     user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM")->WVar(true);
-    Value(user, HKEY_CURRENT_USER, "Software\\ozADM", "Count")->SetDWORD(7);
-    ozRegValue* item = Value(user, HKEY_LOCAL_MACHINE, "Software\\Machine", "Item");
+    user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM")->FindValue("Count")->SetDWORD(7);
+    ozRegValue* item = user.FindKey(HKEY_LOCAL_MACHINE, "Software\\Machine")->FindValue("Item");
     item->RIT(RitM);
     item->SetString("m");
 }
@@ -96,20 +85,13 @@ TEST_F(OZPProfileTest, SaveAndLoadKeepEverything)
     std::string firstMachine = ozReadTestFile(machine.Path());
     ASSERT_TRUE(binding.Save(&loaded, Library.c_str(), user.Path(), machine.Path()));
     EXPECT_EQ(ozReadTestFile(machine.Path()), firstMachine);
-}
 
-TEST_F(OZPProfileTest, OneFileForBothProfiles)
-{
-    tTreeCodeHandle saved;
-    Fill(saved);
+    // One file holds both profiles.
     ASSERT_TRUE(binding.Save(&saved, Library.c_str(), user.Path(), user.Path()));
-    tTreeCodeHandle loaded;
-    ASSERT_EQ(binding.Load(&loaded, Library.c_str(), user.Path(), nullptr),
-              tPROFILELOAD::Succeeded);
-    EXPECT_EQ(ozDescribeRegistry(loaded.tree->MacTree()),
-              ozDescribeRegistry(saved.tree->MacTree()));
-    EXPECT_EQ(ozDescribeRegistry(loaded.tree->UsrTree()),
-              ozDescribeRegistry(saved.tree->UsrTree()));
+    tTreeCodeHandle both;
+    ASSERT_EQ(binding.Load(&both, Library.c_str(), user.Path(), nullptr), tPROFILELOAD::Succeeded);
+    EXPECT_EQ(ozDescribeRegistry(both.tree->MacTree()), ozDescribeRegistry(saved.tree->MacTree()));
+    EXPECT_EQ(ozDescribeRegistry(both.tree->UsrTree()), ozDescribeRegistry(saved.tree->UsrTree()));
 }
 
 TEST_F(OZPProfileTest, ProfileWithoutFileIsPassedOver)

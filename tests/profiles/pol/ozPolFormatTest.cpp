@@ -17,18 +17,10 @@ const std::string OneRecord =
     "PReg\x01\0\0\0"
     "[\0K\0\0\0;\0V\0\0\0;\0\x04\0\0\0;\0\x04\0\0\0;\0\x01\0\0\0]\0"s;
 
-TEST(PolFormatTest, WritesAndReadsTheLayoutByteForByte)
+// Reading is checked by reading back what is written, below.
+TEST(PolFormatTest, WritesTheLayoutByteForByte)
 {
     EXPECT_EQ(PolFile({{u"K", u"V", 4, "\x01\0\0\0"s}}), OneRecord);
-    std::vector<ozPolRecord> records;
-    ozPolError error;
-    ASSERT_TRUE(ozReadPolRecords(OneRecord, records, error)) << error.what;
-    ASSERT_EQ(records.size(), 1u);
-    EXPECT_EQ(records[0].key, u"K");
-    EXPECT_EQ(records[0].name, u"V");
-    EXPECT_EQ(records[0].type, 4u);
-    EXPECT_EQ(records[0].data, "\x01\0\0\0"s);
-    EXPECT_EQ(records[0].offset, 8u);
 }
 
 TEST(PolFormatTest, ReadsRecordsThatAreUnusualButWellFormed)
@@ -50,6 +42,7 @@ TEST(PolFormatTest, ReadsRecordsThatAreUnusualButWellFormed)
         EXPECT_EQ(read[i].type, written[i].type) << i;
         EXPECT_EQ(read[i].data, written[i].data) << i;
     }
+    EXPECT_EQ(read[0].offset, 8u);
     EXPECT_EQ(read[1].offset, 8u + 47u);
 }
 

@@ -127,7 +127,7 @@ TEST_F(PolProfileTest, RecordsBecomeTreeEntriesAndAreWrittenBack)
         ASSERT_EQ(Load(code), tPROFILELOAD::Succeeded) << c.what;
         EXPECT_EQ(ozTreeLines(code).lines, c.tree) << c.what;
         ASSERT_TRUE(Save(code)) << c.what;
-        EXPECT_EQ(RecordLines(ReadBytes(user.Path())),
+        EXPECT_EQ(RecordLines(ozReadTestFile(user.Path())),
                   Lines(c.written.empty() ? c.file : c.written))
             << c.what;
     }
@@ -155,11 +155,11 @@ TEST_F(PolProfileTest, SaveWritesWhatTheFileCanSayAndLeavesOutWhatHasNoPlace)
     code.tree->UsrTree().FindKey(HKEY_CURRENT_USER, "Software\\User")->FindValue("u")->SetDWORD(1);
 
     ASSERT_TRUE(Save(code));
-    EXPECT_EQ(RecordLines(ReadBytes(machine.Path())),
+    EXPECT_EQ(RecordLines(ozReadTestFile(machine.Path())),
               Lines({{u"Software\\Policies\\oz", u"Changed", 1, Utf16(u"new\0"s)},
                      {u"Software\\Policies\\oz", u"NoData", 0, ""},
                      {u"Software\\Erased", u"**delvals.", 1, Blank}}));
-    EXPECT_EQ(RecordLines(ReadBytes(user.Path())), Lines({{u"Software\\User", u"u", 4, One}}));
+    EXPECT_EQ(RecordLines(ozReadTestFile(user.Path())), Lines({{u"Software\\User", u"u", 4, One}}));
 }
 
 // Everything a load gives survives a save and a load, in both trees.

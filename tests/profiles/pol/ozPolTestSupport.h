@@ -3,8 +3,6 @@
 #pragma once
 
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -17,23 +15,10 @@
 
 const std::string PolLibrary = ozPlatformPath(OZ_POL_LIBRARY);
 
-inline std::string ReadBytes(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
 // UTF-16LE bytes of text, without terminator.
 inline std::string Utf16(const std::u16string& text)
 {
-    std::string bytes;
-    for (char16_t unit : text) {
-        bytes.push_back(static_cast<char>(unit & 0xFF));
-        bytes.push_back(static_cast<char>(unit >> 8));
-    }
-    return bytes;
+    return ozUtf16Bytes(text).substr(2);
 }
 
 // A file of the header and records.

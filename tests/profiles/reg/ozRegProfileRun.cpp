@@ -8,19 +8,18 @@
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "platform/ozTextConversion.h"
+#include "tests/support/ozTestFiles.h"
 
-std::string ozRegPlatformPath(const std::string& path)
+std::string ozRegNarrow(std::u16string_view text)
 {
-#if defined(_WIN32)
-    if (!path.empty() && path[0] == '/')
-        return "Z:" + path;
-#endif
-    return path;
+    std::basic_string<WCHAR> wide(text.begin(), text.end());
+    return ozNarrowText(wide.data(), wide.size());
 }
 
 std::string ozRegCorpusFolder()
 {
-    std::string folder = ozRegPlatformPath(std::string(OZ_CORPUS_DIR) + "/reg");
+    std::string folder = ozPlatformPath(std::string(OZ_CORPUS_DIR) + "/reg");
     if (std::string(OZ_CORPUS_DIR).empty() || !std::filesystem::is_directory(folder))
         return {};
     return folder;
@@ -30,7 +29,7 @@ tPROFILELOAD ozRegProfileRun::Load(const std::string& userFile, const std::strin
 {
     ozProfileBinding binding(m_ui, ozTestMessageText);
     testing::internal::CaptureStderr();
-    tPROFILELOAD loaded = binding.Load(&m_code, ozRegPlatformPath(OZ_REG_LIBRARY).c_str(),
+    tPROFILELOAD loaded = binding.Load(&m_code, ozPlatformPath(OZ_REG_LIBRARY).c_str(),
                                        userFile.c_str(), machineFile.c_str());
     m_errors = testing::internal::GetCapturedStderr();
     return loaded;
@@ -40,7 +39,7 @@ bool ozRegProfileRun::Save(const std::string& userFile, const std::string& machi
 {
     ozProfileBinding binding(m_ui, ozTestMessageText);
     testing::internal::CaptureStderr();
-    bool saved = binding.Save(&m_code, ozRegPlatformPath(OZ_REG_LIBRARY).c_str(), userFile.c_str(),
+    bool saved = binding.Save(&m_code, ozPlatformPath(OZ_REG_LIBRARY).c_str(), userFile.c_str(),
                               machineFile.c_str());
     m_errors = testing::internal::GetCapturedStderr();
     for (const ozRecordingHostUI::Message& message : m_ui.messages)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "control/ozProfileBinding.h"
@@ -10,8 +11,8 @@
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTreeDescription.h"
 
-// A path of the file system as the test's platform opens it (Wine sees "/" as "Z:/").
-std::string ozRegPlatformPath(const std::string& path);
+// The model's narrow text of wide text (UTF-8 on POSIX, the ANSI code page on Windows).
+std::string ozRegNarrow(std::u16string_view text);
 // The reg folder of the corpus; "" when the corpus is not there.
 std::string ozRegCorpusFolder();
 

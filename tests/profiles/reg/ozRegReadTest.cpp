@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -12,7 +11,6 @@
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "ozRegProfileRun.h"
-#include "platform/ozTextConversion.h"
 #include "tests/support/ozTestFiles.h"
 
 namespace {
@@ -51,13 +49,6 @@ std::string FileBytes(std::u16string_view text, Encoding encoding)
         default:
             return Utf8(text);  // the narrow rows are ASCII
     }
-}
-
-// The model's narrow text of wide text (UTF-8 on POSIX, the ANSI code page on Windows).
-std::string Narrow(std::u16string_view text)
-{
-    std::basic_string<WCHAR> wide(text.begin(), text.end());
-    return ozNarrowText(wide.data(), wide.size());
 }
 
 std::string Bytes(const ozRegValue* value)
@@ -127,12 +118,6 @@ const ValueForm ValueForms[] = {
      u"\x01\0\0\0"sv},
 };
 
-// Test names and failure output show the row's name.
-void PrintTo(const ValueForm& form, std::ostream* out)
-{
-    *out << form.name;
-}
-
 class ValueFormTest : public ::testing::TestWithParam<ValueForm> {};
 
 TEST_P(ValueFormTest, ReadsIntoTheUserTree)
@@ -146,21 +131,21 @@ TEST_P(ValueFormTest, ReadsIntoTheUserTree)
 
     ozSubKey* key = run.Code().tree->UsrTree().HasKey(HKEY_CURRENT_USER, "Software\\ozADM");
     ASSERT_NE(key, nullptr);
-    std::string name = Narrow(form.valueName);
+    std::string name = ozRegNarrow(form.valueName);
     ozRegValue* value = key->HasValue(name.c_str());
     ASSERT_NE(value, nullptr) << "no value \"" << name << "\"";
     EXPECT_EQ(value->RIT(), RitR);
     EXPECT_EQ(value->Op(), form.op);
     EXPECT_EQ(value->Type(), form.type);
     bool textType = form.type == 1 || form.type == 2 || form.type == 7;
-    std::string expected = textType ? Narrow(form.data) : std::string(form.data.size(), '\0');
+    std::string expected = textType ? ozRegNarrow(form.data) : std::string(form.data.size(), '\0');
     if (!textType)
         std::transform(form.data.begin(), form.data.end(), expected.begin(),
                        [](char16_t unit) { return static_cast<char>(unit); });
     EXPECT_EQ(Bytes(value), expected);
 }
 
-// A row's name as a test name.
+// A row's name as a test name (failures name the test).
 std::string TestName(const char* rowName)
 {
     std::string name = rowName;
@@ -272,11 +257,6 @@ const Malformed MalformedFiles[] = {
     {"UTF-16 big-endian", "\xFE\xFF\0R\0E"s, "", "big-endian"},
     {"UTF-16 of odd length", "\xFF\xFER\0E"s, "", "half a character"},
 };
-
-void PrintTo(const Malformed& malformed, std::ostream* out)
-{
-    *out << malformed.name;
-}
 
 class MalformedFileTest : public ::testing::TestWithParam<Malformed> {};
 

@@ -5,32 +5,15 @@
 
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "ozRegProfileRun.h"
-#include "platform/ozTextConversion.h"
 #include "tests/support/ozTestFiles.h"
 
 namespace {
-
-std::string ReadAll(const std::string& path)
-{
-    std::ifstream stream(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << stream.rdbuf();
-    return bytes.str();
-}
-
-std::string Narrow(std::u16string_view text)
-{
-    std::basic_string<WCHAR> wide(text.begin(), text.end());
-    return ozNarrowText(wide.data(), wide.size());
-}
 
 ozRegValue* Value(ozRegTree& tree, HKEY root, const char* key, const char* name)
 {
@@ -62,7 +45,8 @@ void FillTrees(tTreeCodeHandle& code)
     SetBytes(Value(user, HKEY_CURRENT_USER, app, "short dword"), RegDword, "\x01\x02"s);
     SetBytes(Value(user, HKEY_CURRENT_USER, app, "lines"), RegSz, "one\r\ntwo\0"s);
     SetBytes(Value(user, HKEY_CURRENT_USER, app, "unterminated"), RegSz, "abc");
-    Value(user, HKEY_CURRENT_USER, app, "umlauts")->SetString(Narrow(u"Gr\u00fc\u00dfe").c_str());
+    Value(user, HKEY_CURRENT_USER, app, "umlauts")
+        ->SetString(ozRegNarrow(u"Gr\u00fc\u00dfe").c_str());
     Value(user, HKEY_CURRENT_USER, app, "deleted")->SetDelete();
     user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\Empty")->Save(true);
     user.FindKey(HKEY_CURRENT_USER, "Software\\ozADM\\Erased")->Op(KeyOpEraseValues);
@@ -94,6 +78,12 @@ TEST_F(RegRoundTrip, ExportThenImportGivesTheSameTrees)
     ASSERT_EQ(loaded.Load(userFile.Path(), machineFile.Path()), tPROFILELOAD::Succeeded)
         << loaded.Errors();
     EXPECT_EQ(ozFirstDifference(saved.Describe(), loaded.Describe()), "");
+
+    // One file named for both profiles holds both trees.
+    ASSERT_TRUE(saved.Save(userFile.Path(), userFile.Path())) << saved.Errors();
+    ozRegProfileRun both;
+    ASSERT_EQ(both.Load(userFile.Path()), tPROFILELOAD::Succeeded) << both.Errors();
+    EXPECT_EQ(ozFirstDifference(saved.Describe(), both.Describe()), "");
 }
 
 TEST_F(RegRoundTrip, FilesAreVersion5InUtf16WithCrLf)
@@ -102,7 +92,7 @@ TEST_F(RegRoundTrip, FilesAreVersion5InUtf16WithCrLf)
     FillTrees(saved.Code());
     ASSERT_TRUE(saved.Save(userFile.Path(), machineFile.Path())) << saved.Errors();
     for (const char* path : {userFile.Path(), machineFile.Path()}) {
-        std::string bytes = ReadAll(path);
+        std::string bytes = ozReadTestFile(path);
         std::u16string header = u"Windows Registry Editor Version 5.00\r\n\r\n[";
         ASSERT_EQ(bytes.substr(0, 2 + header.size() * 2), ozUtf16Bytes(header)) << path;
         for (size_t at = 2; at + 1 < bytes.size(); at += 2) {
@@ -111,7 +101,7 @@ TEST_F(RegRoundTrip, FilesAreVersion5InUtf16WithCrLf)
             }
         }
     }
-    std::string user = ReadAll(userFile.Path());
+    std::string user = ozReadTestFile(userFile.Path());
     for (std::u16string expected : {
              u"[HKEY_CURRENT_USER\\Software\\ozADM\\Values]\r\n",
              u"\"string\"=\"back\\\\slash \\\"quoted\\\" ;x\"\r\n",
@@ -128,7 +118,7 @@ TEST_F(RegRoundTrip, FilesAreVersion5InUtf16WithCrLf)
              u"[HKEY_CURRENT_USER\\Software\\ozADM\\Refilled]\r\n\"item\"=\"1\"\r\n",
          }) {
         EXPECT_NE(user.find(ozUtf16Bytes(expected).substr(2)), std::string::npos)
-            << "missing: " << Narrow(expected);
+            << "missing: " << ozRegNarrow(expected);
     }
     EXPECT_EQ(user.find(ozUtf16Bytes(u"[-HKEY_CURRENT_USER\\Software\\ozADM\\Erased]\r\n\r\n["
                                      u"HKEY_CURRENT_USER\\Software\\ozADM\\Erased]")
@@ -138,16 +128,6 @@ TEST_F(RegRoundTrip, FilesAreVersion5InUtf16WithCrLf)
     EXPECT_EQ(user.find(ozUtf16Bytes(u"[HKEY_CURRENT_USER\\Software\\ozADM]").substr(2)),
               std::string::npos)
         << "a key along a path, neither saved nor holding values, gets no section";
-}
-
-TEST_F(RegRoundTrip, OneFileNamedForBothProfilesHoldsBothTrees)
-{
-    ozRegProfileRun saved;
-    FillTrees(saved.Code());
-    ASSERT_TRUE(saved.Save(userFile.Path(), userFile.Path())) << saved.Errors();
-    ozRegProfileRun loaded;
-    ASSERT_EQ(loaded.Load(userFile.Path()), tPROFILELOAD::Succeeded) << loaded.Errors();
-    EXPECT_EQ(ozFirstDifference(saved.Describe(), loaded.Describe()), "");
 }
 
 TEST_F(RegRoundTrip, ChangeIsWrittenAsItsNewDatum)
