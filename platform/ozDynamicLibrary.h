@@ -1,5 +1,5 @@
-// Libraries loaded at run time by name, as the system's library loader finds them: the profile
-// libraries the control binds for each load and save.
+// Libraries loaded at run time by name: the profile libraries the control binds for each load
+// and save.
 #pragma once
 
 #include <string>
@@ -12,10 +12,13 @@ public:
     ozDynamicLibrary(const ozDynamicLibrary&) = delete;
     ozDynamicLibrary& operator=(const ozDynamicLibrary&) = delete;
 
-    // Loads the library `name`, searched for in the system's usual places when it has no
-    // folder. On POSIX a name ending in ".dll" that cannot be loaded is tried again as
-    // "lib<name>.so" in the same folder ("ozRegOZP.dll" as "libozRegOZP.so"). Releases a
-    // library loaded before. False, with Error() saying why, when nothing could be loaded.
+    // Loads the library `name`. A name without a folder is looked for on Windows first beside
+    // the module this code is linked into (the control, or the program; a file there is the
+    // one loaded, or its error reported), then in the system's usual places; on POSIX only in
+    // the system's usual places. On POSIX a name ending in ".dll" that cannot be loaded is
+    // tried again as "lib<name>.so" in the same folder ("ozRegOZP.dll" as "libozRegOZP.so").
+    // Releases a library loaded before. False, with Error() saying why, when nothing could be
+    // loaded.
     bool Load(const char* name);
     // The address of the exported function `name`, or null when the library has none (or none
     // is loaded).

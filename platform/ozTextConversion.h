@@ -28,3 +28,9 @@ int WideCharToMultiByte(UINT CodePage, DWORD dwFlags, const WCHAR* lpWideCharStr
 // The text converted with the functions above (CP_ACP); empty for null or unconvertible text.
 std::basic_string<WCHAR> ozWideText(const char* text);
 std::string ozNarrowText(const WCHAR* text, size_t length);
+
+// Text between UTF-8 and the narrow encoding: on Windows converted from or to the ANSI code
+// page (a character the code page lacks becomes its default character), elsewhere returned as
+// it is, the narrow encoding being UTF-8 there.
+std::string ozNarrowFromUtf8(const std::string& text);
+std::string ozUtf8FromNarrow(const std::string& text);

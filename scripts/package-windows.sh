@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Assembles the Windows distribution from a finished Windows build: the folder dist/ozADM/ of
 # the build tree with the control, the grammar engine, the three profile libraries, the
-# command-line host with its bundled files and the installation notes, and the archive
+# command-line host with its bundled files, the documents a user of them reads and the
+# installation notes, and the archive
 # dist/ozADM-windows.zip of that folder. Then checks the archive: every file is in it, and no
 # program in it needs a DLL that is neither in the package nor part of Windows.
 #
@@ -19,6 +20,10 @@ binaries=(ozADM.ocx ozEBNF.dll ozRegOZP.dll ozRegPOL.dll ozRegREG.dll ozadm.exe)
 # The command-line host finds its grammar and string tables in ozadm-data beside it; hosts of
 # the control pass the grammar's path to SetEBNF, so it stands beside the control as well.
 host_data=(grammar/adm.bnf hosts/ozadm/data/strings-*.txt hosts/ozadm/data/empty.adm)
+# What ozadm.exe --help and the notes point to: the commands, the profile formats and what a
+# profile library provides.
+documents=(docs/cli.md docs/ozp-format.md docs/pol-mapping.md docs/reg-format.md
+  docs/profile-libraries.md)
 
 for binary in "${binaries[@]}"; do
   if [[ ! -f $bin/$binary ]]; then
@@ -28,7 +33,7 @@ for binary in "${binaries[@]}"; do
 done
 
 rm -rf "$package" "$archive"
-mkdir -p "$package/ozadm-data"
+mkdir -p "$package/ozadm-data" "$package/docs"
 # The build keeps debugging information; the package does without it.
 strip=$(command -v x86_64-w64-mingw32-strip || true)
 for binary in "${binaries[@]}"; do
@@ -37,6 +42,7 @@ for binary in "${binaries[@]}"; do
 done
 cp grammar/adm.bnf dist/windows/README.md "$package/"
 cp "${host_data[@]}" "$package/ozadm-data/"
+cp "${documents[@]}" "$package/docs/"
 (cd "$dist" && zip -q -r -X "$(basename "$archive")" ozADM)
 
 failures=0
@@ -49,6 +55,7 @@ expected=(README.md adm.bnf "${binaries[@]}")
 for file in "${host_data[@]}"; do
   expected+=("ozadm-data/$(basename "$file")")
 done
+expected+=("${documents[@]}")
 listing=$(zip -sf "$archive" | sed -n 's/^  //p')
 for file in "${expected[@]}"; do
   grep -qxF "ozADM/$file" <<<"$listing" || fail "$archive lacks ozADM/$file"

@@ -12,7 +12,7 @@ packages=(
   # the Windows half: cross-build, and tests under Wine
   g++-mingw-w64-x86-64 mingw-w64-tools wine wine64 libwine-dev xvfb xauth
   # the screenshot of the embedded control, and the Windows distribution's archive
-  imagemagick zip
+  imagemagick zip unzip
   # Samba's Registry.pol parser, for the interoperability test and the profile benchmark
   python3-samba
 )

@@ -8,5 +8,7 @@ cmake --preset windows
 cmake --build --preset windows
 xvfb-run -a scripts/wine-ctest.sh
 
-# The distribution: build/windows/dist/ozADM-windows.zip, checked as it is made.
+# The distribution: build/windows/dist/ozADM-windows.zip, checked as it is made, then installed
+# as its notes say into a fresh Wine prefix of its own.
 scripts/package-windows.sh
+xvfb-run -a tests/win32/ozPackageInstallTest.sh build/windows/dist/ozADM-windows.zip

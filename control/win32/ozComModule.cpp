@@ -1,5 +1,7 @@
 #include "ozComModule.h"
 
+#include "platform/win32/ozModulePath.h"
+
 namespace {
 
 HINSTANCE g_instance = nullptr;
@@ -21,18 +23,7 @@ void ozComModule::Instance(HINSTANCE instance)
 
 std::wstring ozComModule::Path()
 {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        DWORD length = GetModuleFileNameW(g_instance, path.data(), static_cast<DWORD>(path.size()));
-        if (length == 0)
-            return {};
-        if (length < path.size()) {
-            path.resize(length);
-            return path;
-        }
-        // Truncated: long paths are allowed, so try again with more room.
-        path.resize(path.size() * 2);
-    }
+    return ozModulePath(g_instance);
 }
 
 void ozComModule::ObjectCreated()

@@ -5,8 +5,16 @@
 #include <iostream>
 
 #include "ozCommands.h"
+#include "platform/ozConsoleStreams.h"
 
 namespace {
+
+// Where the whole description is: the Windows package carries it in its docs folder.
+#ifdef _WIN32
+const char* const kFullDescription = "docs\\cli.md beside ozadm.exe";
+#else
+const char* const kFullDescription = "docs/cli.md";
+#endif
 
 struct Command {
     const char* name;
@@ -34,14 +42,15 @@ void PrintHelp(std::ostream& out)
     }
     out << "\nThe commands that read or write profiles name them with --user, --machine, "
            "--profile\nor --gpo DIR (a group-policy folder).\n";
-    out << "\n\"ozadm COMMAND --help\" describes a command and its options; docs/cli.md has "
-           "everything.\n";
+    out << "\n\"ozadm COMMAND --help\" describes a command and its options; " << kFullDescription
+        << " has everything.\n";
 }
 
 }  // namespace
 
 int main(int argc, char** argv)
 {
+    ozUseConsoleStreams();
     if (argc < 2) {
         PrintHelp(std::cerr);
         return 2;

@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "ozScriptValues.h"
+#include "platform/ozTextConversion.h"
 
 bool ozReadHostStrings(const std::string& file, std::map<unsigned short, std::string>& table,
                        std::string& error)
@@ -30,7 +31,7 @@ bool ozReadHostStrings(const std::string& file, std::map<unsigned short, std::st
             return false;
         }
         auto code = static_cast<unsigned short>(number);
-        if (!table.emplace(code, line.substr(blank + 1)).second) {
+        if (!table.emplace(code, ozNarrowFromUtf8(line.substr(blank + 1))).second) {
             error = where + "message " + std::to_string(number) + " is given twice";
             return false;
         }

@@ -59,3 +59,13 @@ std::string ozNarrowText(const WCHAR* text, size_t length)
         return {};
     return ozEncodeUtf8(std::u16string_view(text, length));
 }
+
+std::string ozNarrowFromUtf8(const std::string& text)
+{
+    return text;
+}
+
+std::string ozUtf8FromNarrow(const std::string& text)
+{
+    return text;
+}

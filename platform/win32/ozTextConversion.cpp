@@ -25,3 +25,33 @@ std::string ozNarrowText(const WCHAR* text, size_t length)
     narrow.resize(written > 0 ? static_cast<size_t>(written) : 0);
     return narrow;
 }
+
+namespace {
+
+// `text` from one code page into another, through UTF-16.
+std::string Recode(const std::string& text, UINT from, UINT to)
+{
+    if (text.empty() || text.size() > 0x7FFFFFFF / 4)
+        return {};
+    int length = static_cast<int>(text.size());
+    std::wstring wide(text.size(), L'\0');
+    int units = MultiByteToWideChar(from, 0, text.data(), length, wide.data(), length);
+    // Four bytes per UTF-16 unit at most (UTF-8 needs three, code pages two).
+    std::string out(static_cast<size_t>(units) * 4, '\0');
+    int written =
+        WideCharToMultiByte(to, 0, wide.data(), units, out.data(), units * 4, nullptr, nullptr);
+    out.resize(written > 0 ? static_cast<size_t>(written) : 0);
+    return out;
+}
+
+}  // namespace
+
+std::string ozNarrowFromUtf8(const std::string& text)
+{
+    return Recode(text, CP_UTF8, CP_ACP);
+}
+
+std::string ozUtf8FromNarrow(const std::string& text)
+{
+    return Recode(text, CP_ACP, CP_UTF8);
+}

@@ -1,0 +1,6 @@
+#include "platform/ozConsoleStreams.h"
+
+void ozUseConsoleStreams()
+{
+    // The narrow encoding is UTF-8, which terminals and files take as it is.
+}
