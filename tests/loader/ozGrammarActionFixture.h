@@ -116,11 +116,6 @@ protected:
         Push(name);
         Ok(create(0), "PART " + name);
     }
-    static void PartValueName(const std::string& valueName)
-    {
-        Push(valueName);
-        Ok(PartValuename(0), "VALUENAME " + valueName);
-    }
 
     // The current policy and its part at position (the last one for -1).
     static ozADMPolicy& CurrentPolicy() { return *static_cast<ozADMPolicy*>(Tree().GetCurr()); }

@@ -33,17 +33,6 @@ protected:
     }
 };
 
-TEST_F(PartActionTest, EndPartNeedsAValueNameAndBindsThePolicyKey)
-{
-    Part(CreateText, "Label");
-    Fails(EndPart(0), LoadErrorNoValueName, "TEXT without VALUENAME");
-    PartValueName("");
-    Ok(EndPart(0), "TEXT with an empty VALUENAME");
-    EXPECT_STREQ(PartAt().ValueName(), "");
-    EXPECT_EQ(PartAt().Key(), Tree().MacTree().HasKey(HKEY_LOCAL_MACHINE, "Software\\Pol"));
-    EXPECT_STREQ(Context().KeyNames()->Current(), "Software\\Pol") << "the part's scope is closed";
-}
-
 TEST_F(PartActionTest, ComboBoxActionsAlsoSetEditTexts)
 {
     Part(CreateEdittext, "Edit");
@@ -86,16 +75,6 @@ TEST_F(PartActionTest, DropdownItemsWithAndWithoutActionList)
     EXPECT_TRUE(Context().Arguments()->Empty());
 
     Fails(DropdownAddItem(0), LoadErrorDropdownItem, "item from an empty stack");
-}
-
-TEST_F(PartActionTest, ListBoxPrefixAndExplicitExcludeEachOther)
-{
-    Part(CreateListbox, "PrefixFirst");
-    Push("Item");
-    Ok(ListboxValueprefix(0), "VALUEPREFIX");
-    Fails(ListboxExplicit(0), LoadErrorPrefixAndExplicit, "EXPLICITVALUE after VALUEPREFIX");
-    EXPECT_STREQ(PartAt<ozADMListBox>().ValuePrefix(), "Item");
-    EXPECT_FALSE(PartAt<ozADMListBox>().ExplicitValue());
 }
 
 // Numbers reported when an action finds no part (of its kind) or no number token.
