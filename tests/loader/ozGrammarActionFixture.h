@@ -126,8 +126,5 @@ protected:
         return dynamic_cast<Part&>(*parts.At(position < 0 ? parts.Count() - 1 : position));
     }
 
-    // The argument on top of the argument stack, or null.
-    static ozArgument* TopArgument() { return Context().Arguments()->Top(); }
-
     std::string m_template = ozTestFilePath("ozadm-grammar-action-test.adm");
 };
