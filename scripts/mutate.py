@@ -35,13 +35,15 @@ MODULES = {
     "registry": (["core/registry/*.cpp"], ["registry_tests", "adm_tests", "control_tests"]),
     "engine": (["engine/*.cpp"], ["engine_tests", "template_load_tests"]),
     "loader": (["loader/*.cpp"], ["loader_tests", "loader_action_tests", "template_load_tests"]),
-    "reg": (["profiles/reg/*.cpp"], ["reg_profile_tests", "profile_save_tests"]),
+    "reg": (["profiles/reg/*.cpp"], ["reg_profile_tests", "profile_save_tests", "control_tests"]),
+    "pol": (["profiles/pol/*.cpp"], ["pol_profile_tests", "profile_save_tests", "control_tests"]),
     "platform": (["platform/posix/ozHiveRegistry.cpp", "platform/posix/ozPrivateProfile.cpp"],
                  ["platform_tests", "profile_tests", "registry_tests"]),
+    "control": (["control/*.cpp"], ["control_tests", "profile_save_tests"]),
     "hosts": (["hosts/ozadm/*.cpp"], ["ozadm_host_tests", "ozadm_command_tests"]),
 }
 # Libraries loaded at run time, which a mutant in their sources must rebuild as well.
-LOADED_LIBRARIES = {"reg": ["ozRegREG"]}
+LOADED_LIBRARIES = {"reg": ["ozRegREG"], "pol": ["ozRegPOL"]}
 
 # (name, pattern, replacement); patterns see one code line without its comment.
 OPERATORS = [

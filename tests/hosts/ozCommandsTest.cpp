@@ -108,15 +108,6 @@ TEST_F(OzadmCommands, RefusesBadEditsNamingThem)
     }
 }
 
-TEST_F(OzadmCommands, WriteAdmWritesATemplateThatLoadsAgain)
-{
-    ASSERT_EQ(Run("write-adm example.adm --output written.adm"), 0) << err;
-    ASSERT_EQ(Run("show written.adm"), 0) << err;
-    std::string written = out;
-    ASSERT_EQ(Run("show example.adm"), 0);
-    EXPECT_EQ(written, out);
-}
-
 TEST_F(OzadmCommands, ConvertsThroughRegFilesAndBack)
 {
     ASSERT_EQ(Run("convert --profile example.ozp --save-user user.reg --save-machine machine.reg"),

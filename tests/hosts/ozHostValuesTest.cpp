@@ -175,16 +175,4 @@ TEST(PartValues, ExplicitListBoxTakesNameValuePairs)
     EXPECT_EQ(Entries(list).size(), 3u);
 }
 
-TEST(PolicyStates, ReadBackTheirNames)
-{
-    for (tPOLICYSTATE state : {PolicyEnabled, PolicyDisabled, PolicyNotConfigured}) {
-        tPOLICYSTATE read = state == PolicyEnabled ? PolicyDisabled : PolicyEnabled;
-        EXPECT_TRUE(ozReadPolicyState(ozPolicyStateName(state), read));
-        EXPECT_EQ(read, state);
-    }
-    tPOLICYSTATE read = PolicyEnabled;
-    EXPECT_TRUE(ozReadPolicyState("Disabled", read));
-    EXPECT_FALSE(ozReadPolicyState("not configured", read));
-}
-
 }  // namespace
