@@ -39,6 +39,7 @@ MODULES = {
     "pol": (["profiles/pol/*.cpp"], ["pol_profile_tests", "profile_save_tests", "control_tests"]),
     "platform": (["platform/posix/ozHiveRegistry.cpp", "platform/posix/ozPrivateProfile.cpp"],
                  ["platform_tests", "profile_tests", "registry_tests"]),
+    "tree": (["core/tree/*.cpp"], ["tree_tests", "registry_tests", "adm_tests"]),
     "control": (["control/*.cpp"], ["control_tests", "profile_save_tests"]),
     "hosts": (["hosts/ozadm/*.cpp"], ["ozadm_host_tests", "ozadm_command_tests"]),
 }
