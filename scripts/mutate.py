@@ -6,7 +6,9 @@ swapped, true and false swapped, a +1 or -1 turned round, a negation dropped, a 
 deleted). The script applies one mutant at a time, rebuilds only the test executables of the
 module (ninja, in an already configured build folder), runs them with a time limit, and puts
 the file back. A mutant is killed when a test fails, crashes or runs out of time; one that
-does not compile is left out of the score.
+does not compile is left out of the score. Each mutant's line names the tests that failed,
+so a run also shows which tests are the only ones to notice a fault. docs/testing.md says how
+to compare the tests of two commits.
 
 The mutants of a module are all candidate spots, sorted, then sampled with a fixed seed: the
 same module, count and seed give the same list as long as the product sources stay the same,
