@@ -66,58 +66,44 @@ TEST_F(PolicyTest, NodesResolveTheirClassPathAndRegistryTree)
     EXPECT_FALSE(loose.Configures(entries));
 }
 
-struct SyncCase {
-    const char* what;
-    int policyValue;  // -1: no value in the registry
-    std::vector<tSYNCSTATE> parts;
-    tPOLICYSTATE expected;
-};
-
 TEST_F(PolicyTest, SyncTakesTheFirstEvidenceAndTurnsDisagreementIntoNotConfigured)
 {
-    const SyncCase cases[] = {
+    const int kNoValueName = -2, kNoValue = -1;
+    const struct {
+        const char* what;
+        int policyValue;
+        std::vector<tSYNCSTATE> parts;
+        tPOLICYSTATE expected;
+    } cases[] = {
         {"value on", 1, {}, PolicyEnabled},
         {"value off", 0, {}, PolicyDisabled},
         {"value matching neither", 7, {}, PolicyNotConfigured},
-        {"missing value decides not configured", -1, {SyncEnabled}, PolicyNotConfigured},
+        {"missing value decides not configured", kNoValue, {SyncEnabled}, PolicyNotConfigured},
         {"off value against an enabled part", 0, {SyncEnabled}, PolicyNotConfigured},
         {"neutral parts keep the value's word", 1, {SyncNeutral, SyncNeutral}, PolicyEnabled},
         {"agreeing parts", 1, {SyncEnabled, SyncEnabled}, PolicyEnabled},
         {"a conflict forces not configured", 1, {SyncConflict}, PolicyNotConfigured},
+        // Without a value name of its own the policy follows its parts.
+        {"parts only, disabled", kNoValueName, {SyncNeutral, SyncDisabled}, PolicyDisabled},
+        {"parts only, disagreeing", kNoValueName, {SyncEnabled, SyncDisabled}, PolicyNotConfigured},
+        {"parts only, a conflict does not decide",
+         kNoValueName,
+         {SyncConflict, SyncEnabled},
+         PolicyEnabled},
+        {"parts only, neutral", kNoValueName, {SyncNeutral}, PolicyNotConfigured},
     };
     ozSubKey* key = Key("Software\\Pol");
-    for (const SyncCase& c : cases) {
+    for (const auto& c : cases) {
         while (policy->Controls().Count() > 0)
             policy->Controls().RemoveAt(0);
         key->RemoveValue(key->FindValue("Enabled"));
+        policy->Valuename(c.policyValue == kNoValueName ? nullptr : "Enabled");
         if (c.policyValue >= 0)
             key->FindValue("Enabled")->SetDWORD(static_cast<unsigned long>(c.policyValue));
         for (tSYNCSTATE evidence : c.parts)
             policy->AddControl(new ScriptedPart(evidence));
         EXPECT_TRUE(policy->Sync()) << c.what;
         EXPECT_EQ(policy->State(), c.expected) << c.what;
-    }
-}
-
-TEST_F(PolicyTest, SyncWithoutOwnValueFollowsTheParts)
-{
-    policy->Valuename(nullptr);
-    const struct {
-        std::vector<tSYNCSTATE> parts;
-        tPOLICYSTATE expected;
-    } cases[] = {
-        {{SyncNeutral, SyncDisabled}, PolicyDisabled},
-        {{SyncEnabled, SyncDisabled}, PolicyNotConfigured},
-        {{SyncConflict, SyncEnabled}, PolicyEnabled},  // a conflict does not decide
-        {{SyncNeutral}, PolicyNotConfigured},
-    };
-    for (const auto& c : cases) {
-        while (policy->Controls().Count() > 0)
-            policy->Controls().RemoveAt(0);
-        for (tSYNCSTATE evidence : c.parts)
-            policy->AddControl(new ScriptedPart(evidence));
-        EXPECT_TRUE(policy->Sync());
-        EXPECT_EQ(policy->State(), c.expected);
     }
 
     policy->State(PolicyEnabled);

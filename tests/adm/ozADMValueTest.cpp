@@ -78,16 +78,6 @@ std::string SaveADMText(const ozADMValue& value, ozADMTree& tree)
     return saved ? text : text + "<failed>";
 }
 
-TEST(ADMValueTest, ReadsAsNumberAndAsString)
-{
-    EXPECT_EQ(static_cast<unsigned long>(Numeric(7)), 7u);
-    EXPECT_EQ(static_cast<unsigned long>(Text("12abc")), 12u);
-    EXPECT_EQ(static_cast<unsigned long>(Text(nullptr)), 0u);
-    EXPECT_EQ(static_cast<unsigned long>(Deletion()), 0u);
-    EXPECT_STREQ(static_cast<const char*>(Text("12abc")), "12abc");
-    EXPECT_STREQ(static_cast<const char*>(Numeric(7)), nullptr);
-}
-
 class ADMRegistryTest : public ::testing::Test {
 protected:
     struct RegState {

@@ -208,20 +208,6 @@ TEST_F(ControlTest, PropertiesAndFixedResults)
     EXPECT_TRUE(ui.messages.empty());
 }
 
-TEST_F(ControlTest, WriteADMWritesTheMergedTemplates)
-{
-    ASSERT_TRUE(control.SetADM(Template.c_str()));
-    ozTestFile written("control-written.adm");
-    ASSERT_TRUE(control.WriteADM(written.Path()));
-#if defined(_WIN32)
-    const char* firstLine = "CLASS MACHINE\r\n";  // a text-mode file has the platform's line ends
-#else
-    const char* firstLine = "CLASS MACHINE\n";
-#endif
-    EXPECT_EQ(ozReadTestFile(written.Path()).rfind(firstLine, 0), 0u);
-    EXPECT_FALSE(control.WriteADM(ozTestFilePath("no-such-folder/x.adm").c_str()));
-}
-
 // A profile loaded on its own marks the code object of the control constructed last, which is
 // reached through the application object.
 TEST_F(ControlTest, LoadOZRegMarksTheCurrentControl)

@@ -312,17 +312,4 @@ TEST_F(EngineTest, CodeObjectIsLentAndTakenBack)
     EXPECT_EQ(EBNFGetCodeHandle(), &codeObject) << "also when memory runs out";
 }
 
-TEST(EngineStringList, NumberedTexts)
-{
-    void* list = stringlist_create();
-    EXPECT_EQ(stringlist_add(list, 7, "seven"), 1);
-    EXPECT_EQ(stringlist_add(list, 7, "SEVEN"), 1);
-    EXPECT_EQ(stringlist_add(list, 65535, nullptr), 1);
-    EXPECT_STREQ(stringlist_get(list, 7), "SEVEN");
-    EXPECT_STREQ(stringlist_get(list, 65535), "");
-    EXPECT_STREQ(stringlist_get(nullptr, 7), "");
-    EXPECT_EQ(stringlist_add(nullptr, 7, "x"), 0);
-    stringlist_destroy(list);
-}
-
 }  // namespace

@@ -108,30 +108,6 @@ TEST_F(OzadmCommands, RefusesBadEditsNamingThem)
     }
 }
 
-TEST_F(OzadmCommands, WriteAdmWritesATemplateThatLoadsAgain)
-{
-    ASSERT_EQ(Run("write-adm example.adm --output written.adm"), 0) << err;
-    ASSERT_EQ(Run("show written.adm"), 0) << err;
-    std::string written = out;
-    ASSERT_EQ(Run("show example.adm"), 0);
-    EXPECT_EQ(written, out);
-}
-
-TEST_F(OzadmCommands, ConvertsThroughRegFilesAndBack)
-{
-    ASSERT_EQ(Run("convert --profile example.ozp --save-user user.reg --save-machine machine.reg"),
-              0)
-        << err;
-    EXPECT_TRUE(fs::exists(m_folder / "user.reg"));
-    ASSERT_EQ(Run("convert --user user.reg --machine machine.reg --save-profile back.ozp"), 0)
-        << err;
-    ASSERT_EQ(Run("configured example.adm --profile back.ozp"), 0) << err;
-    std::string converted = out;
-    ASSERT_EQ(Run("configured example.adm --profile example.ozp"), 0);
-    EXPECT_EQ(converted, out);
-    EXPECT_EQ(Run("convert --profile example.ozp --save-profile out.txt"), 2);
-}
-
 // A profile named alone is read and written as that profile, in every library: edits in place
 // keep what the file held, and a conversion carries it over under its own class.
 TEST_F(OzadmCommands, AProfileNamedAloneStaysThatProfile)

@@ -73,59 +73,48 @@ TEST(ResultLines, NumbersKeepTheirWholeRange)
               "Name: 18446744073709551615\n");
 }
 
-TEST(PartValues, CheckBoxAndNumericReadTheirForms)
+// Each step sets a value on its part: accepted or not, what the part shows afterwards (a refused
+// text leaves the value as it was), and a word of the reason given.
+TEST(PartValues, EachPartReadsItsFormsAndKeepsItsValueWhenRefused)
 {
-    std::string why;
     ozADMCheckBox check;
-    EXPECT_TRUE(ozSetPartValue(check, "TRUE", why));
-    EXPECT_EQ(ozPartValueText(check), "TRUE");
-    EXPECT_FALSE(ozSetPartValue(check, "checked", why));
-    EXPECT_EQ(ozPartValueText(check), "TRUE");
-
     ozADMNumeric numeric;
     numeric.Min(10);
     numeric.Max(20);
-    EXPECT_TRUE(ozSetPartValue(numeric, "15", why));
-    EXPECT_EQ(ozPartValueText(numeric), "15");
-    for (const char* refused : {"9", "21", "-1", "abc"}) {
-        EXPECT_FALSE(ozSetPartValue(numeric, refused, why)) << refused;
-        EXPECT_NE(why.find("10 to 20"), std::string::npos) << why;
-    }
-    EXPECT_EQ(ozPartValueText(numeric), "15");
-    EXPECT_TRUE(ozSetPartValue(numeric, "", why));
-    EXPECT_TRUE(numeric.Empty());
-    EXPECT_EQ(ozPartValueText(numeric), "");
-}
-
-TEST(PartValues, EditTextKeepsToMaxLenAndTextHasNone)
-{
-    std::string why;
     ozADMEditText edit;
     edit.MaxLen(3);
-    EXPECT_TRUE(ozSetPartValue(edit, "abc", why));
-    EXPECT_FALSE(ozSetPartValue(edit, "abcd", why));
-    EXPECT_EQ(ozPartValueText(edit), "abc");
-
     ozADMText text;
-    EXPECT_FALSE(ozSetPartValue(text, "x", why));
-    EXPECT_NE(why.find("TEXT"), std::string::npos);
-}
-
-TEST(PartValues, DropdownSelectsByItemName)
-{
-    std::string why;
     ozADMDropdownList list;
     ozADMValue value;
     value.SetNumeric(1);
     list.AddItem("Low", value, nullptr);
     list.AddItem("High", value, nullptr);
-    EXPECT_TRUE(ozSetPartValue(list, "high", why));
-    EXPECT_EQ(list.Selected(), 1);
-    EXPECT_EQ(ozPartValueText(list), "High");
-    EXPECT_FALSE(ozSetPartValue(list, "Medium", why));
-    EXPECT_EQ(list.Selected(), 1);
-    EXPECT_TRUE(ozSetPartValue(list, "", why));
-    EXPECT_EQ(ozPartValueText(list), "");
+    const struct {
+        ozADMCtrl* part;
+        const char* text;
+        bool accepted;
+        const char* shown;  // null: not looked at
+        const char* why;
+    } steps[] = {
+        // clang-format off
+        {&check, "TRUE", true, "TRUE", ""},         {&check, "checked", false, "TRUE", ""},
+        {&numeric, "15", true, "15", ""},           {&numeric, "9", false, "15", "10 to 20"},
+        {&numeric, "21", false, "15", "10 to 20"},  {&numeric, "-1", false, "15", "10 to 20"},
+        {&numeric, "abc", false, "15", "10 to 20"}, {&numeric, "", true, "", ""},
+        {&edit, "abc", true, "abc", ""},            {&edit, "abcd", false, "abc", ""},
+        {&text, "x", false, nullptr, "TEXT"},       {&list, "high", true, "High", ""},
+        {&list, "Medium", false, "High", ""},       {&list, "", true, "", ""},
+        // clang-format on
+    };
+    for (const auto& step : steps) {
+        std::string why;
+        EXPECT_EQ(ozSetPartValue(*step.part, step.text, why), step.accepted) << step.text;
+        if (step.shown != nullptr) {
+            EXPECT_EQ(ozPartValueText(*step.part), step.shown) << step.text;
+        }
+        EXPECT_NE(why.find(step.why), std::string::npos) << step.text << ": " << why;
+    }
+    EXPECT_TRUE(numeric.Empty());
 }
 
 std::vector<std::pair<std::string, std::string>> Entries(ozADMListBox& list)
@@ -173,18 +162,6 @@ TEST(PartValues, ExplicitListBoxTakesNameValuePairs)
     EXPECT_FALSE(ozSetPartValue(list, "a=1;A=2", why));
     EXPECT_NE(why.find("twice"), std::string::npos);
     EXPECT_EQ(Entries(list).size(), 3u);
-}
-
-TEST(PolicyStates, ReadBackTheirNames)
-{
-    for (tPOLICYSTATE state : {PolicyEnabled, PolicyDisabled, PolicyNotConfigured}) {
-        tPOLICYSTATE read = state == PolicyEnabled ? PolicyDisabled : PolicyEnabled;
-        EXPECT_TRUE(ozReadPolicyState(ozPolicyStateName(state), read));
-        EXPECT_EQ(read, state);
-    }
-    tPOLICYSTATE read = PolicyEnabled;
-    EXPECT_TRUE(ozReadPolicyState("Disabled", read));
-    EXPECT_FALSE(ozReadPolicyState("not configured", read));
 }
 
 }  // namespace

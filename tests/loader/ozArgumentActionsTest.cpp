@@ -1,52 +1,20 @@
-// Texts, values and action lists through the argument stack: [strings] references, the kinds
-// the actions fetch, and action lists whose items take the key name in force.
+// The failures a template can hardly provoke, with the actions called directly: the wrong kind
+// of argument or none, tokens an action cannot use, a missing part or number; and what the
+// part actions set on edit texts and drop-down lists.
 #include <functional>
 #include <string>
 #include <vector>
 
-#include "core/registry/ozSubKey.h"
+#include "core/adm/ozADMCheckBox.h"
+#include "core/adm/ozADMDropdownList.h"
+#include "core/adm/ozADMEditText.h"
+#include "core/adm/ozADMListBox.h"
+#include "core/adm/ozADMNumeric.h"
 #include "ozGrammarActionFixture.h"
 
 namespace {
 
 using ArgumentActionTest = GrammarActionTest;
-
-// The text on top of the argument stack, taken off it; "(none)" when the top is no String.
-std::string PopText()
-{
-    std::unique_ptr<ozArgument> top = ozLoadContext::Instance().Arguments()->Pop();
-    return top != nullptr && top->kind == ArgumentString ? top->text.get() : "(none)";
-}
-
-TEST_F(ArgumentActionTest, StringReferencesIgnoreCaseAndEarlierTemplatesDefineFirst)
-{
-    ASSERT_TRUE(Prepare("[strings]\r\nName=first\r\nName=second\r\n"));
-    ASSERT_TRUE(Prepare("[strings]\r\nName=third\r\nOther=fourth\r\n"));
-    TestToken reference = TestToken::Reference("name");
-    Ok(SaveStringFromName(reference), "!!name");
-    EXPECT_STREQ(reference.Text(), "NAME") << "the name is upper-cased in the token";
-    EXPECT_EQ(PopText(), "first");
-    Ok(SaveStringFromName(TestToken::Reference("Other")), "!!Other");
-    EXPECT_EQ(PopText(), "fourth");
-}
-
-TEST_F(ArgumentActionTest, TextsAndValuesPushed)
-{
-    ASSERT_TRUE(Prepare());
-    Ok(SaveString(TestToken::Word("bare")), "word");
-    EXPECT_EQ(PopText(), "bare");
-    Ok(SaveMorphString(TestToken::Quoted("as written")), "morph");
-    EXPECT_EQ(PopText(), "\"as written\"");
-
-    Ok(ValueNumeric(TestToken::Number(4000000000u)), "VALUE NUMERIC");
-    ASSERT_EQ(TopArgument()->kind, ArgumentValue);
-    EXPECT_EQ(static_cast<unsigned long>(*TopArgument()->value), 4000000000ul);
-    Push("text");
-    Ok(ValueString(0), "VALUE text");
-    EXPECT_STREQ(static_cast<const char*>(*TopArgument()->value), "text");
-    Ok(ValueDelete(0), "VALUE DELETE");
-    EXPECT_EQ(TopArgument()->value->Type(), ozADMValue::ValueDelete);
-}
 
 // Each case pushes what `stack` lists (s: a String, v: a Value, a: an Actionlist) and runs an
 // action inside a policy with a check box; the argument fetched wrongly is not put back.
@@ -137,35 +105,113 @@ TEST_F(ArgumentActionTest, BadTokens)
     EXPECT_TRUE(Context().Arguments()->Empty());
 }
 
-TEST_F(ArgumentActionTest, ActionListItemsTakeTheKeyNameInForce)
-{
-    ASSERT_TRUE(Prepare());
-    Class("USER");
-    Policy("Pol");
-    KeyName("Software\\Pol");
-    Ok(BeginActionlist(0), "ACTIONLISTON");
-    Push("First");
-    Ok(ValueNumeric(TestToken::Number(1)), "VALUE NUMERIC 1");
-    Ok(ActionlistValue(0), "first item");
-    KeyName("Software\\Other");
-    Push("Second");
-    Push("two");
-    Ok(ValueString(0), "VALUE two");
-    Ok(ActionlistValue(0), "second item");
-    Ok(EndActionlist(0), "END ACTIONLISTON");
-    EXPECT_STREQ(Context().KeyNames()->Current(), "Software\\Pol") << "the list's scope closed";
-    Ok(PolicyActionlistOn(0), "ACTIONLISTON taken");
+class PartActionTest : public GrammarActionTest {
+protected:
+    // Inside POLICY Pol of CLASS MACHINE, whose key name is Software\Pol.
+    void SetUp() override
+    {
+        GrammarActionTest::SetUp();
+        ASSERT_TRUE(Prepare());
+        Class("MACHINE");
+        Policy("Pol");
+        KeyName("Software\\Pol");
+    }
 
-    const ozADMActionList* list = CurrentPolicy().ActionListOn();
-    ASSERT_NE(list, nullptr);
-    ASSERT_EQ(list->Count(), 2);
-    EXPECT_STREQ(list->At(0)->ValueName(), "First");
-    EXPECT_EQ(static_cast<unsigned long>(list->At(0)->Value()), 1ul);
-    EXPECT_EQ(list->At(0)->RegKey(), Tree().UsrTree().HasKey(HKEY_CURRENT_USER, "Software\\Pol"));
-    EXPECT_STREQ(list->At(1)->ValueName(), "Second");
-    EXPECT_STREQ(static_cast<const char*>(list->At(1)->Value()), "two");
-    EXPECT_EQ(list->At(1)->RegKey()->KeyPath(), "Software\\Other");
+    // Runs an action expected to fail with number (the last one reported).
+    static void Fails(intptr_t result, int number, const std::string& what)
+    {
+        EXPECT_EQ(result, 0) << what;
+        EXPECT_EQ(ozRecordedErrorCode(), number) << what;
+    }
+};
+
+TEST_F(PartActionTest, ComboBoxActionsAlsoSetEditTexts)
+{
+    Part(CreateEdittext, "Edit");
+    Push("typed");
+    Ok(ComboboxDefault(0), "DEFAULT on an edit text");
+    Ok(ComboboxMaxlen(TestToken::Number(40)), "MAXLEN on an edit text");
+    Ok(ComboboxExpandable(0), "EXPANDABLETEXT on an edit text");
+    auto& edit = PartAt<ozADMEditText>();
+    EXPECT_STREQ(edit.Default(), "typed");
+    EXPECT_STREQ(edit.Value(), "typed");
+    EXPECT_EQ(edit.MaxLen(), 40ul);
+    EXPECT_TRUE(edit.Expandable());
+    Push("one");
+    Fails(ComboboxSuggestion(0), LoadErrorNoPart, "SUGGESTIONS on an edit text");
+}
+
+TEST_F(PartActionTest, DropdownItemsWithAndWithoutActionList)
+{
+    Part(CreateDropdown, "Choice");
+    Push("Plain");
+    Ok(ValueNumeric(TestToken::Number(1)), "VALUE NUMERIC 1");
+    Ok(DropdownAddItem(0), "item without ACTIONLIST");
+    EXPECT_EQ(ozRecordedErrorCode(), LoadErrorWrongArgument) << "reported on the way";
+    EXPECT_STREQ(ozRecordedErrorDescription(), "Actionlist");
+
+    ozResetRecordedErrors();
+    Push("WithList");
+    Ok(ValueDelete(0), "VALUE DELETE");
+    Ok(DropdownSetSel(0), "DEFAULT of the second item");
+    Ok(BeginActionlist(0), "ACTIONLIST");
+    Ok(EndActionlist(0), "END ACTIONLIST");
+    Ok(DropdownAddItem(0), "item with ACTIONLIST");
+    EXPECT_EQ(ozRecordedErrorCount(), 0);
+
+    auto& list = PartAt<ozADMDropdownList>();
+    ASSERT_EQ(list.ItemList().Count(), 2);
+    EXPECT_EQ(static_cast<unsigned long>(list.ItemList().At(0)->Value()), 1ul);
+    EXPECT_NE(list.ItemList().At(1)->ActionList(), nullptr);
+    EXPECT_EQ(list.Default(), 1) << "the item being read is the default";
     EXPECT_TRUE(Context().Arguments()->Empty());
+
+    Fails(DropdownAddItem(0), LoadErrorDropdownItem, "item from an empty stack");
+}
+
+// Numbers reported when an action finds no part (of its kind) or no number token.
+TEST_F(PartActionTest, MissingPartOrNumber)
+{
+    struct Case {
+        const char* what;
+        std::function<void()> setUp;
+        std::function<intptr_t()> action;
+        int number;
+        int reportedCount;  // 1103 comes before 1113 when the policy has no parts
+    };
+    const TestToken word = TestToken::Word("many");
+    const TestToken five = TestToken::Number(5);
+    const std::vector<Case> cases = {
+        {"part action, policy without parts", [] {}, [] { return PartRequired(0); },
+         LoadErrorNoPart, 2},
+        {"EndPart, policy without parts", [] {}, [] { return EndPart(0); }, LoadErrorNoPart, 2},
+        {"part action outside a policy", [] { Ok(EndPolicy(0), "END POLICY"); },
+         [] { return CheckboxChecked(0); }, LoadErrorNoPart, 1},
+        {"EndPart outside a policy", [] { Ok(EndPolicy(0), "END POLICY"); },
+         [] { return EndPart(0); }, LoadErrorNoPolicy, 1},
+        {"numeric action on a check box", [] { Part(CreateCheckbox, "Box"); },
+         [&] { return NumericMin(five); }, LoadErrorNoPart, 1},
+        {"NumericDefault with a word", [] { Part(CreateNumeric, "N"); },
+         [&] { return NumericDefault(word); }, LoadErrorNumberRequired, 1},
+        {"NumericMin with a word", [] { Part(CreateNumeric, "N"); },
+         [&] { return NumericMin(word); }, LoadErrorNumberRequired, 1},
+        {"NumericMax without a token", [] { Part(CreateNumeric, "N"); },
+         [] { return NumericMax(0); }, LoadErrorNumberRequired, 1},
+        {"ComboboxMaxlen with a word", [] { Part(CreateCombobox, "C"); },
+         [&] { return ComboboxMaxlen(word); }, LoadErrorNumberRequired, 1},
+        {"ValueNumeric with a word", [] {}, [&] { return ValueNumeric(word); },
+         LoadErrorNumberRequired, 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        TearDown();
+        SetUp();
+        c.setUp();
+        ozResetRecordedErrors();
+        EXPECT_EQ(c.action(), 0);
+        EXPECT_EQ(ozRecordedErrorCode(), c.number);
+        EXPECT_EQ(ozRecordedErrorCount(), c.reportedCount);
+    }
 }
 
 }  // namespace

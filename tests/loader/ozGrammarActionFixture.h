@@ -116,11 +116,6 @@ protected:
         Push(name);
         Ok(create(0), "PART " + name);
     }
-    static void PartValueName(const std::string& valueName)
-    {
-        Push(valueName);
-        Ok(PartValuename(0), "VALUENAME " + valueName);
-    }
 
     // The current policy and its part at position (the last one for -1).
     static ozADMPolicy& CurrentPolicy() { return *static_cast<ozADMPolicy*>(Tree().GetCurr()); }
@@ -130,9 +125,6 @@ protected:
         CCollection<ozADMCtrl>& parts = CurrentPolicy().Controls();
         return dynamic_cast<Part&>(*parts.At(position < 0 ? parts.Count() - 1 : position));
     }
-
-    // The argument on top of the argument stack, or null.
-    static ozArgument* TopArgument() { return Context().Arguments()->Top(); }
 
     std::string m_template = ozTestFilePath("ozadm-grammar-action-test.adm");
 };

@@ -1,5 +1,5 @@
-// The code object and the load context, and the policy tree that classes, categories, policies
-// and parts build: where nodes go, how a second template merges, and which key each one gets.
+// The code object and the load context, and the policy tree that classes, categories and
+// policies build: where nodes go and how a second template merges.
 #include <functional>
 #include <memory>
 #include <string>
@@ -7,7 +7,6 @@
 
 #include "core/adm/ozADMCategory.h"
 #include "core/adm/ozADMRoot.h"
-#include "core/registry/ozSubKey.h"
 #include "ozGrammarActionFixture.h"
 
 namespace {
@@ -34,11 +33,6 @@ std::string Outline(ozTreeNode* first)
     return text;
 }
 
-std::string KeyOf(ozSubKey* key)
-{
-    return key == nullptr ? "(none)" : std::to_string(key->Root()) + ":" + key->KeyPath();
-}
-
 class TreeBuildTest : public GrammarActionTest {
 protected:
     void SetUp() override
@@ -48,16 +42,6 @@ protected:
     }
 
     std::string Outline() { return ::Outline(Tree().Down()); }
-
-    // A part that binds its key: PART name TEXT ... VALUENAME "" END PART.
-    void TextPart(const std::string& name, const std::string& ownKeyName = "")
-    {
-        Part(CreateText, name);
-        if (!ownKeyName.empty())
-            KeyName(ownKeyName);
-        PartValueName("");
-        Ok(EndPart(0), "END PART " + name);
-    }
 };
 
 TEST_F(GrammarActionTest, CodeObjectIsMadeHandedOutAndLentBack)
@@ -96,37 +80,6 @@ TEST_F(GrammarActionTest, DestroyCodeFreesEverythingLeftByAnUnfinishedLoad)
     EXPECT_EQ(Context().KeyNames(), nullptr);
     // The leak checker of the sanitizer build tells whether anything was left behind.
     EXPECT_EQ(DestroyCode(0), 1) << "destroying an empty context is harmless";
-}
-
-TEST_F(TreeBuildTest, ClassesCategoriesPoliciesAndParts)
-{
-    Class("machine");
-    Category("Cat");
-    KeyName("Software\\Cat");
-    Policy("Pol");
-    TextPart("Label");
-    Ok(EndPolicy(0), "END POLICY");
-    Ok(EndCategory(0), "END CATEGORY");
-    Class("USER");
-    Category("UserCat");
-    KeyName("Software\\User");
-    Policy("UserPol");
-    TextPart("First", "Software\\Own");
-    TextPart("Second");
-    Ok(EndPolicy(0), "END POLICY");
-    Ok(EndCategory(0), "END CATEGORY");
-
-    EXPECT_EQ(Outline(), "MACHINE{Cat{Pol[Label]}} USER{UserCat{UserPol[First Second]}}");
-    EXPECT_EQ(Context().CurrentClass(), static_cast<unsigned long>(RootUser));
-
-    auto* user = static_cast<ozADMNode*>(Tree().Down()->Next());
-    auto* userPolicy = static_cast<ozADMPolicy*>(user->Down()->Down());
-    EXPECT_EQ(KeyOf(userPolicy->RegKey()), "1:Software\\User");
-    EXPECT_EQ(KeyOf(userPolicy->Controls().At(0)->Key()), "1:Software\\Own");
-    EXPECT_EQ(KeyOf(userPolicy->Controls().At(1)->Key()), "1:Software\\User")
-        << "a part without KEYNAME has its policy's key";
-    EXPECT_EQ(userPolicy->Controls().At(1)->Policy(), userPolicy);
-    EXPECT_TRUE(Context().KeyNames()->Empty()) << "every scope was closed";
 }
 
 TEST_F(TreeBuildTest, SameNameOfAnotherKindIsAddedAfterIt)
@@ -176,28 +129,6 @@ TEST_F(TreeBuildTest, MergeFollowsChangesMadeToTheSiblings)
     categories({"A", "C", "R"});
     EXPECT_EQ(Outline(), "MACHINE{A{} -{} R{} C{} R{} D{} a{} B{}}")
         << "a sibling without a name stops the search for a later one of the same name";
-}
-
-TEST_F(TreeBuildTest, PolicyKeyComesFromTheInnermostKeyName)
-{
-    Class("MACHINE");
-    Category("Outer");
-    KeyName("Software\\Outer");
-    Category("Inner");
-    Policy("Inherits");
-    Ok(EndPolicy(0), "END POLICY");
-    Policy("Own");
-    KeyName("Software\\Own");
-    Ok(EndPolicy(0), "END POLICY");
-    Policy("AfterOwn");
-    Ok(EndPolicy(0), "END POLICY");
-
-    auto* inner = Tree().GetCurr()->Down();
-    std::vector<std::string> keys;
-    for (ozTreeNode* node = inner; node != nullptr; node = node->Next())
-        keys.push_back(KeyOf(static_cast<ozADMPolicy*>(node)->RegKey()));
-    EXPECT_EQ(keys, (std::vector<std::string>{"2:Software\\Outer", "2:Software\\Own",
-                                              "2:Software\\Outer"}));
 }
 
 // Ends without their beginnings, a policy without key, a part outside a policy.

@@ -1,8 +1,13 @@
+// The [strings] table and the reader of the section: the line rules, which definition wins,
+// and the reader's failures; the conversion to and from the system's wide text.
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "loader/ozStringTable.h"
+#include "loader/ozStringsSection.h"
+#include "platform/ozTextConversion.h"
+#include "tests/support/ozTestFiles.h"
 
 namespace {
 
@@ -76,6 +81,39 @@ TEST(StringTableTest, ManyNamesAndALongNameAreFound)
     const std::string longName(300, 'Z');
     ASSERT_TRUE(table.Insert(longName.c_str(), "long"));
     EXPECT_STREQ(table.Find(longName.c_str()), "long");
+}
+
+class StringsSectionTest : public ::testing::Test {
+protected:
+    void Write(const std::string& bytes) { file.Write(bytes); }
+
+    ozTestFile file{"ozadm-strings-test.adm"};
+    std::string path = file.Path();
+    ozStringTable table;
+};
+
+TEST_F(StringsSectionTest, MissingFileAndSection)
+{
+    int error = 0;
+    EXPECT_FALSE(ozReadStringsSection((path + ".missing").c_str(), table, &error));
+    EXPECT_EQ(error, StringsErrorCannotOpen);
+    EXPECT_FALSE(ozReadStringsSection(nullptr, table, &error));
+
+    Write("CLASS MACHINE\r\n");
+    EXPECT_TRUE(ozReadStringsSection(path.c_str(), table, &error));
+    EXPECT_EQ(table.Count(), 0u);
+}
+
+TEST(TextConversionTest, RoundTripAndSizes)
+{
+    std::basic_string<WCHAR> wide = ozWideText("abc");
+    ASSERT_EQ(wide.size(), 3u);
+    EXPECT_EQ(ozNarrowText(wide.c_str(), wide.size()), "abc");
+    EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "abc", -1, nullptr, 0), 4);  // with terminator
+    WCHAR small[2];
+    EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "abc", -1, small, 2), 0);
+    EXPECT_TRUE(ozWideText(nullptr).empty());
+    EXPECT_TRUE(ozNarrowText(nullptr, 3).empty());
 }
 
 }  // namespace

@@ -105,7 +105,8 @@ TEST_F(TemplateLoadTest, SecondTemplateMergesAndKeepsEarlierStrings)
     ozTestFile second("ozadm-template-test-2.adm",
                       "CLASS MACHINE\nCATEGORY c\n KEYNAME k\n POLICY first\n"
                       "  PART y CHECKBOX VALUENAME y END PART\n END POLICY\n"
-                      " POLICY !!p KEYNAME j END POLICY\nEND CATEGORY\nCLASS USER\n"
+                      " POLICY !!p KEYNAME j END POLICY\n POLICY after END POLICY\n"
+                      "END CATEGORY\nCLASS USER\n"
                       "[strings]\np=second\n");
     ASSERT_TRUE(load.Load(second.Path())) << load.Message();
     ozADMPolicy* policy = Policy("MACHINE\\c\\first");
@@ -113,6 +114,9 @@ TEST_F(TemplateLoadTest, SecondTemplateMergesAndKeepsEarlierStrings)
     EXPECT_EQ(policy->Controls().Count(), 2) << "one policy, with the parts of all occurrences";
     EXPECT_EQ(policy->RegKey()->KeyPath(), "j") << "the key name of the last occurrence";
     EXPECT_EQ(load.Tree().FindNode("MACHINE\\c\\second"), nullptr);
+    ASSERT_NE(Policy("MACHINE\\c\\after"), nullptr);
+    EXPECT_EQ(Policy("MACHINE\\c\\after")->RegKey()->KeyPath(), "k")
+        << "a policy's own key name ends with the policy";
     EXPECT_NE(load.Tree().FindNode("USER"), nullptr);
     EXPECT_EQ(load.Tree().Down()->Next()->Next(), nullptr) << "two classes";
 }

@@ -7,7 +7,6 @@
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozRootKey.h"
 #include "core/registry/ozSubKey.h"
-#include "core/registry/ozVariableMarkers.h"
 
 namespace {
 
@@ -21,17 +20,7 @@ int ChildCount(ozTreeNode* node)
 
 class KeyTest : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        ozVariableMarkers::Start("");
-        ozVariableMarkers::End("");
-        tree.AddBelow(root = new ozRootKey(HKEY_LOCAL_MACHINE));
-    }
-    void TearDown() override
-    {
-        ozVariableMarkers::Start("");
-        ozVariableMarkers::End("");
-    }
+    void SetUp() override { tree.AddBelow(root = new ozRootKey(HKEY_LOCAL_MACHINE)); }
 
     ozRegTree tree;
     ozRootKey* root = nullptr;
@@ -157,32 +146,6 @@ TEST_F(KeyTest, ValuesAreFoundWithoutRegardToCaseAndRemovedByIdentity)
     EXPECT_TRUE(key->RemoveValue(path));
     EXPECT_EQ(key->HasValue("Path"), nullptr);
     EXPECT_EQ(key->Values().Count(), 1);
-}
-
-TEST_F(KeyTest, VariablesFlagFollowsKeyPathsAndMarkers)
-{
-    ozSubKey* plain = root->FindSubKey("Plain", 2);
-    plain->Name("%USER%");  // markers empty: the flag is left as it was
-    EXPECT_FALSE(plain->WVar());
-
-    ozVariableMarkers::Start("%");
-    ozVariableMarkers::End("%");
-    ozSubKey* holder = root->FindSubKey("Users\\%USER%", 2);
-    EXPECT_TRUE(holder->WVar());
-    ozSubKey* below = holder->FindSubKey("X\\Y", 2);
-    EXPECT_TRUE(below->WVar());
-    // Only the key returned inherits the flag; the intermediate key judges its own name.
-    EXPECT_FALSE(holder->HasSubKey("X")->WVar());
-
-    ozRegValue* value = holder->FindValue("v");
-    ozSubKey* users = root->HasSubKey("Users");
-    users->Name("Accounts");
-    holder->Name("fixed");
-    EXPECT_FALSE(holder->WVar());
-    EXPECT_FALSE(value->WVar());
-    holder->Name("%HOME%");
-    EXPECT_TRUE(holder->WVar());
-    EXPECT_TRUE(value->WVar());
 }
 
 }  // namespace

@@ -109,17 +109,6 @@ TEST_F(RegistryImportTest, ReadingAgainOverwritesValuesInPlace)
     EXPECT_EQ(tree.Down()->Next(), nullptr);
 }
 
-TEST_F(RegistryImportTest, NewRootKeysFollowTheExistingOnes)
-{
-    tree.FindKey(HKEY_LOCAL_MACHINE, "Software");
-    ASSERT_TRUE(
-        tree.AddFromRegistry(HKEY_CURRENT_USER, Path("Bare").c_str(), nullptr, true, nullptr));
-    auto* first = static_cast<ozRootKey*>(tree.Down());
-    ASSERT_NE(first->Next(), nullptr);
-    EXPECT_EQ(first->HKey(), HKEY_LOCAL_MACHINE);
-    EXPECT_EQ(static_cast<ozRootKey*>(first->Next())->HKey(), HKEY_CURRENT_USER);
-}
-
 TEST_F(RegistryImportTest, NonRecursiveReadTakesTheKeyOrOneValueByName)
 {
     ASSERT_TRUE(

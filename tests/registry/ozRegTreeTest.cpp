@@ -34,15 +34,6 @@ std::vector<HKEY> RootOrder(ozRegTree& tree)
     return roots;
 }
 
-TEST(RootNumberTest, PredefinedKeysMapToSmallNumbersBothWays)
-{
-    EXPECT_EQ(ozRootNumber(HKEY_CLASSES_ROOT), 0u);
-    EXPECT_EQ(ozRootNumber(HKEY_CURRENT_USER), 1u);
-    EXPECT_EQ(ozRootNumber(HKEY_LOCAL_MACHINE), 2u);
-    EXPECT_EQ(ozRootNumber(HKEY_USERS), 3u);
-    EXPECT_EQ(ozRootHandle(2), HKEY_LOCAL_MACHINE);
-}
-
 TEST(RegTreeTest, RootKeysStandInTheOrderTheyWereFirstNeeded)
 {
     ozRegTree tree;

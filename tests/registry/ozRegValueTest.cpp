@@ -124,32 +124,6 @@ TEST_F(ValueTest, TextForm)
     }
 }
 
-TEST_F(ValueTest, NumValueTable)
-{
-    const tOPVALUE ops[] = {OpInsert, OpDelete, OpCodeL, OpAppend, OpCodeR, OpChange};
-    const struct {
-        tREGITEMTYPE itemType;
-        int expected[6];
-    } rows[] = {{RitR, {1, 1, 1, 2, 2, 2}},
-                {RitM, {1, 1, 1, 2, 2, 2}},
-                {RitF, {1, 1, 1, 2, 2, 0}},
-                {RitA, {1, 1, 1, 2, 2, 0}},
-                {static_cast<tREGITEMTYPE>('x'), {0, 0, 0, 0, 0, 0}}};
-    for (const auto& row : rows) {
-        value.RIT(row.itemType);
-        for (int i = 0; i < 6; ++i) {
-            EXPECT_EQ(ozRegValue::GetNumValue(row.itemType, ops[i]), row.expected[i])
-                << static_cast<char>(row.itemType) << " " << static_cast<char>(ops[i]);
-            value.Op(ops[i]);
-            EXPECT_EQ(value.GetNumValue(static_cast<tOPVALUE>(0)), row.expected[i]);
-        }
-    }
-    EXPECT_EQ(ozRegValue::GetNumValue(RitR, static_cast<tOPVALUE>('Z')), NumNone);
-    value.RIT(RitF);
-    value.Op(OpInsert);
-    EXPECT_EQ(value.GetNumValue(OpChange), NumNone);
-}
-
 TEST_F(ValueTest, SettersMakeTheOperationInsertLikeExceptSetData)
 {
     const struct {

@@ -14,12 +14,8 @@ struct hive_h;
 // 3 x 10^4 keys): tests built with sanitizers should stay at a few thousand keys.
 class ozTestHive {
 public:
-    // Writes an empty hive whose root key is named rootName to path. False on I/O failure, or
-    // when rootName is empty, holds a backslash or is longer than 255 UTF-16 code units.
-    static bool WriteEmpty(const std::string& path, const std::string& rootName = "ROOT");
-
     // Writes an empty hive to path and opens it for writing; ok() tells whether that worked.
-    explicit ozTestHive(const std::string& path, const std::string& rootName = "ROOT");
+    explicit ozTestHive(const std::string& path);
     ~ozTestHive();  // closes without committing
     ozTestHive(const ozTestHive&) = delete;
     ozTestHive& operator=(const ozTestHive&) = delete;

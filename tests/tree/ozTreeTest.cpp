@@ -18,11 +18,6 @@ struct NamedNode : ozTreeNode {
         if (destroyedLog != nullptr)
             destroyedLog->push_back(name);
     }
-    bool SaveNode(FILE* file) override { return std::fprintf(file, "<%s>", name.c_str()) >= 0; }
-    bool SaveNodeAfter(FILE* file) override
-    {
-        return std::fprintf(file, "</%s>", name.c_str()) >= 0;
-    }
 
     std::string name;
     std::vector<std::string>* destroyedLog;
@@ -214,18 +209,6 @@ TEST_F(TreeTest, ExecuteWalksPreOrderAndStopsAtTheFirstFalse)
 
     ozTree empty;
     EXPECT_TRUE(empty.Execute([](ozTreeNode*) { return false; }));
-}
-
-TEST_F(TreeTest, SaveClosesANodeAfterItsDescendants)
-{
-    FILE* file = std::tmpfile();
-    ASSERT_NE(file, nullptr);
-    EXPECT_TRUE(tree.Save(file));
-    std::rewind(file);
-    char text[128] = {};
-    size_t length = std::fread(text, 1, sizeof text - 1, file);
-    std::fclose(file);
-    EXPECT_EQ(std::string(text, length), "<a><b></b><c></c></a><d></d>");
 }
 
 TEST_F(TreeTest, RelinkCountIgnoresAppendsAtTheEnd)

@@ -162,29 +162,6 @@ TEST_F(PolProfileTest, SaveWritesWhatTheFileCanSayAndLeavesOutWhatHasNoPlace)
     EXPECT_EQ(RecordLines(ozReadTestFile(user.Path())), Lines({{u"Software\\User", u"u", 4, One}}));
 }
 
-// Everything a load gives survives a save and a load, in both trees.
-TEST_F(PolProfileTest, SaveThenLoadGivesTheSameTrees)
-{
-    tTreeCodeHandle saved;
-    ozSubKey* policies =
-        saved.tree->MacTree().FindKey(HKEY_LOCAL_MACHINE, "Software\\Policies\\oz ADM");
-    policies->FindValue("Text")->SetString("quote \" ; ] [ \xC3\xA9");
-    policies->FindValue("Path")->SetExpandString("%SystemRoot%\\x");
-    policies->FindValue("")->SetDWORD(0x00414243);
-    const unsigned char bytes[] = {0, 1, 0xFF};
-    policies->FindValue("Binary")->SetData(RegBinary, sizeof bytes, bytes);
-    policies->FindValue("Gone")->SetDelete();
-    policies->FindValue("**soft.Later")->SetDWORD(2);
-    ozSubKey* list = saved.tree->UsrTree().FindKey(HKEY_CURRENT_USER, "Software\\oz\\List");
-    list->Op(KeyOpEraseValues);
-    list->FindValue("1")->SetString("one");
-    ASSERT_TRUE(Save(saved));
-
-    tTreeCodeHandle loaded;
-    ASSERT_EQ(Load(loaded, machine.Path()), tPROFILELOAD::Succeeded);
-    EXPECT_EQ(ozTreeLines(loaded).lines, ozTreeLines(saved).lines);
-}
-
 TEST_F(PolProfileTest, MalformedFileLoadsNothingAndSaysWhereAndWhat)
 {
     machine.Write(PolFile({{u"K", u"V", 4, One}}) + "[\0K\0"s);
