@@ -64,9 +64,11 @@ bool ozOZPExporter::Begin(const char* file)
         return true;
     std::unique_ptr<ozReplacementFile>& side = m_first == nullptr ? m_first : m_second;
     side = std::make_unique<ozReplacementFile>(target);
-    std::string error;
-    if (!side->Open(error) || !side->Write("OZ Registry Profile 1\n", error))
-        return Fail(error);
+    ozStatus opened = side->Open();
+    if (opened)
+        opened = side->Write("OZ Registry Profile 1\n");
+    if (!opened)
+        return Fail(opened.Message());
     m_current = side.get();
     return true;
 }
@@ -85,9 +87,8 @@ bool ozOZPExporter::ExportKey(ozSubKey* key)
     const CCollection<ozRegValue>& values = key->Values();
     for (int pos = 0; pos < values.Count(); ++pos)
         section += ValueLine(*values.At(pos)) + "\n";
-    std::string error;
-    if (!m_current->Write(section, error))
-        return Fail(error);
+    if (ozStatus written = m_current->Write(section); !written)
+        return Fail(written.Message());
     return true;
 }
 
@@ -102,11 +103,11 @@ bool ozOZPExporter::Complete(bool commit)
         return m_inPlace;
     m_completed = true;
     m_current = nullptr;
-    std::string error;
     if (commit && !m_failed) {
-        m_inPlace = ozReplacementFile::CommitAll({m_first.get(), m_second.get()}, error);
+        ozStatus committed = ozReplacementFile::CommitAll({m_first.get(), m_second.get()});
+        m_inPlace = committed.IsOk();
         if (!m_inPlace)
-            Fail(error);
+            Fail(committed.Message());
     }
     m_first.reset();  // what was not committed goes with its temporary file
     m_second.reset();

@@ -15,10 +15,10 @@ bool ozRegREGExport::BeginMachineProfile(const char* file)
     if (m_stage != Stage::None)
         return Fail("the machine profile is begun twice");
     m_stage = Stage::Machine;
-    std::string problem;
-    if (file != nullptr && *file != '\0' && !m_machineFile.Open(file, problem))
-        return Fail(problem);
-    return true;
+    if (file == nullptr || *file == '\0')
+        return true;
+    ozStatus opened = m_machineFile.Open(file);
+    return opened || Fail(opened.Message());
 }
 
 bool ozRegREGExport::BeginUserProfile(const char* file)
@@ -33,10 +33,8 @@ bool ozRegREGExport::BeginUserProfile(const char* file)
         m_oneFile = true;
         return true;
     }
-    std::string problem;
-    if (!m_userFile.Open(file, problem))
-        return Fail(problem);
-    return true;
+    ozStatus opened = m_userFile.Open(file);
+    return opened || Fail(opened.Message());
 }
 
 bool ozRegREGExport::ExportKey(ozSubKey* key)
@@ -49,24 +47,24 @@ bool ozRegREGExport::ExportKey(ozSubKey* key)
     if (!file.IsOpen())
         return true;  // a profile without file passes its keys over
     ozWideString text;
-    std::string problem;
-    if (!ozRegFormatKey(*key, text, problem))
-        return Fail(problem);
-    return file.Write(text, problem) || Fail(problem);
+    ozStatus written = ozRegFormatKey(*key, text);
+    if (written)
+        written = file.Write(text);
+    return written || Fail(written.Message());
 }
 
 bool ozRegREGExport::Flush()
 {
     m_stage = Stage::Done;
-    std::string problem;
-    bool inPlace =
-        !m_failed && ozReplacementFile::CommitAll(
-                         {m_machineFile.Replacement(), m_userFile.Replacement()}, problem);
+    ozStatus committed;
+    if (!m_failed)
+        committed =
+            ozReplacementFile::CommitAll({m_machineFile.Replacement(), m_userFile.Replacement()});
     m_machineFile.Abandon();
     m_userFile.Abandon();
-    if (!inPlace && !m_failed)
-        Fail(problem);
-    return inPlace;
+    if (!committed && !m_failed)
+        Fail(committed.Message());
+    return committed && !m_failed;
 }
 
 bool ozRegREGExport::Complete(bool commit)

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/registry/ozRegImport.h"
+#include "platform/ozStatus.h"
 
 struct ozRegFileEntry;
 
@@ -25,5 +26,5 @@ public:
 
 private:
     bool Import(const char* file);
-    bool Apply(const ozRegFileEntry& entry, std::string& problem);
+    ozStatus Apply(const ozRegFileEntry& entry);
 };

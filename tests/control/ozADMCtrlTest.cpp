@@ -241,7 +241,7 @@ TEST_F(ControlTest, LoadOZRegMarksTheCurrentControl)
         << "the grammar stays while a control lives";
 }
 
-TEST_F(ControlTest, AddFromRegistryMarksTheProfileWhateverTheResult)
+TEST_F(ControlTest, AddFromRegistryMarksTheProfileAndNamesWhatCannotBeRead)
 {
     ozTestRegistry registry;
     registry.SetString("Imported\\Sub", "Name", "text");
@@ -262,8 +262,12 @@ TEST_F(ControlTest, AddFromRegistryMarksTheProfileWhateverTheResult)
     EXPECT_NE(sub->HasValue("Name"), nullptr);
 
     control.Code()->modified = 0;
+    control.AddString(98, "key %s, error %s: %s");
     EXPECT_FALSE(control.AddFromRegistry(1, (key + "\\Missing").c_str(), nullptr, false));
     EXPECT_TRUE(control.ShouldSave()) << "marked even when nothing could be read";
+    ASSERT_FALSE(ui.messages.empty());
+    EXPECT_EQ(ui.messages.back().text,
+              "key " + key + "\\Missing, error 2: The system cannot find the file specified.");
 #if !defined(_WIN32)
     ozRegistryUseLocalMachine(nullptr, nullptr);
 #endif
