@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <new>
 
 #include "core/registry/ozSubKey.h"
 #include "ozRegFileReader.h"
@@ -38,6 +39,17 @@ bool ozRegREGImport::ImportMachineProfile(const char* file)
 }
 
 bool ozRegREGImport::Import(const char* file)
+{
+    // Nothing may be thrown back across the library's interface.
+    try {
+        return ReadFile(file);
+    } catch (const std::bad_alloc&) {
+        ozRegReport(std::string(file != nullptr ? file : "") + ": out of memory");
+        return false;
+    }
+}
+
+bool ozRegREGImport::ReadFile(const char* file)
 {
     // No file named: the control reads the user profile first, also when only a machine
     // profile is to be read.

@@ -25,6 +25,8 @@ public:
     bool ImportMachineProfile(const char* file) override;
 
 private:
+    // ReadFile, with running out of memory reported as a failure.
     bool Import(const char* file);
+    bool ReadFile(const char* file);
     ozStatus Apply(const ozRegFileEntry& entry);
 };
