@@ -171,7 +171,7 @@ __attribute__((noinline)) OZ_EBNF_API int EBNFLoad(const char* grammarFile)
 {
     const void* caller = __builtin_return_address(0);
     Error().Clear();
-    // The grammar being read by must stay while the load lasts.
+    // A load reads by the grammar, which must not be replaced while it runs.
     if (TheEngine().loading) {
         Error().Fail(EBNFErrorLoadRunning, "a template is being read already", {});
         return 0;
