@@ -12,6 +12,7 @@
 #include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozSubKey.h"
 #include "platform/ozRegistryApi.h"
+#include "platform/ozSystemMessage.h"
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
@@ -267,7 +268,7 @@ TEST_F(ControlTest, AddFromRegistryMarksTheProfileAndNamesWhatCannotBeRead)
     EXPECT_TRUE(control.ShouldSave()) << "marked even when nothing could be read";
     ASSERT_FALSE(ui.messages.empty());
     EXPECT_EQ(ui.messages.back().text,
-              "key " + key + "\\Missing, error 2: The system cannot find the file specified.");
+              "key " + key + "\\Missing, error 2: " + ozSystemMessage(ERROR_FILE_NOT_FOUND));
 #if !defined(_WIN32)
     ozRegistryUseLocalMachine(nullptr, nullptr);
 #endif
