@@ -1,7 +1,7 @@
 #include "CADMCtrl.h"
 
 #include <cstdio>
-#include <exception>
+#include <new>
 
 #include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMRegEntry.h"
@@ -11,6 +11,7 @@
 #include "ozApplication.h"
 #include "ozMessageFormat.h"
 #include "ozProfileBinding.h"
+#include "platform/ozSystemMessage.h"
 
 namespace {
 
@@ -165,7 +166,7 @@ bool CADMCtrl::Load(const char* UsrReg, const char* MacReg)
         return false;
     ozProfileBinding binding = Binding(m_ui);
     tPROFILELOAD loaded = binding.Load(m_code, m_library.c_str(), UsrReg, MacReg);
-    if (loaded == tPROFILELOAD::LibraryNotLoaded)
+    if (loaded == tPROFILELOAD::NoCodeObject || loaded == tPROFILELOAD::LibraryNotLoaded)
         return false;
     m_loadFailed = loaded == tPROFILELOAD::Succeeded ? 0 : 1;
     ShowCode();
@@ -347,22 +348,38 @@ bool CADMCtrl::ozSRHide()
     return m_views != nullptr && m_views->IsVisible(DisplayValueGrid) && m_views->HideSearch();
 }
 
+bool CADMCtrl::AddRegistryKey(unsigned int rootNumber, const char* key, const char* value,
+                              bool recursive)
+{
+    ozRegTree* tree = ozRegTreeOfRoot(m_code, rootNumber);
+    if (tree == nullptr)
+        return false;
+    const char* valueName = value != nullptr && *value != '\0' ? value : nullptr;
+    std::string keyRead = key != nullptr ? key : "";
+    unsigned long code = ERROR_NOT_ENOUGH_MEMORY;
+    std::string reason;
+    // The registry reader throws; its failures end here, as a message to the user.
+    try {
+        return tree->AddFromRegistry(ozRootHandle(rootNumber), key, valueName, recursive, nullptr);
+    } catch (const CRegistryKey::Exception& failure) {
+        if (!failure.Key().empty())
+            keyRead = failure.Key();
+        code = failure.GetError();
+        reason = failure.Reason();
+    } catch (const std::bad_alloc&) {
+        reason = ozSystemMessage(code);
+    }
+    ShowMessage(HostMessageError, ozFormatMessage(GetString(HostMessageRegistryNotRead),
+                                                  {keyRead, std::to_string(code), reason}));
+    return false;
+}
+
 bool CADMCtrl::AddFromRegistry(long theRoot, const char* theKey, const char* theValue,
                                bool bRecursive)
 {
     if (m_code == nullptr)
         return false;
-    auto root = static_cast<unsigned int>(theRoot);
-    ozRegTree& tree = root == 1 ? m_code->tree->UsrTree() : m_code->tree->MacTree();
-    const char* value = theValue != nullptr && *theValue != '\0' ? theValue : nullptr;
-    bool added = false;
-    m_registryError.clear();
-    try {
-        added = tree.AddFromRegistry(ozRootHandle(root), theKey, value, bRecursive, nullptr);
-    } catch (const std::exception& failure) {
-        added = false;  // a key that cannot be opened or read
-        m_registryError = failure.what();
-    }
+    bool added = AddRegistryKey(static_cast<unsigned int>(theRoot), theKey, theValue, bRecursive);
     m_code->modified = 1;
     return added;
 }
@@ -374,17 +391,8 @@ bool CADMCtrl::ShowImportReg()
     ozControlViews::RegistryChoice choice;
     if (!m_views->AskRegistryImport(choice))
         return false;
-    ozRegTree& tree = choice.root == 1 ? m_code->tree->UsrTree() : m_code->tree->MacTree();
-    bool added = false;
-    m_registryError.clear();
-    try {
-        added = tree.AddFromRegistry(ozRootHandle(choice.root), choice.key.c_str(),
-                                     choice.value.empty() ? nullptr : choice.value.c_str(),
-                                     choice.recursive, nullptr);
-    } catch (const std::exception& failure) {
-        added = false;
-        m_registryError = failure.what();
-    }
+    bool added =
+        AddRegistryKey(choice.root, choice.key.c_str(), choice.value.c_str(), choice.recursive);
     ShowCode();
     return added;
 }

@@ -28,6 +28,8 @@ enum : unsigned short {
     HostMessageOldCodeVersion = 56,
     HostMessageSaveAfterFailedLoad = 75,
     HostMessageRequiredPartEmpty = 76,  // %s the policy's path, %s the part's name
+    // %s the key being read, %s the error code, %s the system's text (or what is wrong)
+    HostMessageRegistryNotRead = 98,
 };
 
 class CADMCtrl {
@@ -115,10 +117,12 @@ public:
     bool ozSRHide();
     // Adds theKey (with its sub keys when bRecursive), or only theValue when given, from the
     // registry into the user tree (theRoot 1) or the machine tree (any other root number);
-    // marks the code object modified whatever the result. Registry errors give false, and
-    // RegistryError() tells what went wrong.
+    // marks the code object modified whatever the result. A key that cannot be read, and
+    // running out of memory, give false and message 98 naming the key, the error code and the
+    // system's text; what was read before stays.
     bool AddFromRegistry(long theRoot, const char* theKey, const char* theValue, bool bRecursive);
-    // Asks the views for a key or value to add from the registry and adds it; false on cancel.
+    // Asks the views for a key or value to add from the registry and adds it as
+    // AddFromRegistry does; false on cancel.
     bool ShowImportReg();
     // The registry entries the policy at Path configures in its present state; empty without
     // a code object, for a path that names no policy, or when the policy cannot tell.
@@ -133,9 +137,6 @@ public:
     tTreeCodeHandle* Code() const { return m_code; }
     bool ControlModified() const { return m_controlModified; }
     bool LoadFailed() const { return m_loadFailed != 0; }
-    // Why the last AddFromRegistry or ShowImportReg failed to read the registry, naming the
-    // key; empty when it read it (or failed for another reason).
-    const std::string& RegistryError() const { return m_registryError; }
 
 private:
     void ShowMessage(tHOSTMESSAGEKIND kind, const std::string& text) const;
@@ -145,6 +146,10 @@ private:
     bool SavePoliciesToRegistry();
     // Hands the code object to the view of the display mode.
     void ShowCode();
+    // AddFromRegistry's work, for a code object that is there: reads the registry into the
+    // tree of rootNumber and shows message 98 when the registry cannot be read.
+    bool AddRegistryKey(unsigned int rootNumber, const char* key, const char* value,
+                        bool recursive);
 
     ozHostUI& m_ui;
     ozControlViews* m_views;
@@ -157,5 +162,4 @@ private:
     bool m_withADMEdit = false;
     bool m_controlModified = false;
     std::string m_library = "ozRegOZP.dll";
-    std::string m_registryError;
 };

@@ -92,7 +92,7 @@ tPROFILELOAD ozProfileBinding::Load(tTreeCodeHandle* code, const char* library,
                                     const char* userFile, const char* machineFile)
 {
     if (code == nullptr || code->tree == nullptr)
-        return tPROFILELOAD::LibraryNotLoaded;
+        return tPROFILELOAD::NoCodeObject;
     const std::string libraryName = library != nullptr ? library : "";
     ozDynamicLibrary loaded;
     if (!loaded.Load(libraryName.c_str())) {

@@ -21,6 +21,7 @@ enum : unsigned short {
 
 // What a load came to: the control needs to know whether the library could be loaded at all.
 enum class tPROFILELOAD {
+    NoCodeObject,      // no code object (or tree) to load into: nothing happened
     LibraryNotLoaded,  // nothing else happened
     Failed,            // what was imported before the failure stays
     Succeeded,
@@ -43,9 +44,9 @@ public:
     bool Save(tTreeCodeHandle* code, const char* library, const char* userFile,
               const char* machineFile);
     // Reads userFile and then, only when machineFile is named and not empty, machineFile,
-    // through the importer of `library`. Unless the library cannot be loaded, the code
-    // object's modified flag is then cleared and the policy states are synced from the trees,
-    // whatever the import's result.
+    // through the importer of `library`. Unless there is no code object or the library cannot
+    // be loaded, the code object's modified flag is then cleared and the policy states are
+    // synced from the trees, whatever the import's result.
     tPROFILELOAD Load(tTreeCodeHandle* code, const char* library, const char* userFile,
                       const char* machineFile);
 

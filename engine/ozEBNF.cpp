@@ -59,16 +59,15 @@ ozErrorPlace PlaceOfAction(const ozGrammar& grammar, uint32_t action, const char
 
 bool LoadGrammar(const char* file, const void* caller)
 {
-    std::string text, reason;
-    if (!ozReadTemplateText(file, text, &reason)) {
-        Error().Fail(EBNFErrorCannotRead, reason, {file, 0, 0});
+    std::string text;
+    if (ozStatus read = ozReadTemplateText(file, text); !read) {
+        Error().Fail(EBNFErrorCannotRead, read.Message(), {file, 0, 0});
         return false;
     }
     auto grammar = std::make_unique<ozGrammar>();
-    ozGrammarError grammarError;
-    if (!ozReadGrammar(text, *grammar, &grammarError)) {
-        Error().Fail(EBNFErrorGrammar, grammarError.message,
-                     {file, grammarError.line, grammarError.column});
+    if (ozStatus grammarRead = ozReadGrammar(text, *grammar); !grammarRead) {
+        Error().Fail(EBNFErrorGrammar, grammarRead.Message(),
+                     {file, grammarRead.Line(), grammarRead.Column()});
         return false;
     }
     ozActionModule module(caller);
@@ -138,9 +137,9 @@ bool LoadTemplate(const char* file)
         Error().Fail({file, 0, 0});
         return false;
     }
-    std::string text, reason;
-    if (!ozReadTemplateText(file, text, &reason)) {
-        Error().Fail(EBNFErrorCannotRead, reason, {file, 0, 0});
+    std::string text;
+    if (ozStatus read = ozReadTemplateText(file, text); !read) {
+        Error().Fail(EBNFErrorCannotRead, read.Message(), {file, 0, 0});
         return false;
     }
     ozTemplateLexer lexer(text, *engine.grammar);
@@ -172,6 +171,11 @@ __attribute__((noinline)) OZ_EBNF_API int EBNFLoad(const char* grammarFile)
 {
     const void* caller = __builtin_return_address(0);
     Error().Clear();
+    // A load reads by the grammar, which must not be replaced while it runs.
+    if (TheEngine().loading) {
+        Error().Fail(EBNFErrorLoadRunning, "a template is being read already", {});
+        return 0;
+    }
     if (grammarFile == nullptr) {
         Error().Fail(EBNFErrorCannotRead, "no grammar file named", {});
         return 0;
@@ -179,7 +183,7 @@ __attribute__((noinline)) OZ_EBNF_API int EBNFLoad(const char* grammarFile)
     try {
         return LoadGrammar(grammarFile, caller) ? 1 : 0;
     } catch (const std::bad_alloc&) {
-        Error().Fail(EBNFErrorGrammar, "out of memory", {grammarFile, 0, 0});
+        Error().Fail(EBNFErrorOutOfMemory, "out of memory", {grammarFile, 0, 0});
         return 0;
     }
 }
@@ -189,7 +193,7 @@ OZ_EBNF_API int FileLoad(const char* templateFile, int /*mode*/)
     Engine& engine = TheEngine();
     Error().Clear();
     if (engine.loading) {
-        Error().Fail(EBNFErrorSyntax, "a template is being read already", {});
+        Error().Fail(EBNFErrorLoadRunning, "a template is being read already", {});
         return 0;
     }
     engine.loading = true;
@@ -197,7 +201,8 @@ OZ_EBNF_API int FileLoad(const char* templateFile, int /*mode*/)
     try {
         loaded = LoadTemplate(templateFile);
     } catch (const std::bad_alloc&) {
-        Error().Fail(EBNFErrorSyntax, "out of memory", {templateFile ? templateFile : "", 0, 0});
+        Error().Fail(EBNFErrorOutOfMemory, "out of memory",
+                     {templateFile ? templateFile : "", 0, 0});
     }
     engine.loading = false;
     return loaded ? 1 : 0;

@@ -50,7 +50,8 @@ inline char* ozEBNFTokenText(ozEBNFToken* token)
 // may describe it with error_set_desc first).
 typedef intptr_t (*ozEBNFAction)(intptr_t argument);
 
-// Error numbers of the engine itself (the actions use their own, from 1007 up).
+// Error numbers of the engine itself (the actions use their own, from 1007 up; running out of
+// memory is 1007 for both).
 enum tEBNFERROR : int {
     EBNFErrorCannotRead = 1001,     // a grammar or template file cannot be opened or read
     EBNFErrorGrammar = 1002,        // the grammar file is malformed
@@ -58,6 +59,8 @@ enum tEBNFERROR : int {
     EBNFErrorSyntax = 1004,         // the template does not follow the grammar
     EBNFErrorPreprocessor = 1005,   // a malformed or unbalanced #if / #else / #endif
     EBNFErrorNoGrammar = 1006,      // a template is read before a grammar was loaded
+    EBNFErrorOutOfMemory = 1007,    // memory ran out reading the grammar or a template
+    EBNFErrorLoadRunning = 1008,    // EBNFLoad or FileLoad while a template is being read
     EBNFErrorActionFailed = 0,      // an action failed without giving a number
 };
 
@@ -67,7 +70,7 @@ extern "C" {
 // itself: SetCodeH, PrepareCodeGeneration, GetCodeH, DestroyCode) from the module that calls
 // this function, else from the process. Replaces the grammar loaded before only on success.
 // Nonzero on success; on failure ErrorMessage() names the file, line and column, or the
-// missing action.
+// missing action. Refused (1008) while a template is being read.
 OZ_EBNF_API int EBNFLoad(const char* grammarFile);
 
 // Reads a template by the grammar, calling its actions in document order: SetCodeH with the
@@ -75,8 +78,9 @@ OZ_EBNF_API int EBNFLoad(const char* grammarFile);
 // name, the grammar's actions, and GetCodeH at the end however the load ends (out of memory
 // included), whose result EBNFGetCodeHandle then returns: a code object lent comes back.
 // `mode` is accepted for compatibility and not used. Returns 1 on success; 0 when the file
-// cannot be read, does not follow the grammar or an action fails, ErrorMessage() then telling
-// what and where.
+// cannot be read, does not follow the grammar, an action fails, memory runs out (1007) or a
+// template is being read already (1008, from an action), ErrorMessage() then telling what and
+// where.
 OZ_EBNF_API int FileLoad(const char* templateFile, int mode);
 
 // The code object the last FileLoad produced (or the one set last), or null.

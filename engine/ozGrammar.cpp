@@ -160,7 +160,7 @@ std::string ozGrammar::DescribeFirst(const ozGrammarNode& node) const
     return list;
 }
 
-bool ozGrammar::FindLeftRecursion(std::string* error, unsigned* line, unsigned* column) const
+ozStatus ozGrammar::FindLeftRecursion() const
 {
     // The rules each rule can call before it has read a token.
     std::vector<std::vector<uint32_t>> leftCalls(rules.size());
@@ -193,14 +193,15 @@ bool ozGrammar::FindLeftRecursion(std::string* error, unsigned* line, unsigned* 
 
     enum Mark : uint8_t { Unvisited, OnPath, Done };
     std::vector<Mark> marks(rules.size(), Unvisited);
+    ozStatus recursion;
     std::function<bool(uint32_t)> visit = [&](uint32_t rule) {
         marks[rule] = OnPath;
         for (uint32_t called : leftCalls[rule]) {
             if (marks[called] == OnPath) {
-                *error = "rule \"" + rules[called].name +
-                         "\" calls itself before reading a token (left recursion)";
-                *line = rules[called].line;
-                *column = rules[called].column;
+                recursion = ozStatus::Error("rule \"" + rules[called].name +
+                                                "\" calls itself before reading a token (left "
+                                                "recursion)",
+                                            0, rules[called].line, rules[called].column);
                 return false;
             }
             if (marks[called] == Unvisited && !visit(called))
@@ -211,11 +212,11 @@ bool ozGrammar::FindLeftRecursion(std::string* error, unsigned* line, unsigned* 
     };
     for (uint32_t rule = 0; rule < rules.size(); ++rule)
         if (marks[rule] == Unvisited && !visit(rule))
-            return false;
-    return true;
+            break;
+    return recursion;
 }
 
-bool ozGrammar::Complete(std::string* error, unsigned* line, unsigned* column)
+ozStatus ozGrammar::Complete()
 {
     BuildKeywordIndex();
     const unsigned signatures = SignatureCount();
@@ -276,8 +277,8 @@ bool ozGrammar::Complete(std::string* error, unsigned* line, unsigned* column)
             }
         }
     }
-    if (!FindLeftRecursion(error, line, column))
-        return false;
+    if (ozStatus noRecursion = FindLeftRecursion(); !noRecursion)
+        return noRecursion;
     for (ozGrammarNode& node : nodes) {
         if (node.kind != ozGrammarNode::Choice)
             continue;
@@ -291,5 +292,5 @@ bool ozGrammar::Complete(std::string* error, unsigned* line, unsigned* column)
                     node.decision[signature] = static_cast<int16_t>(i);
         }
     }
-    return true;
+    return ozStatus::Ok();
 }

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ozStatus.h"
+
 // What the lexer makes of a piece of template text. A token's signature is its kind, or for a
 // word that is a keyword of the grammar, SignatureFirstKeyword plus the keyword's number.
 enum tTOKENKIND : uint8_t {
@@ -77,12 +79,12 @@ public:
     std::string Describe(const ozGrammarNode& terminal) const;
     std::string DescribeFirst(const ozGrammarNode& node) const;
 
-    // Computes what can begin each node and the decision tables. False with *error (and
-    // *line, *column) for a rule that calls itself before reading a token.
-    bool Complete(std::string* error, unsigned* line, unsigned* column);
+    // Computes what can begin each node and the decision tables. Fails, placed at the rule,
+    // for a rule that calls itself before reading a token.
+    ozStatus Complete();
 
 private:
-    bool FindLeftRecursion(std::string* error, unsigned* line, unsigned* column) const;
+    ozStatus FindLeftRecursion() const;
     void BuildKeywordIndex();
 
     std::vector<int32_t> m_keywordIndex;  // open addressing over upper-cased hashes

@@ -36,10 +36,10 @@ bool IsKeywordText(std::string_view text)
 
 class GrammarReader {
 public:
-    GrammarReader(std::string_view text, ozGrammar& grammar, ozGrammarError* error)
-        : m_text(text), m_grammar(grammar), m_error(error)
-    {
-    }
+    GrammarReader(std::string_view text, ozGrammar& grammar) : m_text(text), m_grammar(grammar) {}
+
+    // Why Read failed.
+    const ozStatus& Failure() const { return m_failure; }
 
     bool Read()
     {
@@ -55,15 +55,12 @@ public:
         }
         if (m_grammar.rules.empty())
             return Fail("the grammar has no rules");
-        for (const ozGrammarRule& rule : m_grammar.rules) {
-            if (!rule.defined) {
-                m_error->line = rule.line;
-                m_error->column = rule.column;
-                m_error->message = "rule \"" + rule.name + "\" is used but never defined";
-                return false;
-            }
-        }
-        return m_grammar.Complete(&m_error->message, &m_error->line, &m_error->column);
+        for (const ozGrammarRule& rule : m_grammar.rules)
+            if (!rule.defined)
+                return FailAt(rule.line, rule.column,
+                              "rule \"" + rule.name + "\" is used but never defined");
+        m_failure = m_grammar.Complete();
+        return m_failure.IsOk();
     }
 
 private:
@@ -95,11 +92,11 @@ private:
 
     unsigned Column() const { return static_cast<unsigned>(m_position - m_lineStart) + 1; }
 
-    bool Fail(std::string message)
+    bool Fail(std::string message) { return FailAt(m_line, Column(), std::move(message)); }
+
+    bool FailAt(unsigned line, unsigned column, std::string message)
     {
-        m_error->message = std::move(message);
-        m_error->line = m_line;
-        m_error->column = Column();
+        m_failure = ozStatus::Error(std::move(message), 0, line, column);
         return false;
     }
 
@@ -312,14 +309,11 @@ private:
         std::string text;
         if (!Quoted(text))
             return false;
-        if (!IsKeywordText(text)) {
-            m_error->line = line;
-            m_error->column = column;
-            m_error->message = "keyword \"" + text +
-                               "\" cannot be written as one word of a template (no blanks, "
-                               "quotes or semicolons, not a number)";
-            return false;
-        }
+        if (!IsKeywordText(text))
+            return FailAt(line, column,
+                          "keyword \"" + text +
+                              "\" cannot be written as one word of a template (no blanks, "
+                              "quotes or semicolons, not a number)");
         for (char& ch : text)
             ch = static_cast<char>(toupper(static_cast<unsigned char>(ch)));
         keyword = m_grammar.Keyword(text);
@@ -395,7 +389,7 @@ private:
 
     std::string_view m_text;
     ozGrammar& m_grammar;
-    ozGrammarError* m_error;
+    ozStatus m_failure;
     size_t m_position = 0;
     size_t m_lineStart = 0;
     unsigned m_line = 1;
@@ -404,8 +398,9 @@ private:
 
 }  // namespace
 
-bool ozReadGrammar(std::string_view text, ozGrammar& grammar, ozGrammarError* error)
+ozStatus ozReadGrammar(std::string_view text, ozGrammar& grammar)
 {
     grammar = ozGrammar();
-    return GrammarReader(text, grammar, error).Read();
+    GrammarReader reader(text, grammar);
+    return reader.Read() ? ozStatus::Ok() : reader.Failure();
 }

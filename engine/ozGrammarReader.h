@@ -6,13 +6,8 @@
 
 #include "ozGrammar.h"
 
-struct ozGrammarError {
-    std::string message;
-    unsigned line = 0, column = 0;
-};
-
-// Reads text, the contents of a grammar file, into grammar and completes it. False with the
-// reason and its line and column in *error for text that is not a well-formed grammar: a
-// syntax error, a rule defined twice or called but never defined, an unknown token class, a
-// keyword that is not a word, nesting too deep, or left recursion.
-bool ozReadGrammar(std::string_view text, ozGrammar& grammar, ozGrammarError* error);
+// Reads text, the contents of a grammar file, into grammar and completes it. Fails, with the
+// reason placed at its line and column, for text that is not a well-formed grammar: a syntax
+// error, a rule defined twice or called but never defined, an unknown token class, a keyword
+// that is not a word, nesting too deep, or left recursion.
+ozStatus ozReadGrammar(std::string_view text, ozGrammar& grammar);

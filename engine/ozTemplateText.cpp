@@ -13,12 +13,13 @@ struct FileCloser {
     void operator()(FILE* file) const { fclose(file); }
 };
 
-bool ReadBytes(const char* file, std::string& bytes, std::string* error)
+ozStatus ReadBytes(const char* file, std::string& bytes)
 {
     std::unique_ptr<FILE, FileCloser> stream(fopen(file, "rb"));
     if (!stream) {
-        *error = std::string("cannot open \"") + file + "\": " + strerror(errno);
-        return false;
+        int number = errno;
+        return ozStatus::Error(std::string("cannot open \"") + file + "\": " + strerror(number),
+                               number);
     }
     // Read in one piece when the size is known (a regular file), else in chunks.
     bytes.clear();
@@ -34,43 +35,38 @@ bool ReadBytes(const char* file, std::string& bytes, std::string* error)
     while ((got = fread(chunk, 1, sizeof chunk, stream.get())) > 0)
         bytes.append(chunk, got);
     if (ferror(stream.get())) {
-        *error = std::string("cannot read \"") + file + "\"";
-        return false;
+        int number = errno;
+        return ozStatus::Error(std::string("cannot read \"") + file + "\"", number);
     }
-    return true;
+    return ozStatus::Ok();
 }
 
 }  // namespace
 
-bool ozReadTemplateText(const char* file, std::string& text, std::string* error)
+ozStatus ozReadTemplateText(const char* file, std::string& text)
 {
     std::string bytes;
-    if (!ReadBytes(file, bytes, error))
-        return false;
+    if (ozStatus read = ReadBytes(file, bytes); !read)
+        return read;
     auto startsWith = [&](const char* mark) { return bytes.compare(0, strlen(mark), mark) == 0; };
     if (startsWith("\xFF\xFE")) {
         size_t byteCount = bytes.size() - 2;
-        if (byteCount % 2 != 0) {
-            *error = "UTF-16 text of an odd number of bytes";
-            return false;
-        }
+        if (byteCount % 2 != 0)
+            return ozStatus::Error("UTF-16 text of an odd number of bytes");
         std::basic_string<WCHAR> wide(byteCount / 2, WCHAR{0});
         const auto* data = reinterpret_cast<const unsigned char*>(bytes.data()) + 2;
         for (size_t i = 0; i < wide.size(); ++i)
             wide[i] = static_cast<WCHAR>(data[2 * i] | (data[2 * i + 1] << 8));
         text = ozNarrowText(wide.data(), wide.size());
-        if (text.empty() && !wide.empty()) {
-            *error = "UTF-16 text that cannot be converted";
-            return false;
-        }
-        return true;
+        if (text.empty() && !wide.empty())
+            return ozStatus::Error("UTF-16 text that cannot be converted");
+        return ozStatus::Ok();
     }
-    if (startsWith("\xFE\xFF")) {
-        *error = "UTF-16 big-endian text is not supported; save the file as UTF-16 little-endian";
-        return false;
-    }
+    if (startsWith("\xFE\xFF"))
+        return ozStatus::Error(
+            "UTF-16 big-endian text is not supported; save the file as UTF-16 little-endian");
     if (startsWith("\xEF\xBB\xBF"))
         bytes.erase(0, 3);
     text = std::move(bytes);
-    return true;
+    return ozStatus::Ok();
 }

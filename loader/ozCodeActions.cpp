@@ -22,10 +22,10 @@ intptr_t PrepareCodeGeneration(intptr_t fileName)
     } catch (const std::bad_alloc&) {
         return ozFail(LoadErrorStringTable);
     }
-    int readError = 0;
-    if (!ozReadStringsSection(reinterpret_cast<const char*>(fileName), *context.Strings(),
-                              &readError))
-        return ozFail(readError);
+    if (ozStatus read =
+            ozReadStringsSection(reinterpret_cast<const char*>(fileName), *context.Strings());
+        !read)
+        return ozFail(read.Code());
     try {
         context.CreateEmptyStacks();
     } catch (const std::bad_alloc&) {

@@ -13,30 +13,34 @@
 
 namespace {
 
-bool Fail(int* errorNumber, int number)
+ozStatus CannotOpen(const char* file)
 {
-    if (errorNumber != nullptr)
-        *errorNumber = number;
-    return false;
+    return ozStatus::Error(std::string("cannot open \"") + (file != nullptr ? file : "") + "\"",
+                           StringsErrorCannotOpen);
+}
+
+ozStatus OutOfMemory()
+{
+    return ozStatus::Error("out of memory", StringsErrorOutOfMemory);
 }
 
 }  // namespace
 
-bool ozReadStringsSection(const char* file, ozStringTable& table, int* errorNumber)
+ozStatus ozReadStringsSection(const char* file, ozStringTable& table)
 {
     std::unique_ptr<FILE, int (*)(FILE*)> stream(file != nullptr ? std::fopen(file, "rb") : nullptr,
                                                  std::fclose);
     if (stream == nullptr)
-        return Fail(errorNumber, StringsErrorCannotOpen);
+        return CannotOpen(file);
     unsigned char mark[2] = {0, 0};
     bool unicode = std::fread(mark, 1, 2, stream.get()) == 2 && mark[0] >= 0xFE && mark[1] >= 0xFE;
     if (std::fseek(stream.get(), 0, SEEK_END) != 0)
-        return Fail(errorNumber, StringsErrorCannotOpen);
+        return CannotOpen(file);
     long size = std::ftell(stream.get());
     stream.reset();
     // The section cannot hold more characters than the file; two more for the terminators.
     if (size < 0 || size > 0x7FFFFFF0)
-        return Fail(errorNumber, StringsErrorCannotOpen);
+        return CannotOpen(file);
     DWORD capacity = static_cast<DWORD>(size) + 2;
 
     try {
@@ -63,9 +67,9 @@ bool ozReadStringsSection(const char* file, ozStringTable& table, int* errorNumb
         }
         lines.push_back('\0');  // the list always ends in an empty line
         if (!table.AddSection(lines.c_str()))
-            return Fail(errorNumber, StringsErrorOutOfMemory);
+            return OutOfMemory();
     } catch (const std::bad_alloc&) {
-        return Fail(errorNumber, StringsErrorOutOfMemory);
+        return OutOfMemory();
     }
-    return true;
+    return ozStatus::Ok();
 }

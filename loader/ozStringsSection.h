@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ozStringTable.h"
+#include "platform/ozStatus.h"
 
 // Error numbers a failed read reports (the loader's numbering).
 enum : int {
@@ -12,6 +13,6 @@ enum : int {
 
 // Reads the section named "strings" of `file` into table. A file whose first two bytes are
 // both 0xFE or more is UTF-16 and read through the wide reader, its text converted to the narrow
-// encoding; any other file through the narrow reader. False with *errorNumber set when the file
-// cannot be opened or memory runs out.
-bool ozReadStringsSection(const char* file, ozStringTable& table, int* errorNumber);
+// encoding; any other file through the narrow reader. Fails, with one of the numbers above as
+// its code, when the file cannot be opened or memory runs out.
+ozStatus ozReadStringsSection(const char* file, ozStringTable& table);

@@ -15,6 +15,8 @@
 #include <string>
 #include <string_view>
 
+#include "ozStatus.h"
+
 class ozReplacementFile {
 public:
     // Nothing happens at `target` until Commit.
@@ -24,27 +26,30 @@ public:
     ozReplacementFile(const ozReplacementFile&) = delete;
     ozReplacementFile& operator=(const ozReplacementFile&) = delete;
 
+    // Failures carry a message naming the file and the system's reason, and the system's error
+    // number (errno; on Windows the Win32 code where the system call was one) or 0.
+    //
     // Creates the temporary file, named after the file to replace, the process and a number of
-    // the process's own, so no two replacements share one. False, with error naming the file
-    // and the cause, when the target is read-only or a folder, or the temporary file cannot be
-    // created (a missing folder, no right to write there).
-    bool Open(std::string& error);
+    // the process's own, so no two replacements share one. Fails when the target is read-only
+    // or a folder, or the temporary file cannot be created (a missing folder, no right to
+    // write there).
+    ozStatus Open();
     bool IsOpen() const { return m_file != nullptr; }
-    // Appends bytes. False, with error set, when the write fails.
-    bool Write(std::string_view bytes, std::string& error);
-    // Completes the temporary file and forces it to the disk. False, with error set, when that
-    // fails; the temporary file is then removed.
-    bool Finish(std::string& error);
-    // Finishes the temporary file (unless done) and renames it over the target. False, with
-    // error set, when any step fails; the target is then as it was.
-    bool Commit(std::string& error);
+    // Appends bytes.
+    ozStatus Write(std::string_view bytes);
+    // Completes the temporary file and forces it to the disk; on failure the temporary file
+    // is removed.
+    ozStatus Finish();
+    // Finishes the temporary file (unless done) and renames it over the target; on failure
+    // the target is as it was.
+    ozStatus Commit();
     // Removes the temporary file; the target stays as it was.
     void Discard();
 
     // The files of one save: every one is finished before any replaces its target, so that a
     // file that cannot be completed leaves all targets as they were. Null entries are skipped.
-    // False, with error set, at the first failure; the files not yet committed are discarded.
-    static bool CommitAll(std::initializer_list<ozReplacementFile*> files, std::string& error);
+    // Stops at the first failure; the files not yet committed are then discarded.
+    static ozStatus CommitAll(std::initializer_list<ozReplacementFile*> files);
 
     const std::string& Target() const { return m_target; }
 

@@ -8,17 +8,6 @@
 #include "core/registry/ozSubKey.h"
 #include "tTreeCodeHandle.h"
 
-namespace {
-
-ozRegTree* TreeOf(tTreeCodeHandle* code, unsigned int root)
-{
-    if (code == nullptr || code->tree == nullptr)
-        return nullptr;
-    return root == 1 ? &code->tree->UsrTree() : &code->tree->MacTree();
-}
-
-}  // namespace
-
 ozRegImport::~ozRegImport() = default;
 
 tTreeCodeHandle* ozRegImport::CodeHandle()
@@ -33,7 +22,7 @@ void ozRegImport::CodeHandle(tTreeCodeHandle* code)
 
 ozSubKey* ozRegImport::_CreateKey(unsigned int root, const char* name)
 {
-    ozRegTree* tree = TreeOf(m_code, root);
+    ozRegTree* tree = ozRegTreeOfRoot(m_code, root);
     if (tree == nullptr || name == nullptr)
         return nullptr;
     return tree->FindKey(ozRootHandle(root), name);
@@ -44,7 +33,7 @@ ozRegValue* ozRegImport::_CreateValue(unsigned int root, const char* key, const 
 {
     if (m_code == nullptr || m_code->tree == nullptr || key == nullptr || name == nullptr)
         return nullptr;
-    ozRegTree* tree = TreeOf(m_code, root);
+    ozRegTree* tree = ozRegTreeOfRoot(m_code, root);
     if (type == RitM) {
         // Deliberately in the user tree, below the machine's root key.
         tree = &m_code->tree->UsrTree();

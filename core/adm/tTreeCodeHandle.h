@@ -30,3 +30,13 @@ struct tTreeCodeHandle {
     // 0 from creation on; kept for the layout, nothing reads it.
     uint32_t spare = 0;
 };
+
+// The registry tree a predefined root key belongs to, by its root number (see ozRootNumber):
+// the user tree for 1 (HKEY_CURRENT_USER), the machine tree for every other number. Null
+// without a code object or tree.
+inline ozRegTree* ozRegTreeOfRoot(tTreeCodeHandle* code, unsigned int rootNumber)
+{
+    if (code == nullptr || code->tree == nullptr)
+        return nullptr;
+    return rootNumber == 1 ? &code->tree->UsrTree() : &code->tree->MacTree();
+}

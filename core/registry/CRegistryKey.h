@@ -22,6 +22,11 @@ public:
                   std::string reason = "");
 
         const std::string& Key() const { return m_key; }
+        // What is wrong: the reason given, else the system's message for the error code.
+        const std::string& Reason() const
+        {
+            return m_reason.empty() ? GetErrorMessage() : m_reason;
+        }
         // Names the key the failure arose in, unless one is named already.
         void NameKey(const std::string& key);
         const char* what() const noexcept override;

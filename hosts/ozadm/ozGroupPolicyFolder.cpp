@@ -105,9 +105,14 @@ fs::path FindIgnoringCase(const fs::path& folder, const std::string& name)
     return folder / name;
 }
 
+ozStatus NotAVersion()
+{
+    return ozStatus::Error("the Version line does not hold a number of 32 bits");
+}
+
 }  // namespace
 
-bool ozRaiseGptVersion(std::string& bytes, bool machine, bool user, std::string& error)
+ozStatus ozRaiseGptVersion(std::string& bytes, bool machine, bool user)
 {
     IniUnits units(bytes);
     const std::size_t count = units.Count();
@@ -147,23 +152,19 @@ bool ozRaiseGptVersion(std::string& bytes, bool machine, bool user, std::string&
                 std::size_t digits = TrimStart(units, equals + 1, to);
                 unsigned long long version = 0;
                 for (std::size_t i = digits; i < to; ++i) {
-                    if (units.At(i) < '0' || units.At(i) > '9' || version > 0xFFFFFFFFull / 10) {
-                        error = "the Version line does not hold a number of 32 bits";
-                        return false;
-                    }
+                    if (units.At(i) < '0' || units.At(i) > '9' || version > 0xFFFFFFFFull / 10)
+                        return NotAVersion();
                     version = version * 10 + (units.At(i) - '0');
                 }
-                if (digits == to || version > 0xFFFFFFFFull) {
-                    error = "the Version line does not hold a number of 32 bits";
-                    return false;
-                }
+                if (digits == to || version > 0xFFFFFFFFull)
+                    return NotAVersion();
                 unsigned long low = version & 0xFFFF, high = version >> 16;
                 if (machine)
                     low = (low + 1) & 0xFFFF;
                 if (user)
                     high = (high + 1) & 0xFFFF;
                 units.Replace(digits, to, std::to_string(high << 16 | low));
-                return true;
+                return ozStatus::Ok();
             }
         }
     }
@@ -174,7 +175,7 @@ bool ozRaiseGptVersion(std::string& bytes, bool machine, bool user, std::string&
     units.Replace(at, at,
                   (lineEnded ? "" : lineEnd) +
                       (afterGeneral != std::string::npos ? "" : "[General]" + lineEnd) + version);
-    return true;
+    return ozStatus::Ok();
 }
 
 ozGroupPolicyFolder::ozGroupPolicyFolder(const std::string& folder) : m_folder(folder)
@@ -195,9 +196,11 @@ bool ozGroupPolicyFolder::BeforeSave(const std::string& userTarget,
     if (fs::exists(m_gptIni, error)) {
         m_gptBytes = ReadBytes(m_gptIni);
         std::string copy = m_gptBytes.value_or("");
-        std::string why = "it cannot be read";
-        if (!m_gptBytes || !ozRaiseGptVersion(copy, true, true, why)) {
-            err << "ozadm: " << m_gptIni.string() << ": " << why << "; nothing was saved\n";
+        ozStatus raisable =
+            m_gptBytes ? ozRaiseGptVersion(copy, true, true) : ozStatus::Error("it cannot be read");
+        if (!raisable) {
+            err << "ozadm: " << m_gptIni.string() << ": " << raisable.Message()
+                << "; nothing was saved\n";
             return false;
         }
     }
@@ -232,12 +235,18 @@ bool ozGroupPolicyFolder::AfterSave(std::ostream& out, std::ostream& err)
     bool user = ReadBytes(m_userFile) != m_userBefore;
     if (!m_gptBytes || (!machine && !user))
         return true;
-    std::string bytes = *m_gptBytes, error;
+    std::string bytes = *m_gptBytes;
     ozReplacementFile file(m_gptIni.string());
-    if (!ozRaiseGptVersion(bytes, machine, user, error) || !file.Open(error) ||
-        !file.Write(bytes, error) || !file.Commit(error)) {
+    ozStatus raised = ozRaiseGptVersion(bytes, machine, user);
+    if (raised)
+        raised = file.Open();
+    if (raised)
+        raised = file.Write(bytes);
+    if (raised)
+        raised = file.Commit();
+    if (!raised) {
         err << "ozadm: the profiles were saved, but the version in " << m_gptIni.string()
-            << " cannot be raised: " << error << '\n';
+            << " cannot be raised: " << raised.Message() << '\n';
         return false;
     }
     out << "raised the "

@@ -11,14 +11,16 @@
 #include <string>
 #include <vector>
 
+#include "platform/ozStatus.h"
+
 // Raises the version in GPT.INI's bytes: `Version` of section [General] (key and section names
 // without regard to case) holds the machine version in its low 16 bits and the user version in
 // its high 16 bits; each raised one grows by one (65535 wraps to 0, as 16 bits hold no more).
 // Only the number's characters change: the other bytes, the line ends and the encoding (bytes,
 // or UTF-16 after its byte-order mark) stay. Without a Version line one is added below
 // [General] (the section is added at the end when missing), with the file's line end.
-// False, with error saying why, when the Version line holds no number of 32 bits.
-bool ozRaiseGptVersion(std::string& bytes, bool machine, bool user, std::string& error);
+// Fails when the Version line holds no number of 32 bits.
+ozStatus ozRaiseGptVersion(std::string& bytes, bool machine, bool user);
 
 class ozGroupPolicyFolder {
 public:

@@ -125,11 +125,10 @@ int ozImportCommand(const ozCommandArgs& args)
         !ozLoadProfiles(control, line.profiles, true, std::cerr))
         return 1;
     if (!control.AddFromRegistry(static_cast<long>(root), key.c_str(), value.c_str(), recursive)) {
+        // The control has said why (message 98) and which key.
         std::cerr << "ozadm import: " << ozRootName(root) << "\\" << key
                   << (value.empty() ? "" : " value \"" + value + "\"")
-                  << " cannot be read from the registry"
-                  << (control.RegistryError().empty() ? "" : ": " + control.RegistryError())
-                  << "\n";
+                  << " cannot be read from the registry\n";
         return 1;
     }
     return ozSaveProfiles(control, line.profiles, std::cout, std::cerr) ? 0 : 1;

@@ -1,5 +1,7 @@
 #include "ozOZPExporter.h"
 
+#include <new>
+
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "ozOZPText.h"
@@ -54,41 +56,52 @@ bool ozOZPExporter::BeginUserProfile(const char* file)
 
 bool ozOZPExporter::Begin(const char* file)
 {
-    if (m_failed)
-        return false;
-    std::string target = file != nullptr ? file : "";
-    if (m_current != nullptr && target == m_current->Target())
+    // Nothing may be thrown back across the library's interface.
+    try {
+        if (m_failed)
+            return false;
+        std::string target = file != nullptr ? file : "";
+        if (m_current != nullptr && target == m_current->Target())
+            return true;
+        m_current = nullptr;
+        if (target.empty())
+            return true;
+        std::unique_ptr<ozReplacementFile>& side = m_first == nullptr ? m_first : m_second;
+        side = std::make_unique<ozReplacementFile>(target);
+        ozStatus opened = side->Open();
+        if (opened)
+            opened = side->Write("OZ Registry Profile 1\n");
+        if (!opened)
+            return Fail(opened.Message());
+        m_current = side.get();
         return true;
-    m_current = nullptr;
-    if (target.empty())
-        return true;
-    std::unique_ptr<ozReplacementFile>& side = m_first == nullptr ? m_first : m_second;
-    side = std::make_unique<ozReplacementFile>(target);
-    std::string error;
-    if (!side->Open(error) || !side->Write("OZ Registry Profile 1\n", error))
-        return Fail(error);
-    m_current = side.get();
-    return true;
+    } catch (const std::bad_alloc&) {
+        return Fail("out of memory");
+    }
 }
 
 bool ozOZPExporter::ExportKey(ozSubKey* key)
 {
-    if (m_failed)
-        return false;
-    if (m_current == nullptr)
-        return true;  // a profile without file passes its keys over
-    if (key == nullptr)
-        return Fail("no key to write");
-    std::string section = "\n[" + ozOZPRootName(key->Root()) + "\\" + key->KeyPath() + "]\n" +
-                          "key op=" + static_cast<char>(key->Op()) + " flags=" + KeyFlags(*key) +
-                          "\n";
-    const CCollection<ozRegValue>& values = key->Values();
-    for (int pos = 0; pos < values.Count(); ++pos)
-        section += ValueLine(*values.At(pos)) + "\n";
-    std::string error;
-    if (!m_current->Write(section, error))
-        return Fail(error);
-    return true;
+    // Nothing may be thrown back across the library's interface.
+    try {
+        if (m_failed)
+            return false;
+        if (m_current == nullptr)
+            return true;  // a profile without file passes its keys over
+        if (key == nullptr)
+            return Fail("no key to write");
+        std::string section = "\n[" + ozOZPRootName(key->Root()) + "\\" + key->KeyPath() + "]\n" +
+                              "key op=" + static_cast<char>(key->Op()) +
+                              " flags=" + KeyFlags(*key) + "\n";
+        const CCollection<ozRegValue>& values = key->Values();
+        for (int pos = 0; pos < values.Count(); ++pos)
+            section += ValueLine(*values.At(pos)) + "\n";
+        if (ozStatus written = m_current->Write(section); !written)
+            return Fail(written.Message());
+        return true;
+    } catch (const std::bad_alloc&) {
+        return Fail("out of memory");
+    }
 }
 
 bool ozOZPExporter::Flush()
@@ -102,11 +115,11 @@ bool ozOZPExporter::Complete(bool commit)
         return m_inPlace;
     m_completed = true;
     m_current = nullptr;
-    std::string error;
     if (commit && !m_failed) {
-        m_inPlace = ozReplacementFile::CommitAll({m_first.get(), m_second.get()}, error);
+        ozStatus committed = ozReplacementFile::CommitAll({m_first.get(), m_second.get()});
+        m_inPlace = committed.IsOk();
         if (!m_inPlace)
-            Fail(error);
+            Fail(committed.Message());
     }
     m_first.reset();  // what was not committed goes with its temporary file
     m_second.reset();

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <new>
 #include <optional>
 #include <vector>
 
@@ -61,6 +62,16 @@ bool ozOZPImporter::Fail(const std::string& file, size_t line, const std::string
 }
 
 bool ozOZPImporter::Import(const char* file)
+{
+    // Nothing may be thrown back across the library's interface.
+    try {
+        return ReadFile(file);
+    } catch (const std::bad_alloc&) {
+        return Fail(file != nullptr ? file : "", 0, "out of memory");
+    }
+}
+
+bool ozOZPImporter::ReadFile(const char* file)
 {
     m_lastError.clear();
     std::string name = file != nullptr ? file : "";

@@ -37,7 +37,9 @@ private:
         std::vector<Value> values;
     };
 
+    // ReadFile, with running out of memory reported as a failure.
     bool Import(const char* file);
+    bool ReadFile(const char* file);
     bool Fail(const std::string& file, size_t line, const std::string& message);
     static bool ReadSection(const std::string& header, Section& section);
     static bool ReadKeyLine(const std::string& line, Section& section);

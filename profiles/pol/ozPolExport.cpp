@@ -32,9 +32,8 @@ bool ozPolExport::Begin(const char* file, unsigned int root)
         return false;
     // The side before is complete: what is left of it goes to its file now.
     if (m_current != nullptr && !m_bytes.empty()) {
-        std::string error;
-        if (!m_current->Write(m_bytes, error))
-            return Fail(m_current->Target(), error);
+        if (ozStatus written = m_current->Write(m_bytes); !written)
+            return Fail(m_current->Target(), written.Message());
         m_bytes.clear();
     }
     m_current = nullptr;
@@ -43,9 +42,8 @@ bool ozPolExport::Begin(const char* file, unsigned int root)
         return true;  // no file for this side: its keys are passed over
     try {
         auto replacement = std::make_unique<ozReplacementFile>(file);
-        std::string error;
-        if (!replacement->Open(error))
-            return Fail(file, error);
+        if (ozStatus opened = replacement->Open(); !opened)
+            return Fail(file, opened.Message());
         m_current = replacement.get();
         (root == kMachineRoot ? m_machine : m_user) = std::move(replacement);
         m_bytes = ozPolHeader();
@@ -74,14 +72,13 @@ bool ozPolExport::ExportKey(ozSubKey* key)
         return true;
     try {
         m_records.clear();
-        std::string error;
-        if (!ozPolRecordsOfKey(*key, m_records, error))
-            return Fail(m_current->Target(), error);
+        if (ozStatus mapped = ozPolRecordsOfKey(*key, m_records); !mapped)
+            return Fail(m_current->Target(), mapped.Message());
         for (const ozPolRecord& record : m_records)
             ozAppendPolRecord(m_bytes, record);
         if (m_bytes.size() >= kWriteThreshold) {
-            if (!m_current->Write(m_bytes, error))
-                return Fail(m_current->Target(), error);
+            if (ozStatus written = m_current->Write(m_bytes); !written)
+                return Fail(m_current->Target(), written.Message());
             m_bytes.clear();
         }
         return true;
@@ -94,14 +91,14 @@ bool ozPolExport::Flush()
 {
     if (m_failed)
         return false;
-    std::string error;
     if (m_current != nullptr && !m_bytes.empty()) {
-        if (!m_current->Write(m_bytes, error))
-            return Fail(m_current->Target(), error);
+        if (ozStatus written = m_current->Write(m_bytes); !written)
+            return Fail(m_current->Target(), written.Message());
         m_bytes.clear();
     }
-    if (!ozReplacementFile::CommitAll({m_machine.get(), m_user.get()}, error))
-        return Fail("", error);
+    if (ozStatus committed = ozReplacementFile::CommitAll({m_machine.get(), m_user.get()});
+        !committed)
+        return Fail("", committed.Message());
     m_current = nullptr;
     m_machine.reset();
     m_user.reset();

@@ -9,16 +9,18 @@ constexpr char kSignature[] = "PReg";
 // field can make it read beyond the end.
 class Cursor {
 public:
-    Cursor(std::string_view bytes, ozPolError& error) : m_bytes(bytes), m_error(error) {}
+    explicit Cursor(std::string_view bytes) : m_bytes(bytes) {}
+
+    // Why reading failed.
+    const ozStatus& Failure() const { return m_failure; }
 
     std::size_t Position() const { return m_position; }
     bool AtEnd() const { return m_position == m_bytes.size(); }
     std::size_t Left() const { return m_bytes.size() - m_position; }
 
-    bool Fail(std::size_t offset, std::string what)
+    bool Fail(std::size_t offset, const std::string& what)
     {
-        m_error.offset = offset;
-        m_error.what = std::move(what);
+        m_failure = ozPolErrorAt(offset, what);
         return false;
     }
 
@@ -88,7 +90,7 @@ private:
 
     std::string_view m_bytes;
     std::size_t m_position = 0;
-    ozPolError& m_error;
+    ozStatus m_failure;
 };
 
 bool ReadHeader(Cursor& cursor)
@@ -164,27 +166,32 @@ bool ozPolIsTextType(std::uint32_t type)
     return type == 1 || type == 2 || type == 7;
 }
 
-bool ozForEachPolRecord(std::string_view bytes, const ozPolVisitor& visit, ozPolError& error)
+ozStatus ozPolErrorAt(std::size_t offset, const std::string& what)
 {
-    Cursor cursor(bytes, error);
-    if (!ReadHeader(cursor))
-        return false;
-    ozPolRecord record;
-    while (!cursor.AtEnd())
-        if (!ReadRecord(cursor, record) || !visit(record, error))
-            return false;
-    return true;
+    return ozStatus::Error("byte " + std::to_string(offset) + ": " + what);
 }
 
-bool ozReadPolRecords(std::string_view bytes, std::vector<ozPolRecord>& records, ozPolError& error)
+ozStatus ozForEachPolRecord(std::string_view bytes, const ozPolVisitor& visit)
 {
-    return ozForEachPolRecord(
-        bytes,
-        [&records](const ozPolRecord& record, ozPolError&) {
-            records.push_back(record);
-            return true;
-        },
-        error);
+    Cursor cursor(bytes);
+    if (!ReadHeader(cursor))
+        return cursor.Failure();
+    ozPolRecord record;
+    while (!cursor.AtEnd()) {
+        if (!ReadRecord(cursor, record))
+            return cursor.Failure();
+        if (ozStatus visited = visit(record); !visited)
+            return visited;
+    }
+    return ozStatus::Ok();
+}
+
+ozStatus ozReadPolRecords(std::string_view bytes, std::vector<ozPolRecord>& records)
+{
+    return ozForEachPolRecord(bytes, [&records](const ozPolRecord& record) {
+        records.push_back(record);
+        return ozStatus::Ok();
+    });
 }
 
 std::string ozPolHeader()

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ozStatus.h"
+
 // One record as it stands in the file.
 struct ozPolRecord {
     std::u16string key;   // without its terminator
@@ -22,29 +24,25 @@ struct ozPolRecord {
     std::size_t offset = 0;
 };
 
-// What is wrong with a file and the byte offset where it was found.
-struct ozPolError {
-    std::size_t offset = 0;
-    std::string what;
-};
-
 // The registry types whose data is UTF-16 text in the file and narrow text in the model:
 // string, expandable string, multi-string.
 bool ozPolIsTextType(std::uint32_t type);
 
+// A failure found at `offset` in a file: its message reads "byte OFFSET: WHAT".
+ozStatus ozPolErrorAt(std::size_t offset, const std::string& what);
+
 // Hands every record of a whole file's bytes to visit, in file order; the record object is
-// reused from one call to the next, so that reading allocates little. False, with the offset
-// and a description in error, for a file that is not a version 1 Registry.pol file: a bad or
-// truncated header, a missing bracket or semicolon, a key path or value name without its
-// terminator, a size beyond the end of the file, or text data (ozPolIsTextType) of an odd
-// number of bytes; the records before the faulty one have been visited. False as well when
-// visit returns false, with error as visit set it. Never reads outside bytes; allocates no
-// more than the file's size for any record.
-using ozPolVisitor = std::function<bool(const ozPolRecord& record, ozPolError& error)>;
-bool ozForEachPolRecord(std::string_view bytes, const ozPolVisitor& visit, ozPolError& error);
+// reused from one call to the next, so that reading allocates little. Fails, at the offset
+// (ozPolErrorAt), for a file that is not a version 1 Registry.pol file: a bad or truncated
+// header, a missing bracket or semicolon, a key path or value name without its terminator, a
+// size beyond the end of the file, or text data (ozPolIsTextType) of an odd number of bytes;
+// the records before the faulty one have been visited. Fails as well as visit fails. Never
+// reads outside bytes; allocates no more than the file's size for any record.
+using ozPolVisitor = std::function<ozStatus(const ozPolRecord& record)>;
+ozStatus ozForEachPolRecord(std::string_view bytes, const ozPolVisitor& visit);
 // The records of a whole file, read as ozForEachPolRecord reads them. On failure records holds
 // the records before the faulty one.
-bool ozReadPolRecords(std::string_view bytes, std::vector<ozPolRecord>& records, ozPolError& error);
+ozStatus ozReadPolRecords(std::string_view bytes, std::vector<ozPolRecord>& records);
 
 // The eight header bytes.
 std::string ozPolHeader();

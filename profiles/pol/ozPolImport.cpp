@@ -13,11 +13,6 @@ namespace {
 constexpr unsigned int kUserRoot = 1;
 constexpr unsigned int kMachineRoot = 2;
 
-std::string AtOffset(const char* file, const ozPolError& error)
-{
-    return std::string(file) + ": byte " + std::to_string(error.offset) + ": " + error.what;
-}
-
 }  // namespace
 
 ozPolImport::ozPolImport() = default;
@@ -87,23 +82,20 @@ bool ozPolImport::Import(const char* file, unsigned int root)
         // The whole file is checked first, so that a file that fails leaves the trees alone;
         // the second reading applies it. Neither keeps more than one record at a time.
         ozPolSetting setting;
-        ozPolError error;
-        auto check = [&setting](const ozPolRecord& record, ozPolError& failure) {
-            return ozPolSettingOf(record, setting, failure);
+        auto check = [&setting](const ozPolRecord& record) {
+            return ozPolSettingOf(record, setting);
         };
-        if (!ozForEachPolRecord(bytes, check, error))
-            return Fail(AtOffset(file, error));
-        auto apply = [&](const ozPolRecord& record, ozPolError& problem) {
-            if (!ozPolSettingOf(record, setting, problem))
-                return false;
+        if (ozStatus checked = ozForEachPolRecord(bytes, check); !checked)
+            return Fail(std::string(file) + ": " + checked.Message());
+        auto apply = [&](const ozPolRecord& record) {
+            if (ozStatus read = ozPolSettingOf(record, setting); !read)
+                return read;
             if (Apply(root, setting))
-                return true;
-            problem.offset = record.offset;
-            problem.what = "the model refused the record";
-            return false;
+                return ozStatus::Ok();
+            return ozPolErrorAt(record.offset, "the model refused the record");
         };
-        if (!ozForEachPolRecord(bytes, apply, error))
-            return Fail(AtOffset(file, error));
+        if (ozStatus applied = ozForEachPolRecord(bytes, apply); !applied)
+            return Fail(std::string(file) + ": " + applied.Message());
         return true;
     } catch (const std::exception& e) {
         return Fail(std::string(file) + ": " + e.what());

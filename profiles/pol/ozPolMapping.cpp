@@ -26,33 +26,31 @@ std::string Describe(ozSubKey& key, const ozRegValue* value)
 
 }  // namespace
 
-bool ozPolSettingOf(const ozPolRecord& record, ozPolSetting& setting, ozPolError& error)
+ozStatus ozPolSettingOf(const ozPolRecord& record, ozPolSetting& setting)
 {
     setting.keyPath = ozPolNarrow(record.key);
-    if (setting.keyPath.size() >= static_cast<std::size_t>(ozSubKey::KeyPathCapacity)) {
-        error.offset = record.offset;
-        error.what = "the key path has " + std::to_string(setting.keyPath.size()) +
-                     " bytes; key paths of at most " +
-                     std::to_string(ozSubKey::KeyPathCapacity - 1) + " are held";
-        return false;
-    }
+    if (setting.keyPath.size() >= static_cast<std::size_t>(ozSubKey::KeyPathCapacity))
+        return ozPolErrorAt(record.offset,
+                            "the key path has " + std::to_string(setting.keyPath.size()) +
+                                " bytes; key paths of at most " +
+                                std::to_string(ozSubKey::KeyPathCapacity - 1) + " are held");
     std::u16string_view name = record.name;
     setting.type = record.type;
     setting.data.clear();
     if (name == kEraseValues) {
         setting.action = tPOLACTION::EraseValues;
         setting.valueName.clear();
-        return true;
+        return ozStatus::Ok();
     }
     if (name.empty() && record.type == RegNone && record.data.empty()) {
         setting.action = tPOLACTION::CreateKey;
         setting.valueName.clear();
-        return true;
+        return ozStatus::Ok();
     }
     if (name.substr(0, kDeleteValue.size()) == kDeleteValue) {
         setting.action = tPOLACTION::DeleteValue;
         setting.valueName = ozPolNarrow(name.substr(kDeleteValue.size()));
-        return true;
+        return ozStatus::Ok();
     }
     setting.action = tPOLACTION::SetValue;
     setting.valueName = ozPolNarrow(name);
@@ -67,7 +65,7 @@ bool ozPolSettingOf(const ozPolRecord& record, ozPolSetting& setting, ozPolError
     } else {
         setting.data = record.data;
     }
-    return true;
+    return ozStatus::Ok();
 }
 
 namespace {
@@ -85,13 +83,12 @@ std::string BytesOf(const std::u16string& units)
 
 }  // namespace
 
-bool ozPolRecordsOfKey(ozSubKey& key, std::vector<ozPolRecord>& records, std::string& error)
+ozStatus ozPolRecordsOfKey(ozSubKey& key, std::vector<ozPolRecord>& records)
 {
     char path[ozSubKey::KeyPathCapacity];
-    if (!key.GetKeyPath(path)) {
-        error = "the path of " + Describe(key, nullptr) + " is too long to be written";
-        return false;
-    }
+    if (!key.GetKeyPath(path))
+        return ozStatus::Error("the path of " + Describe(key, nullptr) +
+                               " is too long to be written");
     const std::u16string keyPath = ozPolWide(path);
     const CCollection<ozRegValue>& values = key.Values();
     if (key.Op() == KeyOpEraseValues)
@@ -112,9 +109,9 @@ bool ozPolRecordsOfKey(ozSubKey& key, std::vector<ozPolRecord>& records, std::st
             case OpChange:
                 break;
             default:
-                error = Describe(key, value) + " has operation '" + static_cast<char>(value->Op()) +
-                        "', which a Registry.pol file cannot express";
-                return false;
+                return ozStatus::Error(Describe(key, value) + " has operation '" +
+                                       static_cast<char>(value->Op()) +
+                                       "', which a Registry.pol file cannot express");
         }
         std::string data;
         if (value->Data() != nullptr)
@@ -122,11 +119,9 @@ bool ozPolRecordsOfKey(ozSubKey& key, std::vector<ozPolRecord>& records, std::st
         auto type = static_cast<std::uint32_t>(value->Type());
         if (ozPolIsTextType(type))
             data = BytesOf(ozPolWide(data));
-        if (data.size() >= std::numeric_limits<std::uint32_t>::max()) {
-            error = Describe(key, value) + " has more data than a record holds";
-            return false;
-        }
+        if (data.size() >= std::numeric_limits<std::uint32_t>::max())
+            return ozStatus::Error(Describe(key, value) + " has more data than a record holds");
         records.push_back({keyPath, std::move(name), type, std::move(data), 0});
     }
-    return true;
+    return ozStatus::Ok();
 }

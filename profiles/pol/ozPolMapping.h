@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "ozPolFormat.h"
+#include "platform/ozStatus.h"
 
 class ozSubKey;
 
@@ -34,17 +35,17 @@ struct ozPolSetting {
     std::string data;  // as the model keeps it: text types as narrow text
 };
 
-// The setting of one record. False, with the record's offset and a description in error,
-// when the model cannot hold the key path: a component longer than the model's key names or
-// a path longer than the model's key paths.
-bool ozPolSettingOf(const ozPolRecord& record, ozPolSetting& setting, ozPolError& error);
+// The setting of one record. Fails, at the record's offset (ozPolErrorAt), when the model
+// cannot hold the key path: a component longer than the model's key names or a path longer
+// than the model's key paths.
+ozStatus ozPolSettingOf(const ozPolRecord& record, ozPolSetting& setting);
 
 // Appends the records of one model key, in the order a file holds them: "**delvals." for a
 // key with operation 'E', the key-creation record for a saved key with operation 'I' and no
 // values (keys without the Save flag and without values give no record), then one record per
 // value of item type 'r' or 'm' in the key's order (other item types are not registry values
 // and are left out). Operations 'I' and 'C' write the value's (new) data, 'D' writes
-// "**del.<name>". False, with a description naming key and value in error, for a key path the
+// "**del.<name>". Fails, with a message naming key and value, for a key path the
 // model cannot give, for operations 'A', 'L' and 'R', which have no record form, and for data
 // of 4 GiB or more; records then holds what was appended before.
-bool ozPolRecordsOfKey(ozSubKey& key, std::vector<ozPolRecord>& records, std::string& error);
+ozStatus ozPolRecordsOfKey(ozSubKey& key, std::vector<ozPolRecord>& records);

@@ -100,8 +100,7 @@ void AppendData(ozWideString& out, size_t lineStart, const ozRegValue& value)
     AppendHexList(out, lineStart, bytes);
 }
 
-bool AppendValue(ozWideString& out, const ozRegValue& value, const std::string& keyName,
-                 std::string& problem)
+ozStatus AppendValue(ozWideString& out, const ozRegValue& value, const std::string& keyName)
 {
     const char* name = value.Name() != nullptr ? value.Name() : "";
     size_t lineStart = out.size();
@@ -119,43 +118,39 @@ bool AppendValue(ozWideString& out, const ozRegValue& value, const std::string& 
             AppendData(out, lineStart, value);
             break;
         default:
-            problem = keyName + ": the value \"" + name + "\" has the operation '" +
-                      static_cast<char>(value.Op()) + "', which a .reg file cannot hold";
-            return false;
+            return ozStatus::Error(keyName + ": the value \"" + name + "\" has the operation '" +
+                                   static_cast<char>(value.Op()) +
+                                   "', which a .reg file cannot hold");
     }
     AppendAscii(out, "\r\n");
-    return true;
+    return ozStatus::Ok();
 }
 
 }  // namespace
 
-bool ozRegFormatKey(ozSubKey& key, ozWideString& out, std::string& problem)
+ozStatus ozRegFormatKey(ozSubKey& key, ozWideString& out)
 {
     const CCollection<ozRegValue>& values = key.Values();
     // A key that is merely there (along a path, or bound to a template) is not written: a
     // section without values stands for a key saved without values.
     if (key.Op() != KeyOpEraseValues && !key.Save() && values.Count() == 0)
-        return true;
+        return ozStatus::Ok();
     std::string rootName = ozRegRootName(key.Root());
     std::string path = key.KeyPath();
     std::string keyName = (rootName.empty() ? "root " + std::to_string(key.Root()) : rootName) +
                           "\\" + (path.empty() ? std::string(key.Name() ? key.Name() : "") : path);
-    if (rootName.empty()) {
-        problem = keyName + ": a .reg file cannot name the predefined key of this key";
-        return false;
-    }
-    if (path.empty()) {
-        problem = keyName + ": the key path does not fit " +
-                  std::to_string(ozSubKey::KeyPathCapacity - 1) + " bytes";
-        return false;
-    }
+    if (rootName.empty())
+        return ozStatus::Error(keyName +
+                               ": a .reg file cannot name the predefined key of this key");
+    if (path.empty())
+        return ozStatus::Error(keyName + ": the key path does not fit " +
+                               std::to_string(ozSubKey::KeyPathCapacity - 1) + " bytes");
     ozWideString section = ozRegAscii(rootName.c_str());
     section.push_back('\\');
     section += ozRegWideFromModel(path.data(), path.size());
-    if (HoldsLineBreak(section)) {
-        problem = keyName + ": a key name holds a line break, which a key section cannot";
-        return false;
-    }
+    if (HoldsLineBreak(section))
+        return ozStatus::Error(keyName +
+                               ": a key name holds a line break, which a key section cannot");
 
     ozWideString text;
     if (key.Op() == KeyOpEraseValues) {
@@ -164,17 +159,17 @@ bool ozRegFormatKey(ozSubKey& key, ozWideString& out, std::string& problem)
         AppendAscii(text, "]\r\n\r\n");
         if (values.Count() == 0) {
             out += text;
-            return true;
+            return ozStatus::Ok();
         }
     }
     text.push_back('[');
     text += section;
     AppendAscii(text, "]\r\n");
     for (int at = 0; at < values.Count(); ++at) {
-        if (!AppendValue(text, *values.At(at), keyName, problem))
-            return false;
+        if (ozStatus appended = AppendValue(text, *values.At(at), keyName); !appended)
+            return appended;
     }
     AppendAscii(text, "\r\n");
     out += text;
-    return true;
+    return ozStatus::Ok();
 }

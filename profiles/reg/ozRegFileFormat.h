@@ -5,6 +5,7 @@
 #include <string>
 
 #include "ozRegFileText.h"
+#include "platform/ozStatus.h"
 
 class ozSubKey;
 class ozRegValue;
@@ -12,8 +13,8 @@ class ozRegValue;
 // Appends the text of key to out. A key with operation 'E' gets "[-KEY]" and, when it has
 // values, a following "[KEY]" section with them; any other key with values or with the Save
 // flag gets its "[KEY]" section (a saved key without values is kept so), and a key with
-// neither appends nothing. False, with problem naming the key or value, when the key lies
+// neither appends nothing. Fails, with a message naming the key or value, when the key lies
 // under a predefined key a .reg file cannot name, its path does not fit the model's path buffer
 // or holds a line break, or a value has an operation the format has no form for ('A', 'L',
 // 'R'); out is then unchanged.
-bool ozRegFormatKey(ozSubKey& key, ozWideString& out, std::string& problem);
+ozStatus ozRegFormatKey(ozSubKey& key, ozWideString& out);

@@ -25,8 +25,7 @@ void TrimBlanks(ozWideString& text)
 
 bool ozRegFileReader::Fail(unsigned long line, std::string problem)
 {
-    m_line = line;
-    m_problem = std::move(problem);
+    m_failure = ozStatus::Error(std::move(problem), 0, static_cast<unsigned>(line));
     return false;
 }
 
@@ -91,14 +90,13 @@ bool ozRegFileReader::TakeWord(const char* word)
     return true;
 }
 
-bool ozRegFileReader::Read(const ozWideString& text, const Sink& sink)
+ozStatus ozRegFileReader::Read(const ozWideString& text, const Sink& sink)
 {
     m_text = &text;
     m_at = 0;
     m_currentLine = 1;
     m_inSection = false;
-    m_problem.clear();
-    m_line = 0;
+    m_failure = ozStatus::Ok();
     // Some writers pad a file with zero characters at its end; anywhere else one is an error.
     size_t end = text.size();
     while (end > 0 && text[end - 1] == 0)
@@ -107,8 +105,10 @@ bool ozRegFileReader::Read(const ozWideString& text, const Sink& sink)
     for (size_t at = 0; at < end; ++at) {
         if (text[at] == '\n' || (text[at] == '\r' && (at + 1 >= end || text[at + 1] != '\n')))
             ++line;
-        if (text[at] == 0)
-            return Fail(line, "the file holds a zero character");
+        if (text[at] == 0) {
+            Fail(line, "the file holds a zero character");
+            return m_failure;
+        }
     }
     ozWideString trimmed = text.substr(0, end);
     m_text = &trimmed;
@@ -133,7 +133,7 @@ bool ozRegFileReader::Read(const ozWideString& text, const Sink& sink)
         }
     }
     m_text = nullptr;
-    return read;
+    return read ? ozStatus::Ok() : m_failure;
 }
 
 bool ozRegFileReader::ReadHeader()
@@ -371,8 +371,7 @@ bool ozRegFileReader::FinishStatement(const char* what)
 
 bool ozRegFileReader::Deliver(const Sink& sink, const ozRegFileEntry& entry)
 {
-    std::string problem;
-    if (!sink(entry, problem))
-        return Fail(entry.line, problem);
+    if (ozStatus taken = sink(entry); !taken)
+        return Fail(entry.line, taken.Message());
     return true;
 }

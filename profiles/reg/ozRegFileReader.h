@@ -40,17 +40,14 @@ struct ozRegFileEntry {
 
 class ozRegFileReader {
 public:
-    // Receives each statement in file order; false stops the reading, with problem saying
-    // why (the reader adds the statement's line).
-    using Sink = std::function<bool(const ozRegFileEntry& entry, std::string& problem)>;
+    // Receives each statement in file order; a failure stops the reading (the reader places
+    // it at the statement's line).
+    using Sink = std::function<ozStatus(const ozRegFileEntry& entry)>;
 
     // Reads a decoded file. Hex data of types 1, 2 and 7 is UTF-16 in a version 5.00 file and
-    // narrow text in a REGEDIT4 file; either way the sink gets narrow text. False at the first
-    // malformed statement or refusal of the sink; Problem() then says what and Line() where.
-    bool Read(const ozWideString& text, const Sink& sink);
-
-    const std::string& Problem() const { return m_problem; }
-    unsigned long Line() const { return m_line; }
+    // narrow text in a REGEDIT4 file; either way the sink gets narrow text. Fails at the first
+    // malformed statement or refusal of the sink, saying what, placed at its line.
+    ozStatus Read(const ozWideString& text, const Sink& sink);
 
 private:
     bool Fail(unsigned long line, std::string problem);
@@ -80,6 +77,5 @@ private:
     bool m_inSection = false;
     unsigned int m_root = 0;
     std::string m_keyPath;
-    std::string m_problem;
-    unsigned long m_line = 0;
+    ozStatus m_failure;
 };

@@ -36,40 +36,31 @@ WCHAR LowerAscii(WCHAR c)
 
 }  // namespace
 
-bool ozRegDecodeFile(const std::string& bytes, ozWideString& text, tREGFILEENCODING& encoding,
-                     std::string& problem)
+ozStatus ozRegDecodeFile(const std::string& bytes, ozWideString& text, tREGFILEENCODING& encoding)
 {
     text.clear();
-    if (StartsWith(bytes, "\xFF\xFE\x00\x00", 4) || StartsWith(bytes, "\x00\x00\xFE\xFF", 4)) {
-        problem = "UTF-32 files are not read";
-        return false;
-    }
-    if (StartsWith(bytes, "\xFE\xFF", 2)) {
-        problem = "UTF-16 big-endian files are not read";
-        return false;
-    }
+    if (StartsWith(bytes, "\xFF\xFE\x00\x00", 4) || StartsWith(bytes, "\x00\x00\xFE\xFF", 4))
+        return ozStatus::Error("UTF-32 files are not read");
+    if (StartsWith(bytes, "\xFE\xFF", 2))
+        return ozStatus::Error("UTF-16 big-endian files are not read");
     if (StartsWith(bytes, "\xFF\xFE", 2)) {
         encoding = tREGFILEENCODING::Utf16;
-        if (bytes.size() % 2 != 0) {
-            problem = "the UTF-16 file ends in half a character";
-            return false;
-        }
+        if (bytes.size() % 2 != 0)
+            return ozStatus::Error("the UTF-16 file ends in half a character");
         text.reserve(bytes.size() / 2 - 1);
         for (size_t at = 2; at < bytes.size(); at += 2) {
             unsigned low = static_cast<unsigned char>(bytes[at]);
             unsigned high = static_cast<unsigned char>(bytes[at + 1]);
             text.push_back(static_cast<WCHAR>(low | high << 8));
         }
-        return true;
+        return ozStatus::Ok();
     }
     bool utf8 = StartsWith(bytes, "\xEF\xBB\xBF", 3);
     encoding = utf8 ? tREGFILEENCODING::Utf8 : tREGFILEENCODING::Narrow;
     size_t skip = utf8 ? 3 : 0;
-    if (!Decode(utf8 ? Utf8CodePage : CP_ACP, bytes.data() + skip, bytes.size() - skip, text)) {
-        problem = "the file's text cannot be converted";
-        return false;
-    }
-    return true;
+    if (!Decode(utf8 ? Utf8CodePage : CP_ACP, bytes.data() + skip, bytes.size() - skip, text))
+        return ozStatus::Error("the file's text cannot be converted");
+    return ozStatus::Ok();
 }
 
 std::string ozRegUtf16Bytes(const ozWideString& text)

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "platform/ozStatus.h"
 #include "platform/ozTextConversion.h"
 
 using ozWideString = std::basic_string<WCHAR>;
@@ -16,11 +17,10 @@ enum class tREGFILEENCODING {
     Narrow,  // no byte-order mark: the narrow encoding
 };
 
-// Decodes a whole file into text without the byte-order mark. False, with problem saying why,
-// for UTF-16 big-endian, a UTF-16 file of an odd length, a UTF-32 file, or bytes the narrow
-// encoding cannot convert.
-bool ozRegDecodeFile(const std::string& bytes, ozWideString& text, tREGFILEENCODING& encoding,
-                     std::string& problem);
+// Decodes a whole file into text without the byte-order mark. Fails, saying why, for UTF-16
+// big-endian, a UTF-16 file of an odd length, a UTF-32 file, or bytes the narrow encoding
+// cannot convert.
+ozStatus ozRegDecodeFile(const std::string& bytes, ozWideString& text, tREGFILEENCODING& encoding);
 // text as UTF-16LE bytes (no byte-order mark).
 std::string ozRegUtf16Bytes(const ozWideString& text);
 

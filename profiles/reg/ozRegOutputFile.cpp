@@ -1,42 +1,31 @@
 #include "ozRegOutputFile.h"
 
+#include <cerrno>
+
 ozRegOutputFile::~ozRegOutputFile()
 {
     Abandon();
 }
 
-bool ozRegOutputFile::Open(const std::string& path, std::string& problem)
+ozStatus ozRegOutputFile::Open(const std::string& path)
 {
     Abandon();
     m_path = path;
     m_file = std::make_unique<ozReplacementFile>(path);
-    std::string error;
-    if (!m_file->Open(error)) {
-        problem = path + ": " + error;
-        m_file.reset();
-        return false;
-    }
-    if (!m_file->Write("\xFF\xFE", error) ||
-        !Write(ozRegAscii("Windows Registry Editor Version 5.00\r\n\r\n"), problem)) {
-        problem = path + ": cannot write the file";
+    ozStatus status = m_file->Open();
+    if (status)
+        status = m_file->Write("\xFF\xFE" + ozRegUtf16Bytes(ozRegAscii(
+                                                "Windows Registry Editor Version 5.00\r\n\r\n")));
+    if (!status)
         Abandon();
-        return false;
-    }
-    return true;
+    return status.Prefixed(path + ": ");
 }
 
-bool ozRegOutputFile::Write(const ozWideString& text, std::string& problem)
+ozStatus ozRegOutputFile::Write(const ozWideString& text)
 {
-    if (!IsOpen()) {
-        problem = "no file is open for writing";
-        return false;
-    }
-    std::string error;
-    if (!m_file->Write(ozRegUtf16Bytes(text), error)) {
-        problem = m_path + ": " + error;
-        return false;
-    }
-    return true;
+    if (!IsOpen())
+        return ozStatus::Error("no file is open for writing", EBADF);
+    return m_file->Write(ozRegUtf16Bytes(text)).Prefixed(m_path + ": ");
 }
 
 void ozRegOutputFile::Abandon()

@@ -18,12 +18,13 @@ public:
     ozRegOutputFile& operator=(const ozRegOutputFile&) = delete;
 
     // Starts the file for target `path` with the byte-order mark and the version 5.00 header.
-    // False, with problem saying why, when the temporary file cannot be created or written.
-    bool Open(const std::string& path, std::string& problem);
+    // Fails, with the file's name and the system's reason and error number, when the temporary
+    // file cannot be created or written.
+    ozStatus Open(const std::string& path);
     bool IsOpen() const { return m_file != nullptr && m_file->IsOpen(); }
     const std::string& Path() const { return m_path; }
-    // Appends text as UTF-16LE.
-    bool Write(const ozWideString& text, std::string& problem);
+    // Appends text as UTF-16LE; fails as Open does, or when no file is open.
+    ozStatus Write(const ozWideString& text);
     // The file for committing together with the others of the save (ozReplacementFile's
     // CommitAll); null when none is open.
     ozReplacementFile* Replacement() { return IsOpen() ? m_file.get() : nullptr; }

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <new>
 
 #include "core/registry/ozSubKey.h"
 #include "ozRegFileReader.h"
@@ -39,6 +40,17 @@ bool ozRegREGImport::ImportMachineProfile(const char* file)
 
 bool ozRegREGImport::Import(const char* file)
 {
+    // Nothing may be thrown back across the library's interface.
+    try {
+        return ReadFile(file);
+    } catch (const std::bad_alloc&) {
+        ozRegReport(std::string(file != nullptr ? file : "") + ": out of memory");
+        return false;
+    }
+}
+
+bool ozRegREGImport::ReadFile(const char* file)
+{
     // No file named: the control reads the user profile first, also when only a machine
     // profile is to be read.
     if (file == nullptr || *file == '\0')
@@ -54,52 +66,44 @@ bool ozRegREGImport::Import(const char* file)
     }
     ozWideString text;
     tREGFILEENCODING encoding;
-    std::string problem;
-    if (!ozRegDecodeFile(bytes, text, encoding, problem)) {
-        ozRegReport(std::string(file) + ": " + problem);
+    if (ozStatus decoded = ozRegDecodeFile(bytes, text, encoding); !decoded) {
+        ozRegReport(std::string(file) + ": " + decoded.Message());
         return false;
     }
     ozRegFileReader reader;
-    bool read = reader.Read(text, [this](const ozRegFileEntry& entry, std::string& refusal) {
-        return Apply(entry, refusal);
-    });
+    ozStatus read = reader.Read(text, [this](const ozRegFileEntry& entry) { return Apply(entry); });
     if (!read)
-        ozRegReport(std::string(file) + ":" + std::to_string(reader.Line()) + ": " +
-                    reader.Problem());
-    return read;
+        ozRegReport(std::string(file) + ":" + std::to_string(read.Line()) + ": " + read.Message());
+    return read.IsOk();
 }
 
-bool ozRegREGImport::Apply(const ozRegFileEntry& entry, std::string& problem)
+ozStatus ozRegREGImport::Apply(const ozRegFileEntry& entry)
 {
     // The model keeps key paths in a buffer of fixed size; a longer path could not be
     // written back.
-    if (entry.keyPath.size() >= static_cast<size_t>(ozSubKey::KeyPathCapacity)) {
-        problem = "the key path is longer than " + std::to_string(ozSubKey::KeyPathCapacity - 1) +
-                  " bytes";
-        return false;
-    }
+    if (entry.keyPath.size() >= static_cast<size_t>(ozSubKey::KeyPathCapacity))
+        return ozStatus::Error("the key path is longer than " +
+                               std::to_string(ozSubKey::KeyPathCapacity - 1) + " bytes");
     ozSubKey* key = _CreateKey(entry.root, entry.keyPath.c_str());
-    if (key == nullptr) {
-        problem = "the key \"" + entry.keyPath + "\" cannot be created (a key name is too long)";
-        return false;
-    }
+    if (key == nullptr)
+        return ozStatus::Error("the key \"" + entry.keyPath +
+                               "\" cannot be created (a key name is too long)");
     if (entry.kind == ozRegFileEntry::Kind::Key) {
         key->Save(true);  // the section itself says the key is there, values or not
-        return true;
+        return ozStatus::Ok();
     }
     if (entry.kind == ozRegFileEntry::Kind::DeletedKey) {
         // The model's nearest operation: the key's values are to be erased.
         key->Op(KeyOpEraseValues);
-        return true;
+        return ozStatus::Ok();
     }
     ozRegValue* value = _CreateValue(entry.root, entry.keyPath.c_str(), entry.name.c_str(), RitR);
-    if (value == nullptr) {
-        problem = "the value \"" + entry.name + "\" cannot be created";
-        return false;
-    }
+    if (value == nullptr)
+        return ozStatus::Error("the value \"" + entry.name + "\" cannot be created");
     value->RIT(RitR);
+    std::string refused = "the value \"" + entry.name + "\" cannot be stored";
     if (entry.kind == ozRegFileEntry::Kind::DeletedValue)
-        return value->SetDelete();
+        return value->SetDelete() ? ozStatus::Ok() : ozStatus::Error(refused);
     value->Op(OpInsert);
     bool stored = false;
     switch (entry.form) {
@@ -120,7 +124,5 @@ bool ozRegREGImport::Apply(const ozRegFileEntry& entry, std::string& problem)
             break;
         }
     }
-    if (!stored)
-        problem = "the value \"" + entry.name + "\" cannot be stored";
-    return stored;
+    return stored ? ozStatus::Ok() : ozStatus::Error(refused);
 }

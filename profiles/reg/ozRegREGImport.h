@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/registry/ozRegImport.h"
+#include "platform/ozStatus.h"
 
 struct ozRegFileEntry;
 
@@ -24,6 +25,8 @@ public:
     bool ImportMachineProfile(const char* file) override;
 
 private:
+    // ReadFile, with running out of memory reported as a failure.
     bool Import(const char* file);
-    bool Apply(const ozRegFileEntry& entry, std::string& problem);
+    bool ReadFile(const char* file);
+    ozStatus Apply(const ozRegFileEntry& entry);
 };

@@ -12,6 +12,7 @@
 #include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozSubKey.h"
 #include "platform/ozRegistryApi.h"
+#include "platform/ozSystemMessage.h"
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
@@ -227,7 +228,7 @@ TEST_F(ControlTest, LoadOZRegMarksTheCurrentControl)
         << "the grammar stays while a control lives";
 }
 
-TEST_F(ControlTest, AddFromRegistryMarksTheProfileWhateverTheResult)
+TEST_F(ControlTest, AddFromRegistryMarksTheProfileAndNamesWhatCannotBeRead)
 {
     ozTestRegistry registry;
     registry.SetString("Imported\\Sub", "Name", "text");
@@ -248,8 +249,12 @@ TEST_F(ControlTest, AddFromRegistryMarksTheProfileWhateverTheResult)
     EXPECT_NE(sub->HasValue("Name"), nullptr);
 
     control.Code()->modified = 0;
+    control.AddString(98, "key %s, error %s: %s");
     EXPECT_FALSE(control.AddFromRegistry(1, (key + "\\Missing").c_str(), nullptr, false));
     EXPECT_TRUE(control.ShouldSave()) << "marked even when nothing could be read";
+    ASSERT_FALSE(ui.messages.empty());
+    EXPECT_EQ(ui.messages.back().text,
+              "key " + key + "\\Missing, error 2: " + ozSystemMessage(ERROR_FILE_NOT_FOUND));
 #if !defined(_WIN32)
     ozRegistryUseLocalMachine(nullptr, nullptr);
 #endif

@@ -150,6 +150,7 @@ TEST_F(ProfileBindingTest, LibraryThatCannotBeLoaded)
     EXPECT_EQ(Messages(), "94: " + missing + " | 94: " + missing);
     EXPECT_EQ(code.modified, 1u) << "a load that could not start leaves the flag";
     EXPECT_FALSE(binding.Save(nullptr, missing.c_str(), "u", "m")) << "no code object";
+    EXPECT_EQ(binding.Load(nullptr, missing.c_str(), "u", "m"), tPROFILELOAD::NoCodeObject);
     EXPECT_EQ(ui.messages.size(), 2u);
 }
 

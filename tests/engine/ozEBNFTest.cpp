@@ -24,6 +24,8 @@ int codeObject = 0;
 intptr_t currentCode = 0;
 intptr_t codeHandedIn = 0;
 int destroyed = 0;
+// The files the actions that read again name.
+std::string grammarFile, templateFile;
 
 }  // namespace
 
@@ -51,6 +53,16 @@ OZ_TEST_ACTION intptr_t RefuseSilently(intptr_t)
 OZ_TEST_ACTION intptr_t RunOutOfMemory(intptr_t)
 {
     throw std::bad_alloc();
+}
+
+OZ_TEST_ACTION intptr_t ReadTemplateAgain(intptr_t)
+{
+    return FileLoad(templateFile.c_str(), 1);
+}
+
+OZ_TEST_ACTION intptr_t ReadGrammarAgain(intptr_t)
+{
+    return EBNFLoad(grammarFile.c_str());
 }
 
 OZ_TEST_ACTION intptr_t SetCodeH(intptr_t code)
@@ -92,6 +104,8 @@ protected:
         destroyed = 0;
         messages = stringlist_create();
         error_set_string_list(messages);
+        grammarFile = grammar.Path();
+        templateFile = adm.Path();
     }
     void TearDown() override
     {
@@ -222,6 +236,24 @@ TEST_F(EngineTest, FailingActionGivesItsNumberDescriptionAndToken)
     EXPECT_EQ(std::string(ErrorMessage()), Where(1, 1) + "error 0: action RefuseSilently failed");
 }
 
+TEST_F(EngineTest, OutOfMemoryAndReadingWithinAReadHaveNumbersOfTheirOwn)
+{
+    struct Case {
+        const char* grammar;
+        const char* message;
+    } cases[] = {
+        {"start = WORD @RunOutOfMemory ;", ": error 1007: out of memory"},
+        {"start = WORD @ReadTemplateAgain ;", ":1:1: error 1008: a template is being read already"},
+        {"start = WORD @ReadGrammarAgain ;", ":1:1: error 1008: a template is being read already"},
+    };
+    for (const Case& each : cases) {
+        EXPECT_FALSE(Read(each.grammar, "a")) << each.grammar;
+        EXPECT_EQ(std::string(ErrorMessage()), adm.Path() + std::string(each.message));
+        EXPECT_EQ(EBNFGetCodeHandle(), &codeObject) << "the code object comes back";
+    }
+    EXPECT_TRUE(Read(AllTokens, "a")) << "the engine reads again after each: " << ErrorMessage();
+}
+
 TEST_F(EngineTest, MalformedGrammarsFailWithLineAndColumn)
 {
     struct Case {
@@ -308,8 +340,6 @@ TEST_F(EngineTest, CodeObjectIsLentAndTakenBack)
 
     EXPECT_FALSE(Read(AllTokens, "a \"b"));
     EXPECT_EQ(EBNFGetCodeHandle(), &codeObject) << "a failed load still hands the code back";
-    EXPECT_FALSE(Read("start = WORD @RunOutOfMemory ;", "a"));
-    EXPECT_EQ(EBNFGetCodeHandle(), &codeObject) << "also when memory runs out";
 }
 
 }  // namespace

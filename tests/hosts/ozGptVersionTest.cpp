@@ -31,16 +31,17 @@ TEST(GptVersion, RaisesTheVersionOfEachChangedProfile)
          "[Other]\nx=1\n[General]\nVersion=65536\n"},
     };
     for (const auto& c : cases) {
-        std::string bytes = c.before, error;
-        EXPECT_TRUE(ozRaiseGptVersion(bytes, c.machine, c.user, error)) << c.what;
+        std::string bytes = c.before;
+        EXPECT_TRUE(ozRaiseGptVersion(bytes, c.machine, c.user).IsOk()) << c.what;
         EXPECT_EQ(bytes, c.after) << c.what;
     }
     for (const char* bad :
          {"[General]\nVersion=\n", "[General]\nVersion=4294967296\n", "[General]\nVersion=1x\n"}) {
-        std::string bytes = bad, error;
-        EXPECT_FALSE(ozRaiseGptVersion(bytes, true, false, error)) << bad;
+        std::string bytes = bad;
+        ozStatus raised = ozRaiseGptVersion(bytes, true, false);
+        EXPECT_FALSE(raised.IsOk()) << bad;
         EXPECT_EQ(bytes, bad);
-        EXPECT_NE(error.find("Version"), std::string::npos);
+        EXPECT_NE(raised.Message().find("Version"), std::string::npos);
     }
 }
 

@@ -94,13 +94,12 @@ protected:
 
 TEST_F(StringsSectionTest, MissingFileAndSection)
 {
-    int error = 0;
-    EXPECT_FALSE(ozReadStringsSection((path + ".missing").c_str(), table, &error));
-    EXPECT_EQ(error, StringsErrorCannotOpen);
-    EXPECT_FALSE(ozReadStringsSection(nullptr, table, &error));
+    EXPECT_EQ(ozReadStringsSection((path + ".missing").c_str(), table).Code(),
+              StringsErrorCannotOpen);
+    EXPECT_EQ(ozReadStringsSection(nullptr, table).Code(), StringsErrorCannotOpen);
 
     Write("CLASS MACHINE\r\n");
-    EXPECT_TRUE(ozReadStringsSection(path.c_str(), table, &error));
+    EXPECT_TRUE(ozReadStringsSection(path.c_str(), table).IsOk());
     EXPECT_EQ(table.Count(), 0u);
 }
 

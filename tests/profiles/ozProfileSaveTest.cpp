@@ -57,7 +57,7 @@ TEST(ProfileSave, FailedSaveLeavesEveryFileAsItWas)
         const char* said;
         bool ozpCanWriteIt;
     } rows[] = {
-        {Trouble::MissingFolder, "cannot create", false},
+        {Trouble::MissingFolder, "No such file or directory", false},  // the system's text
         // The tests may run as the administrator, who could write the file all the same.
         {Trouble::ReadOnlyUserFile, "is read-only", false},
         {Trouble::UserFileIsFolder, "it is a folder", false},

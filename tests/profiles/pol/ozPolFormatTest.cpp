@@ -33,8 +33,8 @@ TEST(PolFormatTest, ReadsRecordsThatAreUnusualButWellFormed)
         {u"K", u"\u00E9\U0001D11E", 1, Utf16(u"]\0"s), 0},
     };
     std::vector<ozPolRecord> read;
-    ozPolError error;
-    ASSERT_TRUE(ozReadPolRecords(PolFile(written), read, error)) << error.what;
+    ozStatus status = ozReadPolRecords(PolFile(written), read);
+    ASSERT_TRUE(status.IsOk()) << status.Message();
     ASSERT_EQ(read.size(), written.size());
     for (std::size_t i = 0; i < read.size(); ++i) {
         EXPECT_EQ(read[i].key, written[i].key) << i;
@@ -82,10 +82,10 @@ TEST(PolFormatTest, RefusesMalformedFilesNamingTheOffset)
     };
     for (const auto& c : cases) {
         std::vector<ozPolRecord> records;
-        ozPolError error;
-        EXPECT_FALSE(ozReadPolRecords(c.bytes, records, error)) << c.what;
-        EXPECT_EQ(error.offset, c.offset) << c.what << ": " << error.what;
-        EXPECT_NE(error.what.find(c.message), std::string::npos) << c.what << ": " << error.what;
+        ozStatus status = ozReadPolRecords(c.bytes, records);
+        const std::string& said = status.Message();
+        EXPECT_EQ(said.rfind("byte " + std::to_string(c.offset) + ": ", 0), 0u) << c.what << said;
+        EXPECT_NE(said.find(c.message), std::string::npos) << c.what << ": " << said;
     }
 }
 

@@ -36,8 +36,8 @@ std::vector<std::string> Lines(const std::vector<ozPolRecord>& records)
 std::vector<std::string> RecordLines(const std::string& bytes)
 {
     std::vector<ozPolRecord> records;
-    ozPolError error;
-    EXPECT_TRUE(ozReadPolRecords(bytes, records, error)) << error.offset << ": " << error.what;
+    ozStatus status = ozReadPolRecords(bytes, records);
+    EXPECT_TRUE(status.IsOk()) << status.Message();
     return Lines(records);
 }
 
