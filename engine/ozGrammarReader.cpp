@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <unordered_map>
 
+#include "platform/ozAsciiCase.h"
+
 namespace {
 
 constexpr unsigned MaxNesting = 100;
@@ -320,9 +322,7 @@ private:
                                "quotes or semicolons, not a number)";
             return false;
         }
-        for (char& ch : text)
-            ch = static_cast<char>(toupper(static_cast<unsigned char>(ch)));
-        keyword = m_grammar.Keyword(text);
+        keyword = m_grammar.Keyword(ozAsciiUpperCased(text));
         return true;
     }
 

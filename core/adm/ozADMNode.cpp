@@ -3,10 +3,10 @@
 #include <cstring>
 #include <string>
 
-#include "core/registry/ozFoldedName.h"
 #include "core/tree/ozOwnedText.h"
 #include "ozADMChildIndex.h"
 #include "ozADMTree.h"
+#include "platform/ozAsciiCase.h"
 
 unsigned long ozADMNode::s_renameCount = 0;
 
@@ -160,7 +160,7 @@ ozADMNode* ozADMNode::FindAmong(ozTreeNode* first, const char* path)
         ozADMNode* found = nullptr;
         for (ozTreeNode* node = first; node != nullptr && found == nullptr; node = node->Next()) {
             auto* candidate = static_cast<ozADMNode*>(node);
-            if (ozSameName(candidate->Name(), component.c_str()))
+            if (ozAsciiSameIgnoringCase(candidate->Name(), component.c_str()))
                 found = candidate;
         }
         if (found == nullptr || end == nullptr || end[1] == '\0')

@@ -5,8 +5,8 @@
 #include <unordered_map>
 
 #include "core/tree/ozTree.h"
-#include "ozFoldedName.h"
 #include "ozSubKey.h"
+#include "platform/ozAsciiCase.h"
 
 char ozRegKey::m_vBuf[ozRegKey::MaxNameLength];
 
@@ -26,7 +26,7 @@ struct ozRegKey::ChildIndex {
         if (key->Type() == KeySub) {
             auto* subKey = static_cast<ozSubKey*>(key);
             if (subKey->Name() != nullptr)
-                byName.emplace(ozFoldedName(subKey->Name()), subKey);
+                byName.emplace(ozAsciiLowerCased(subKey->Name()), subKey);
         }
         lastChild = child;
     }
@@ -84,7 +84,7 @@ ozSubKey* AsSubKeyNamed(ozTreeNode* child, const char* name)
     if (key->Type() != KeySub)
         return nullptr;
     auto* subKey = static_cast<ozSubKey*>(key);
-    return ozSameName(subKey->Name(), name) ? subKey : nullptr;
+    return ozAsciiSameIgnoringCase(subKey->Name(), name) ? subKey : nullptr;
 }
 
 }  // namespace
@@ -108,7 +108,7 @@ ozSubKey* ozRegKey::FindChild(ozTreeNode** lastChild)
     }
     ChildIndex& index = UpToDateIndex();
     *lastChild = index.lastChild;
-    auto found = index.byName.find(ozFoldedName(m_vBuf));
+    auto found = index.byName.find(ozAsciiLowerCased(m_vBuf));
     return found != index.byName.end() ? found->second : nullptr;
 }
 

@@ -67,7 +67,7 @@ bool UnitsAre(const IniUnits& units, std::size_t from, std::size_t to, std::stri
             return false;
         ascii += static_cast<char>(units.At(i));
     }
-    return ozEqualsIgnoringCase(ascii, name);
+    return ozAsciiSameIgnoringCase(ascii, name);
 }
 
 std::size_t TrimStart(const IniUnits& units, std::size_t from, std::size_t to)
@@ -100,7 +100,7 @@ fs::path FindIgnoringCase(const fs::path& folder, const std::string& name)
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error))
-        if (ozEqualsIgnoringCase(entry->path().filename().string(), name))
+        if (ozAsciiSameIgnoringCase(entry->path().filename().string(), name))
             return entry->path();
     return folder / name;
 }

@@ -48,8 +48,8 @@ bool ReadRoot(const std::string& text, unsigned int& root)
 {
     static const char* const shortNames[] = {"HKCR", "HKCU", "HKLM", "HKU", "HKPD", "HKCC", "HKDD"};
     for (unsigned int number = 0; number < 7; ++number)
-        if (ozEqualsIgnoringCase(text, shortNames[number]) ||
-            ozEqualsIgnoringCase(text, ozRootName(number))) {
+        if (ozAsciiSameIgnoringCase(text, shortNames[number]) ||
+            ozAsciiSameIgnoringCase(text, ozRootName(number))) {
             root = number;
             return true;
         }

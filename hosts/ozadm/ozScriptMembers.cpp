@@ -323,7 +323,7 @@ const std::vector<ozScriptMember>& ozScriptMembers()
 const ozScriptMember* ozFindScriptMember(std::string_view name)
 {
     for (const ozScriptMember& member : ozScriptMembers())
-        if (ozEqualsIgnoringCase(member.name, name))
+        if (ozAsciiSameIgnoringCase(member.name, name))
             return &member;
     return nullptr;
 }

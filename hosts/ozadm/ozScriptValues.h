@@ -5,8 +5,7 @@
 #include <string>
 #include <string_view>
 
-// Whether a and b are equal when ASCII letters are compared without regard to case.
-bool ozEqualsIgnoringCase(std::string_view a, std::string_view b);
+#include "platform/ozAsciiCase.h"
 
 // TRUE or FALSE (in any case) or a whole number, nonzero meaning true.
 bool ozReadBool(const std::string& text, bool& value);

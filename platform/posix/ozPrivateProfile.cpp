@@ -2,6 +2,7 @@
 #include "platform/ozPrivateProfile.h"
 
 #include "ozUtf8.h"
+#include "platform/ozAsciiCase.h"
 
 #include <sys/stat.h>
 
@@ -36,20 +37,6 @@ template <class C>
 std::basic_string_view<C> UpToZero(std::basic_string_view<C> text)
 {
     return text.substr(0, std::min(text.size(), text.find(C(0))));
-}
-
-template <class C>
-C FoldAscii(C c)
-{
-    return c >= 'a' && c <= 'z' ? static_cast<C>(c - 'a' + 'A') : c;
-}
-
-template <class C>
-bool SameName(std::basic_string_view<C> a, std::basic_string_view<C> b)
-{
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](C x, C y) {
-               return FoldAscii(x) == FoldAscii(y);
-           });
 }
 
 // The file's text: its bytes (plain or UTF-8 with byte-order mark) or its UTF-16 code units.
@@ -274,14 +261,16 @@ DWORD GetPrivateProfileSectionA(const char* lpAppName, char* lpReturnedString, D
     if (file.wide) {
         std::u16string want = ozDecodeUtf8(lpAppName);
         SectionLines<char16_t> wideLines;
-        auto match = [&](std::u16string_view name) { return SameName<char16_t>(name, want); };
+        auto match = [&](std::u16string_view name) {
+            return ozAsciiSameIgnoringCase<char16_t>(name, want);
+        };
         if (!ReadSection<char16_t>(file.units, !file.empty, match, wideLines))
             return NotFound(lpReturnedString, nSize, true);
         for (size_t i = 0; i < wideLines.Count(); ++i)
             lines.Add(ozEncodeUtf8(wideLines[i]));
     } else {
         std::string_view want = lpAppName;
-        auto match = [&](std::string_view name) { return SameName(name, want); };
+        auto match = [&](std::string_view name) { return ozAsciiSameIgnoringCase(name, want); };
         if (!ReadSection<char>(file.bytes, !file.empty, match, lines))
             return NotFound(lpReturnedString, nSize, true);
     }
@@ -298,7 +287,7 @@ DWORD GetPrivateProfileSectionW(const WCHAR* lpAppName, WCHAR* lpReturnedString,
     if (!file.exists)
         return NotFound(lpReturnedString, nSize, file.fileNotFound);
     std::u16string_view want = lpAppName;
-    auto match = [&](std::u16string_view name) { return SameName(name, want); };
+    auto match = [&](std::u16string_view name) { return ozAsciiSameIgnoringCase(name, want); };
     SectionLines<char16_t> lines;
     lines.Reserve(file.wide ? file.units.size() : file.bytes.size());
     if (file.wide) {
