@@ -6,46 +6,12 @@
 #include <memory>
 
 #include "platform/ozTextConversion.h"
-
-namespace {
-
-struct FileCloser {
-    void operator()(FILE* file) const { fclose(file); }
-};
-
-bool ReadBytes(const char* file, std::string& bytes, std::string* error)
-{
-    std::unique_ptr<FILE, FileCloser> stream(fopen(file, "rb"));
-    if (!stream) {
-        *error = std::string("cannot open \"") + file + "\": " + strerror(errno);
-        return false;
-    }
-    // Read in one piece when the size is known (a regular file), else in chunks.
-    bytes.clear();
-    if (fseek(stream.get(), 0, SEEK_END) == 0) {
-        long size = ftell(stream.get());
-        if (size > 0 && fseek(stream.get(), 0, SEEK_SET) == 0) {
-            bytes.resize(static_cast<size_t>(size));
-            bytes.resize(fread(bytes.data(), 1, bytes.size(), stream.get()));
-        }
-    }
-    char chunk[65536];
-    size_t got;
-    while ((got = fread(chunk, 1, sizeof chunk, stream.get())) > 0)
-        bytes.append(chunk, got);
-    if (ferror(stream.get())) {
-        *error = std::string("cannot read \"") + file + "\"";
-        return false;
-    }
-    return true;
-}
-
-}  // namespace
+#include "platform/ozWholeFile.h"
 
 bool ozReadTemplateText(const char* file, std::string& text, std::string* error)
 {
     std::string bytes;
-    if (!ReadBytes(file, bytes, error))
+    if (!ozReadWholeFile(file, bytes, *error))
         return false;
     auto startsWith = [&](const char* mark) { return bytes.compare(0, strlen(mark), mark) == 0; };
     if (startsWith("\xFF\xFE")) {

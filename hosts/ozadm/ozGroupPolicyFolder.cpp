@@ -1,10 +1,12 @@
 #include "ozGroupPolicyFolder.h"
 
-#include <fstream>
-#include <sstream>
+#include <filesystem>
+#include <optional>
+#include <ostream>
 
 #include "ozScriptValues.h"
 #include "platform/ozReplacementFile.h"
+#include "platform/ozWholeFile.h"
 
 namespace fs = std::filesystem;
 
@@ -84,14 +86,13 @@ std::size_t TrimEnd(const IniUnits& units, std::size_t from, std::size_t to)
     return to;
 }
 
+// The file's bytes; none when it cannot be read.
 std::optional<std::string> ReadBytes(const fs::path& file)
 {
-    std::ifstream in(file, std::ios::binary);
-    if (!in)
+    std::string bytes, error;
+    if (!ozReadWholeFile(file.string().c_str(), bytes, error))
         return std::nullopt;
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
+    return bytes;
 }
 
 // The entry of `folder` named `name` without regard to case; folder/name when there is none.

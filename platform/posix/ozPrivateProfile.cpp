@@ -3,12 +3,12 @@
 
 #include "ozUtf8.h"
 #include "platform/ozAsciiCase.h"
+#include "platform/ozWholeFile.h"
 
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -63,16 +63,9 @@ FileText ReadFileText(const char* path)
         return file;
     }
     std::string data;
-    if (FILE* stream = fopen(path, "rb")) {
-        data.resize(static_cast<size_t>(info.st_size));
-        data.resize(fread(data.data(), 1, data.size(), stream));
-        char chunk[4096];  // in case the file grew since stat
-        for (size_t got; (got = fread(chunk, 1, sizeof chunk, stream)) > 0;)
-            data.append(chunk, got);
-        fclose(stream);
-    } else {
+    std::string unreadable;
+    if (!ozReadWholeFile(path, data, unreadable))
         return file;
-    }
     file.exists = true;
     file.empty = data.empty();
     auto starts = [&](std::string_view prefix) { return data.starts_with(prefix); };

@@ -4,9 +4,9 @@
 #include <exception>
 
 #include "core/registry/ozSubKey.h"
-#include "ozPolFile.h"
 #include "ozPolFormat.h"
 #include "ozPolMapping.h"
+#include "platform/ozWholeFile.h"
 
 namespace {
 
@@ -73,14 +73,9 @@ bool ozPolImport::Import(const char* file, unsigned int root)
     try {
         std::string bytes;
         std::string readError;
-        switch (ozPolReadFile(file, bytes, readError)) {
-            case tPOLREAD::Missing:
-                return true;
-            case tPOLREAD::Failed:
-                return Fail(readError);
-            case tPOLREAD::Read:
-                break;
-        }
+        bool missing = false;
+        if (!ozReadWholeFile(file, bytes, readError, &missing))
+            return missing || Fail(readError);
         if (bytes.empty())
             return true;
 
