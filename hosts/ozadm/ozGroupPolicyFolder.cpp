@@ -4,7 +4,7 @@
 #include <optional>
 #include <ostream>
 
-#include "ozScriptValues.h"
+#include "platform/ozAsciiCase.h"
 #include "platform/ozReplacementFile.h"
 #include "platform/ozWholeFile.h"
 

@@ -1,6 +1,6 @@
 #include "ozHostOptions.h"
 
-#include "ozScriptValues.h"
+#include "platform/ozAsciiCase.h"
 
 const std::string& ozOptionValue(const std::vector<std::string>& args, std::size_t& i)
 {

@@ -5,11 +5,12 @@
 #include <iostream>
 
 #include "control/CADMCtrl.h"
+#include "control/ozParameterText.h"
 #include "ozCommandSupport.h"
 #include "ozCommands.h"
 #include "ozHostSession.h"
-#include "ozScriptValues.h"
 #include "ozTreeText.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 

@@ -1,7 +1,9 @@
-#include "ozScriptValues.h"
+#include "ozParameterText.h"
 
 #include <cerrno>
 #include <cstdlib>
+
+#include "platform/ozAsciiCase.h"
 
 bool ozReadBool(const std::string& text, bool& value)
 {

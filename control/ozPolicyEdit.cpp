@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "CADMCtrl.h"
 #include "core/adm/ozADMCheckBox.h"
 #include "core/adm/ozADMComboBox.h"
 #include "core/adm/ozADMDropdownList.h"
@@ -11,7 +12,8 @@
 #include "core/adm/ozADMListItem.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/tTreeCodeHandle.h"
-#include "ozScriptValues.h"
+#include "ozParameterText.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -276,4 +278,24 @@ std::string ozPartValueText(const ozADMCtrl& part)
         default:
             return "";
     }
+}
+
+void ozMarkDocumentEdited(CADMCtrl& control)
+{
+    if (control.Code() != nullptr)
+        control.Code()->modified = 1;
+}
+
+void ozEditPolicyState(CADMCtrl& control, ozADMPolicy& policy, tPOLICYSTATE state)
+{
+    policy.State(state);
+    ozMarkDocumentEdited(control);
+}
+
+bool ozEditPartValue(CADMCtrl& control, ozADMCtrl& part, const std::string& text, std::string& why)
+{
+    if (!ozSetPartValue(part, text, why))
+        return false;
+    ozMarkDocumentEdited(control);
+    return true;
 }

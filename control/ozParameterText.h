@@ -1,11 +1,8 @@
-// Reading argument texts as the control's parameter types, for script lines and command
-// options alike. Each reader is strict: the whole text must be read, otherwise false.
+// Reading texts as the control's parameter types: for the views' fields, script lines and
+// command options alike. Each reader is strict: the whole text must be read, otherwise false.
 #pragma once
 
 #include <string>
-#include <string_view>
-
-#include "platform/ozAsciiCase.h"
 
 // TRUE or FALSE (in any case) or a whole number, nonzero meaning true.
 bool ozReadBool(const std::string& text, bool& value);
