@@ -16,7 +16,12 @@ namespace {
 
 bool SameWord(std::string_view word, std::string_view upperCased)
 {
-    return ozAsciiUpperCased(word) == upperCased;
+    if (word.size() != upperCased.size())
+        return false;
+    for (size_t i = 0; i < word.size(); ++i)
+        if (ozAsciiUpper(word[i]) != upperCased[i])
+            return false;
+    return true;
 }
 
 }  // namespace
