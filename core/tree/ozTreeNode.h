@@ -77,13 +77,13 @@ public:
     // Unlinks this node from its siblings and parent; its children stay attached. Always true.
     bool Isolate();
 
-    // A count kept on the node itself. It changes when the node is moved (isolated, or put
-    // below another by AddAbove), when its children change other than by appending after
-    // the last one (a child inserted before the last, replaced, isolated or destroyed), and on
-    // ChildrenChanged. What is remembered about a node's place (its parent) or its children
-    // (an index of their names) is trusted while the count is the one it was remembered at.
-    // It lives in the tree, so every module sharing the tree (the control, the loader, each
-    // profile library) sees the same count.
+    // A count kept on the node itself. It changes when the node is linked in or moved
+    // (isolated, or put below another by AddAbove), when its children change other than by
+    // appending after the last one (a child inserted before the last, replaced, isolated or
+    // destroyed), and on ChildrenChanged. What is remembered about a node's place (its parent) or
+    // its children (an index of their names) is trusted while the count is the one it was
+    // remembered at. It lives in the tree, so every module sharing the tree (the control, the
+    // loader, each profile library) sees the same count.
     unsigned long Generation() const { return m_generation; }
     // Tells whoever remembers this node's children that one changed in a way the links do
     // not show (it was renamed).
@@ -91,7 +91,7 @@ public:
 
 private:
     // Counts a change among the children of the parent of a node that is about to be
-    // relinked; the walk to the parent is paid only by relinks in the middle of a sibling list.
+    // relinked. Finding the parent walks back over earlier siblings; appends never need it.
     static void CountChildChange(const ozTreeNode* child);
 
     ozTreeNode* m_next = nullptr;
