@@ -4,6 +4,13 @@
 // Message boxes go through the host user interface, with texts from the host message list
 // (AddString) and the application name as caption. The Windows control wraps this class in
 // COM; the command-line host drives it directly.
+//
+// Threading: apartment-threaded. A control, its code object and the trees in it are used only
+// from the thread that created the control, and nothing in them is synchronised: the caches
+// of their lookups live on the trees' nodes, which the profile libraries reach through the
+// code object on that same thread. The controls of a process also share the unguarded
+// per-process state of ozApplication, so a host keeps all of them on one thread, its
+// user-interface thread. The Windows control registers itself so (ThreadingModel Apartment).
 #pragma once
 
 #include <cstdint>

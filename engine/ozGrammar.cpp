@@ -1,13 +1,14 @@
 #include "ozGrammar.h"
 
-#include <cctype>
 #include <functional>
+
+#include "platform/ozAsciiCase.h"
 
 uint32_t ozKeywordHash(std::string_view word)
 {
     uint32_t hash = 2166136261u;
     for (unsigned char c : word)
-        hash = (hash ^ static_cast<unsigned char>(toupper(c))) * 16777619u;
+        hash = (hash ^ ozAsciiUpper(c)) * 16777619u;
     return hash;
 }
 
@@ -18,8 +19,7 @@ bool SameWord(std::string_view word, std::string_view upperCased)
     if (word.size() != upperCased.size())
         return false;
     for (size_t i = 0; i < word.size(); ++i)
-        if (toupper(static_cast<unsigned char>(word[i])) !=
-            static_cast<unsigned char>(upperCased[i]))
+        if (ozAsciiUpper(word[i]) != upperCased[i])
             return false;
     return true;
 }

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <unordered_map>
 
+#include "platform/ozAsciiCase.h"
+
 namespace {
 
 constexpr unsigned MaxNesting = 100;
@@ -314,9 +316,7 @@ private:
                           "keyword \"" + text +
                               "\" cannot be written as one word of a template (no blanks, "
                               "quotes or semicolons, not a number)");
-        for (char& ch : text)
-            ch = static_cast<char>(toupper(static_cast<unsigned char>(ch)));
-        keyword = m_grammar.Keyword(text);
+        keyword = m_grammar.Keyword(ozAsciiUpperCased(text));
         return true;
     }
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "ozEBNF.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -51,7 +52,7 @@ bool SameWordIgnoringCase(std::string_view word, const char* lower)
 {
     size_t i = 0;
     for (; i < word.size() && lower[i] != '\0'; ++i)
-        if (tolower(static_cast<unsigned char>(word[i])) != lower[i])
+        if (ozAsciiLower(word[i]) != lower[i])
             return false;
     return i == word.size() && lower[i] == '\0';
 }

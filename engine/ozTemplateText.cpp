@@ -6,47 +6,12 @@
 #include <memory>
 
 #include "platform/ozTextConversion.h"
-
-namespace {
-
-struct FileCloser {
-    void operator()(FILE* file) const { fclose(file); }
-};
-
-ozStatus ReadBytes(const char* file, std::string& bytes)
-{
-    std::unique_ptr<FILE, FileCloser> stream(fopen(file, "rb"));
-    if (!stream) {
-        int number = errno;
-        return ozStatus::Error(std::string("cannot open \"") + file + "\": " + strerror(number),
-                               number);
-    }
-    // Read in one piece when the size is known (a regular file), else in chunks.
-    bytes.clear();
-    if (fseek(stream.get(), 0, SEEK_END) == 0) {
-        long size = ftell(stream.get());
-        if (size > 0 && fseek(stream.get(), 0, SEEK_SET) == 0) {
-            bytes.resize(static_cast<size_t>(size));
-            bytes.resize(fread(bytes.data(), 1, bytes.size(), stream.get()));
-        }
-    }
-    char chunk[65536];
-    size_t got;
-    while ((got = fread(chunk, 1, sizeof chunk, stream.get())) > 0)
-        bytes.append(chunk, got);
-    if (ferror(stream.get())) {
-        int number = errno;
-        return ozStatus::Error(std::string("cannot read \"") + file + "\"", number);
-    }
-    return ozStatus::Ok();
-}
-
-}  // namespace
+#include "platform/ozWholeFile.h"
 
 ozStatus ozReadTemplateText(const char* file, std::string& text)
 {
     std::string bytes;
-    if (ozStatus read = ReadBytes(file, bytes); !read)
+    if (ozStatus read = ozReadWholeFile(file, bytes); !read)
         return read;
     auto startsWith = [&](const char* mark) { return bytes.compare(0, strlen(mark), mark) == 0; };
     if (startsWith("\xFF\xFE")) {

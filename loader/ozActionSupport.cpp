@@ -38,14 +38,6 @@ bool ozTokenNumber(intptr_t argument, unsigned long* number)
     return true;
 }
 
-void ozUpperCaseAscii(char* text)
-{
-    for (; *text != '\0'; ++text) {
-        if (*text >= 'a' && *text <= 'z')
-            *text = static_cast<char>(*text - 'a' + 'A');
-    }
-}
-
 std::unique_ptr<char[]> ozFetchString()
 {
     std::unique_ptr<ozArgument> argument = Fetch(ArgumentString);

@@ -39,8 +39,6 @@ inline ozEBNFToken* ozTokenOf(intptr_t argument)
 }
 // The number of a number token; false, with 1118 reported, for any other token.
 bool ozTokenNumber(intptr_t argument, unsigned long* number);
-// Upper-cases the ASCII letters of text in place, as [strings] names are.
-void ozUpperCaseAscii(char* text);
 
 // Fetch the argument on top of the argument stack as the kind named: null, having reported
 // 1134 described by the kind's name and freed the argument, when it is of another kind; null

@@ -7,6 +7,7 @@
 #include "ozActionSupport.h"
 #include "ozGrammarActions.h"
 #include "ozLoadContext.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -128,7 +129,7 @@ intptr_t SaveStringFromName(intptr_t token)
         if (reference == nullptr || reference->type != EBNFTokenReference)
             return ozFail(LoadErrorUnknownString);
         char* name = ozEBNFTokenText(reference);
-        ozUpperCaseAscii(name);
+        ozAsciiUpperCase(name);
         const ozStringTable* strings = ozLoadContext::Instance().Strings();
         const char* text = strings != nullptr ? strings->Find(name) : nullptr;
         if (text == nullptr)  // named, so that the message says which string is missing

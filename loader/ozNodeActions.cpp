@@ -10,6 +10,7 @@
 #include "ozActionSupport.h"
 #include "ozGrammarActions.h"
 #include "ozLoadContext.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -127,7 +128,7 @@ intptr_t BeginClass(intptr_t token)
         if (classToken == nullptr || classToken->morph == nullptr || tree == nullptr)
             return ozFail(LoadErrorCreateClass);
         std::unique_ptr<char[]> name = ozCopyText(classToken->morph);
-        ozUpperCaseAscii(name.get());
+        ozAsciiUpperCase(name.get());
         auto root = std::make_unique<ozADMRoot>();
         root->RootType(name.get());
         root->Name(name.get());

@@ -5,6 +5,8 @@
 #include <new>
 #include <string_view>
 
+#include "platform/ozAsciiCase.h"
+
 namespace {
 
 size_t HashOf(const char* name)
@@ -91,10 +93,8 @@ bool ozStringTable::AddSection(const char* lines)
         Reserve(m_entries.size() + lineCount);
         for (const char* line = lines; *line != '\0'; line += std::strlen(line) + 1) {
             const char* equals = std::strchr(line, '=');
-            std::string name = equals != nullptr ? std::string(line, equals) : std::string(line);
-            for (char& c : name)
-                if (c >= 'a' && c <= 'z')
-                    c = static_cast<char>(c - 'a' + 'A');
+            std::string name = ozAsciiUpperCased(equals != nullptr ? std::string_view(line, equals)
+                                                                   : std::string_view(line));
             std::string value = equals != nullptr ? std::string(equals + 1) : std::string();
             if (!value.empty() && value.back() == '\\') {
                 value.pop_back();

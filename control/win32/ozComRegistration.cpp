@@ -81,6 +81,8 @@ bool WriteClassKeys(const ozClassEntry& entry, const std::wstring& modulePath)
 {
     std::wstring clsid = GuidText(*entry.clsid);
     std::wstring key = L"CLSID\\" + clsid;
+    // Apartment-threaded: COM calls a control only from the thread that created it, which is
+    // what the control and its trees need, for nothing in them is synchronised (CADMCtrl.h).
     bool written =
         SetText(key, nullptr, entry.name) &&
         SetText(key + L"\\InprocServer32", nullptr, modulePath) &&

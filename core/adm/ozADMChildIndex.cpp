@@ -38,19 +38,16 @@ ozTreeNode* ozADMChildIndex::LastChild(const ozTreeNode& parent)
 
 void ozADMChildIndex::Refresh(const ozTreeNode& parent)
 {
-    unsigned long relinks = ozTreeNode::RelinkCount();
-    unsigned long renames = ozADMNode::RenameCount();
-    if (!m_built || m_relinkCount != relinks || m_renameCount != renames) {
+    if (!m_built || m_parentGeneration != parent.Generation()) {
         m_slots.clear();
         m_named = 0;
         m_firstNameless = {nullptr, 0};
         m_last = nullptr;
         m_count = 0;
         m_built = true;
-        m_relinkCount = relinks;
-        m_renameCount = renames;
+        m_parentGeneration = parent.Generation();
     }
-    // Without relinks, children only ever get appended after the last one known.
+    // While the generation holds, children only ever get appended after the last one known.
     ozTreeNode* next = m_last != nullptr ? m_last->Next() : parent.Down();
     for (; next != nullptr; next = next->Next())
         Take(static_cast<ozADMNode*>(next));

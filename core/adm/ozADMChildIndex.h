@@ -10,9 +10,9 @@ class ozADMNode;
 class ozTreeNode;
 
 // Owned by the parent node it indexes; it holds pointers to the parent's children and views of
-// their names, owning neither. Built on first use and trusted while no link of any tree was
-// changed other than by appending (ozTreeNode::RelinkCount) and no linked node was renamed
-// (ozADMNode::RenameCount); otherwise built again. Children appended after the last child it
+// their names, owning neither. Built on first use and trusted while the parent's generation is
+// the one it was built at (no child was inserted before the last, removed or renamed, see
+// ozTreeNode::Generation); otherwise built again. Children appended after the last child it
 // knows are taken in on the next lookup, whoever appended them.
 class ozADMChildIndex {
 public:
@@ -49,6 +49,5 @@ private:
     ozTreeNode* m_last = nullptr;
     size_t m_count = 0;
     bool m_built = false;
-    unsigned long m_relinkCount = 0;
-    unsigned long m_renameCount = 0;
+    unsigned long m_parentGeneration = 0;
 };

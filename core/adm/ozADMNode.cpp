@@ -3,12 +3,10 @@
 #include <cstring>
 #include <string>
 
-#include "core/registry/ozFoldedName.h"
 #include "core/tree/ozOwnedText.h"
 #include "ozADMChildIndex.h"
 #include "ozADMTree.h"
-
-unsigned long ozADMNode::s_renameCount = 0;
+#include "platform/ozAsciiCase.h"
 
 ozADMNode::~ozADMNode() = default;
 
@@ -29,11 +27,12 @@ bool ozADMNode::SetDefault()
 
 void ozADMNode::Name(const char* name)
 {
+    m_name = ozCopyText(name);
     // A free node is named before it is linked in; only renaming a linked one can make an
     // index of its siblings' names stale.
-    if (Prev() != nullptr || Next() != nullptr || ParentLink() != nullptr)
-        ++s_renameCount;
-    m_name = ozCopyText(name);
+    if (Prev() != nullptr || ParentLink() != nullptr)
+        if (ozTreeNode* parent = CachedUp())
+            parent->ChildrenChanged();
 }
 
 const char* ozADMNode::Name() const
@@ -69,9 +68,9 @@ ozTreeNode* ozADMNode::CachedUp() const
 {
     // The sparse parent link makes Up() walk back over all earlier siblings. Walking back
     // stops instead at the first sibling that already knows the parent, so visiting siblings
-    // in order costs constant time each. Nothing but a relink changes a parent.
-    unsigned long relinks = ozTreeNode::RelinkCount();
-    if (m_cachedParent != nullptr && m_cachedParentRelinkCount == relinks)
+    // in order costs constant time each. A parent changes only when the node is moved,
+    // which changes the node's generation.
+    if (m_cachedParent != nullptr && m_cachedParentGeneration == Generation())
         return m_cachedParent;
     ozTreeNode* parent = nullptr;
     for (const ozTreeNode* node = this; node != nullptr; node = node->Prev()) {
@@ -81,14 +80,14 @@ ozTreeNode* ozADMNode::CachedUp() const
         }
         auto* sibling = static_cast<const ozADMNode*>(node);
         if (sibling != this && sibling->m_cachedParent != nullptr &&
-            sibling->m_cachedParentRelinkCount == relinks) {
+            sibling->m_cachedParentGeneration == sibling->Generation()) {
             parent = sibling->m_cachedParent;
             break;
         }
     }
     if (parent != nullptr) {
         m_cachedParent = parent;
-        m_cachedParentRelinkCount = relinks;
+        m_cachedParentGeneration = Generation();
     }
     return parent;
 }
@@ -160,7 +159,7 @@ ozADMNode* ozADMNode::FindAmong(ozTreeNode* first, const char* path)
         ozADMNode* found = nullptr;
         for (ozTreeNode* node = first; node != nullptr && found == nullptr; node = node->Next()) {
             auto* candidate = static_cast<ozADMNode*>(node);
-            if (ozSameName(candidate->Name(), component.c_str()))
+            if (ozAsciiSameIgnoringCase(candidate->Name(), component.c_str()))
                 found = candidate;
         }
         if (found == nullptr || end == nullptr || end[1] == '\0')

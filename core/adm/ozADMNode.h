@@ -30,8 +30,8 @@ public:
     virtual bool SaveToRegistry();
     virtual bool Sync();
     virtual bool SetDefault();
-    // Keeps a copy of name (null clears it). Renaming a node that is linked into a tree counts
-    // in RenameCount().
+    // Keeps a copy of name (null clears it). Renaming a node that is linked into a tree
+    // changes its parent's generation, so that indexes of the parent's children rebuild.
     virtual void Name(const char* name);
     virtual const char* Name() const;
     // A display state kept for the views.
@@ -64,14 +64,10 @@ public:
     ozADMNode* FirstChildNamedOrNameless(const char* name);
     ozTreeNode* LastChild();
 
-    // The parent (the tree for a top-level node; null for a free node), remembered until the
-    // next relink of the tree, so that climbing from the children of a node in turn costs
-    // constant time each.
+    // The parent (the tree for a top-level node; null for a free node), remembered while the
+    // node's generation is unchanged, so that climbing from the children of a node in turn
+    // costs constant time each.
     ozTreeNode* CachedUp() const;
-
-    // A process-wide count of renames of nodes linked into a tree; name indexes over children
-    // compare it with the count they were built at.
-    static unsigned long RenameCount() { return s_renameCount; }
 
 protected:
     // The parent node, or null for a node whose parent is the tree (or that has none).
@@ -84,8 +80,6 @@ private:
     mutable ozRegTree* m_registryTree = nullptr;
     mutable HKEY m_rootKey = HKEY_CLASSES_ROOT;  // not yet resolved
     mutable ozTreeNode* m_cachedParent = nullptr;
-    mutable unsigned long m_cachedParentRelinkCount = 0;
+    mutable unsigned long m_cachedParentGeneration = 0;
     std::unique_ptr<ozADMChildIndex> m_childIndex;  // null until first asked for
-
-    static unsigned long s_renameCount;
 };

@@ -5,20 +5,19 @@
 #include <unordered_map>
 
 #include "core/tree/ozTree.h"
-#include "ozFoldedName.h"
 #include "ozSubKey.h"
+#include "platform/ozAsciiCase.h"
 
 char ozRegKey::m_vBuf[ozRegKey::MaxNameLength];
 
 // The sub keys by folded name (the first in child order for each name) and what the index
-// was built from. It is trusted while no relink and no rename happened since it was built;
+// was built from. It is trusted while the key's generation is the one it was built at;
 // children appended at the end since then are caught up from the last indexed child.
 struct ozRegKey::ChildIndex {
     std::unordered_map<std::string, ozSubKey*> byName;
     ozTreeNode* firstChild = nullptr;
     ozTreeNode* lastChild = nullptr;
-    unsigned long relinkCount = 0;
-    unsigned long renameCount = 0;
+    unsigned long keyGeneration = 0;
 
     void Add(ozTreeNode* child)
     {
@@ -26,7 +25,7 @@ struct ozRegKey::ChildIndex {
         if (key->Type() == KeySub) {
             auto* subKey = static_cast<ozSubKey*>(key);
             if (subKey->Name() != nullptr)
-                byName.emplace(ozFoldedName(subKey->Name()), subKey);
+                byName.emplace(ozAsciiLowerCased(subKey->Name()), subKey);
         }
         lastChild = child;
     }
@@ -59,14 +58,11 @@ const char* ozRegKey::_CutName(const char* path)
 
 ozRegKey::ChildIndex& ozRegKey::UpToDateIndex()
 {
-    bool trusted = m_childIndex != nullptr &&
-                   m_childIndex->relinkCount == ozTreeNode::RelinkCount() &&
-                   m_childIndex->renameCount == s_renameCount &&
+    bool trusted = m_childIndex != nullptr && m_childIndex->keyGeneration == Generation() &&
                    (m_childIndex->lastChild == nullptr || m_childIndex->firstChild == Down());
     if (!trusted) {
         m_childIndex = std::make_unique<ChildIndex>();
-        m_childIndex->relinkCount = ozTreeNode::RelinkCount();
-        m_childIndex->renameCount = s_renameCount;
+        m_childIndex->keyGeneration = Generation();
     }
     ChildIndex& index = *m_childIndex;
     ozTreeNode* unindexed = index.lastChild != nullptr ? index.lastChild->Next() : Down();
@@ -84,7 +80,7 @@ ozSubKey* AsSubKeyNamed(ozTreeNode* child, const char* name)
     if (key->Type() != KeySub)
         return nullptr;
     auto* subKey = static_cast<ozSubKey*>(key);
-    return ozSameName(subKey->Name(), name) ? subKey : nullptr;
+    return ozAsciiSameIgnoringCase(subKey->Name(), name) ? subKey : nullptr;
 }
 
 }  // namespace
@@ -108,19 +104,25 @@ ozSubKey* ozRegKey::FindChild(ozTreeNode** lastChild)
     }
     ChildIndex& index = UpToDateIndex();
     *lastChild = index.lastChild;
-    auto found = index.byName.find(ozFoldedName(m_vBuf));
+    auto found = index.byName.find(ozAsciiLowerCased(m_vBuf));
     return found != index.byName.end() ? found->second : nullptr;
 }
 
 ozTreeNode* ozRegKey::CachedUp()
 {
-    // A key gets another parent only through a relink, so a parent found once stays valid
-    // until the next one. No parent is not cached: appending a free key relinks nothing.
-    if (m_cachedParent == nullptr || m_cachedParentRelinkCount != ozTreeNode::RelinkCount()) {
+    // A key gets another parent only by being moved, which changes its generation, so a
+    // parent found once stays valid until then. No parent is not cached.
+    if (m_cachedParent == nullptr || m_cachedParentGeneration != Generation()) {
         m_cachedParent = Up();
-        m_cachedParentRelinkCount = ozTreeNode::RelinkCount();
+        m_cachedParentGeneration = Generation();
     }
     return m_cachedParent;
+}
+
+void ozRegKey::_KeyRenamed()
+{
+    if (ozTreeNode* parent = CachedUp())
+        parent->ChildrenChanged();
 }
 
 ozTree* ozRegKey::Tree()
@@ -150,9 +152,9 @@ ozSubKey* ozRegKey::FindOrAddChild(unsigned int root, bool create)
     if (!tree->AppendChild(this, lastChild, created.get()))
         return nullptr;
     child = created.release();
-    // Appending at the end relinks nothing, so the index and the parent stay trusted.
+    // Appending at the end leaves this key's generation, so the index stays trusted.
     child->m_cachedParent = this;
-    child->m_cachedParentRelinkCount = ozTreeNode::RelinkCount();
+    child->m_cachedParentGeneration = child->Generation();
     if (m_childIndex != nullptr) {
         m_childIndex->Add(child);
         m_childIndex->firstChild = Down();

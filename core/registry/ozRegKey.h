@@ -24,7 +24,7 @@ enum tOPKEY : int {
 //
 // Lookups are indexed, so finding or creating N siblings costs O(N) overall. The index is
 // kept up to date for keys created here; a key linked in or moved by other tree operations,
-// or renamed, is noticed and the index rebuilt on the next lookup.
+// or renamed, changes this key's generation and the index is rebuilt on the next lookup.
 class ozRegKey : public ozRegItem {
 public:
     // The longest path component a lookup accepts, terminator included.
@@ -51,10 +51,10 @@ public:
     static char m_vBuf[MaxNameLength];
 
 protected:
-    // Tells every key that some key was renamed, so that their indexes rebuild.
-    static void _KeyRenamed() { ++s_renameCount; }
-    // Up(), remembered until the next relink, so that deep or wide trees are climbed in
-    // constant time per level.
+    // Tells this key's parent that it was renamed, so that the parent's index rebuilds.
+    void _KeyRenamed();
+    // Up(), remembered while this key's generation is unchanged (ozTreeNode::Generation), so
+    // that deep or wide trees are climbed in constant time per level.
     ozTreeNode* CachedUp();
     // The tree this key is in; null for a key in no tree.
     ozTree* Tree();
@@ -77,7 +77,5 @@ private:
     bool m_isOpen = false;
     std::unique_ptr<ChildIndex> m_childIndex;
     ozTreeNode* m_cachedParent = nullptr;
-    unsigned long m_cachedParentRelinkCount = 0;
-
-    static inline unsigned long s_renameCount = 0;
+    unsigned long m_cachedParentGeneration = 0;
 };

@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "ozFoldedName.h"
 #include "ozRegExport.h"
 #include "ozRegValue.h"
 #include "ozRootKey.h"
 #include "ozSubKey.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -118,7 +118,7 @@ bool ozRegTree::AddFromRegistry(HKEY root, const char* key, const char* value, b
             return recursive ? AddFromRegistry(opened, root, key) : true;
         }
         for (auto it = opened.BeginValueIteration(); it != opened.EndValueIteration(); ++it) {
-            if (ozSameName(it->Name().c_str(), value)) {
+            if (ozAsciiSameIgnoringCase(it->Name().c_str(), value)) {
                 CheckName(key, "value", it->Name());
                 CRegistryKey::Value found = *it;
                 return AddValueFromReg(modelKey, found);

@@ -4,9 +4,9 @@
 #include <unordered_map>
 
 #include "core/tree/ozOwnedText.h"
-#include "ozFoldedName.h"
 #include "ozRegValue.h"
 #include "ozVariableMarkers.h"
+#include "platform/ozAsciiCase.h"
 
 // The values by folded name (the first in insertion order for each name). Values are added
 // and removed only through this key; a removal or a rename makes the index rebuild.
@@ -169,7 +169,7 @@ ozSubKey::ValueIndex& ozSubKey::UpToDateValueIndex()
     for (; index.indexedCount < m_values.Count(); ++index.indexedCount) {
         ozRegValue* value = m_values.At(index.indexedCount);
         if (value->Name() != nullptr)
-            index.byName.emplace(ozFoldedName(value->Name()), value);
+            index.byName.emplace(ozAsciiLowerCased(value->Name()), value);
     }
     return index;
 }
@@ -186,13 +186,13 @@ ozRegValue* ozSubKey::HasValue(const char* name)
     if (m_valueIndex == nullptr && m_values.Count() <= IndexThreshold) {
         // A few values are searched directly; the index pays off only beyond that.
         for (int position = 0; position < m_values.Count(); ++position) {
-            if (ozSameName(m_values.At(position)->Name(), name))
+            if (ozAsciiSameIgnoringCase(m_values.At(position)->Name(), name))
                 return m_values.At(position);
         }
         return nullptr;
     }
     ValueIndex& index = UpToDateValueIndex();
-    auto found = index.byName.find(ozFoldedName(name));
+    auto found = index.byName.find(ozAsciiLowerCased(name));
     return found != index.byName.end() ? found->second : nullptr;
 }
 

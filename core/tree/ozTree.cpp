@@ -98,7 +98,7 @@ bool ozTree::AddBelowAsLast(ozTreeNode* n)
 {
     ozTreeNode* parent = m_current;
     if (parent != nullptr && parent == m_lastAppendParent &&
-        m_lastAppendRelinkCount == ozTreeNode::RelinkCount())
+        m_lastAppendParentGeneration == parent->Generation())
         m_current = m_lastAppended;  // a child of parent, at or before its last one
     else if (GetDown() == nullptr)
         return Remember(parent, AddBelow(n));
@@ -112,7 +112,7 @@ bool ozTree::Remember(ozTreeNode* parent, bool appended)
     if (appended && parent != nullptr) {
         m_lastAppendParent = parent;
         m_lastAppended = m_current;
-        m_lastAppendRelinkCount = ozTreeNode::RelinkCount();
+        m_lastAppendParentGeneration = parent->Generation();
     }
     return appended;
 }
@@ -131,6 +131,7 @@ ozTreeNode* ozTree::IsolateNode()
         return nullptr;
     ozTreeNode* isolated = m_current;
     m_current = _NextCurrentWhenRemoved();
+    m_lastAppendParent = nullptr;
     isolated->Isolate();
     return isolated;
 }
@@ -141,6 +142,7 @@ bool ozTree::Delete()
         return false;
     ozTreeNode* doomed = m_current;
     m_current = _NextCurrentWhenRemoved();
+    m_lastAppendParent = nullptr;
     delete doomed;
     return true;
 }

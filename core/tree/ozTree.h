@@ -74,10 +74,12 @@ private:
 
 private:
     ozTreeNode* m_current = nullptr;
-    // The node AddBelowAsLast appended last and its parent, trusted while nothing was relinked
-    // since: appending many children to one parent then costs constant time each instead of
-    // a walk over all earlier children.
+    // The node AddBelowAsLast appended last and its parent, trusted while the parent is the
+    // current node and its generation has not changed (no child of it was inserted before the
+    // last, removed or destroyed) and nothing was removed through this cursor since:
+    // appending many children to one parent then costs constant time each instead of a walk
+    // over all earlier children.
     ozTreeNode* m_lastAppendParent = nullptr;
     ozTreeNode* m_lastAppended = nullptr;
-    unsigned long m_lastAppendRelinkCount = 0;
+    unsigned long m_lastAppendParentGeneration = 0;
 };

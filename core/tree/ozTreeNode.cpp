@@ -1,7 +1,5 @@
 #include "ozTreeNode.h"
 
-unsigned long ozTreeNode::s_relinkCount = 0;
-
 ozTreeNode::~ozTreeNode()
 {
     while (m_down != nullptr)
@@ -65,6 +63,12 @@ ozTreeNode* ozTreeNode::Up() const
     return nullptr;
 }
 
+void ozTreeNode::CountChildChange(const ozTreeNode* child)
+{
+    if (ozTreeNode* parent = child->Up())
+        ++parent->m_generation;
+}
+
 ozTreeNode* ozTreeNode::GetTree()
 {
     ozTreeNode* top = this;
@@ -77,10 +81,11 @@ bool ozTreeNode::AddBelow(ozTreeNode* n)
 {
     if (n == nullptr)
         return false;
+    ++n->m_generation;
     n->m_prev = nullptr;
     n->m_parent = this;
     if (m_down != nullptr) {
-        ++s_relinkCount;
+        ++m_generation;
         m_down->m_parent = nullptr;
         m_down->m_prev = n;
         n->m_next = m_down;
@@ -93,8 +98,9 @@ bool ozTreeNode::AddAfter(ozTreeNode* n)
 {
     if (n == nullptr)
         return false;
+    ++n->m_generation;
     if (m_next != nullptr)
-        ++s_relinkCount;
+        CountChildChange(this);
     n->m_parent = nullptr;
     n->m_next = m_next;
     if (m_next != nullptr)
@@ -117,7 +123,9 @@ bool ozTreeNode::AddAbove(ozTreeNode* n)
 {
     if (n == nullptr)
         return false;
-    ++s_relinkCount;
+    CountChildChange(this);
+    ++m_generation;
+    ++n->m_generation;
     n->m_next = m_next;
     n->m_prev = m_prev;
     if (m_next != nullptr)
@@ -139,7 +147,8 @@ bool ozTreeNode::Isolate()
 {
     if (m_prev == nullptr && m_next == nullptr && m_parent == nullptr)
         return true;
-    ++s_relinkCount;
+    CountChildChange(this);
+    ++m_generation;
     if (m_prev != nullptr)
         m_prev->m_next = m_next;
     if (m_next != nullptr)

@@ -12,6 +12,9 @@
 //
 // Add operations expect a free node (all links null); they do not clear stale links, so
 // callers isolate a node before linking it in elsewhere. Nodes are never copied.
+//
+// A tree and its nodes are used by one thread at a time (the control that holds them is used
+// from its own thread); nothing here is synchronised.
 class ozTreeNode {
 public:
     // Callback of the pre-order walk; returning false stops the walk.
@@ -74,17 +77,26 @@ public:
     // Unlinks this node from its siblings and parent; its children stay attached. Always true.
     bool Isolate();
 
-    // A process-wide count of link changes other than appending a node as the last sibling
-    // or as the child of a childless node. Indexes kept over a node's children compare it
-    // with the count they were built at to know whether a child may have moved, been
-    // inserted in the middle or been destroyed.
-    static unsigned long RelinkCount() { return s_relinkCount; }
+    // A count kept on the node itself. It changes when the node is linked in or moved
+    // (isolated, or put below another by AddAbove), when its children change other than by
+    // appending after the last one (a child inserted before the last, replaced, isolated or
+    // destroyed), and on ChildrenChanged. What is remembered about a node's place (its parent) or
+    // its children (an index of their names) is trusted while the count is the one it was
+    // remembered at. It lives in the tree, so every module sharing the tree (the control, the
+    // loader, each profile library) sees the same count.
+    unsigned long Generation() const { return m_generation; }
+    // Tells whoever remembers this node's children that one changed in a way the links do
+    // not show (it was renamed).
+    void ChildrenChanged() { ++m_generation; }
 
 private:
+    // Counts a change among the children of the parent of a node that is about to be
+    // relinked. Finding the parent walks back over earlier siblings; appends never need it.
+    static void CountChildChange(const ozTreeNode* child);
+
     ozTreeNode* m_next = nullptr;
     ozTreeNode* m_prev = nullptr;
     ozTreeNode* m_down = nullptr;
     ozTreeNode* m_parent = nullptr;
-
-    static unsigned long s_relinkCount;
+    unsigned long m_generation = 0;
 };

@@ -1,10 +1,12 @@
 #include "ozGroupPolicyFolder.h"
 
-#include <fstream>
-#include <sstream>
+#include <filesystem>
+#include <optional>
+#include <ostream>
 
-#include "ozScriptValues.h"
+#include "platform/ozAsciiCase.h"
 #include "platform/ozReplacementFile.h"
+#include "platform/ozWholeFile.h"
 
 namespace fs = std::filesystem;
 
@@ -67,7 +69,7 @@ bool UnitsAre(const IniUnits& units, std::size_t from, std::size_t to, std::stri
             return false;
         ascii += static_cast<char>(units.At(i));
     }
-    return ozEqualsIgnoringCase(ascii, name);
+    return ozAsciiSameIgnoringCase(ascii, name);
 }
 
 std::size_t TrimStart(const IniUnits& units, std::size_t from, std::size_t to)
@@ -84,14 +86,13 @@ std::size_t TrimEnd(const IniUnits& units, std::size_t from, std::size_t to)
     return to;
 }
 
+// The file's bytes; none when it cannot be read.
 std::optional<std::string> ReadBytes(const fs::path& file)
 {
-    std::ifstream in(file, std::ios::binary);
-    if (!in)
+    std::string bytes;
+    if (!ozReadWholeFile(file.string().c_str(), bytes))
         return std::nullopt;
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
+    return bytes;
 }
 
 // The entry of `folder` named `name` without regard to case; folder/name when there is none.
@@ -100,7 +101,7 @@ fs::path FindIgnoringCase(const fs::path& folder, const std::string& name)
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error))
-        if (ozEqualsIgnoringCase(entry->path().filename().string(), name))
+        if (ozAsciiSameIgnoringCase(entry->path().filename().string(), name))
             return entry->path();
     return folder / name;
 }

@@ -1,6 +1,6 @@
 #include "ozHostOptions.h"
 
-#include "ozScriptValues.h"
+#include "platform/ozAsciiCase.h"
 
 const std::string& ozOptionValue(const std::vector<std::string>& args, std::size_t& i)
 {
@@ -28,9 +28,9 @@ bool ozTakeCommonOption(const std::vector<std::string>& args, std::size_t& i,
         options.language = language;
     } else if (option == "--answer") {
         const std::string& answer = ozOptionValue(args, i);
-        if (!ozEqualsIgnoringCase(answer, "yes") && !ozEqualsIgnoringCase(answer, "no"))
+        if (!ozAsciiSameIgnoringCase(answer, "yes") && !ozAsciiSameIgnoringCase(answer, "no"))
             throw ozUsageError("--answer takes yes or no, not \"" + answer + "\"");
-        options.answerYes = ozEqualsIgnoringCase(answer, "yes");
+        options.answerYes = ozAsciiSameIgnoringCase(answer, "yes");
     } else if (option == "--library") {
         options.library = ozLibraryName(ozOptionValue(args, i));
     } else if (option == "--registry") {
@@ -45,11 +45,11 @@ bool ozTakeCommonOption(const std::vector<std::string>& args, std::size_t& i,
 
 std::string ozLibraryName(const std::string& name)
 {
-    if (ozEqualsIgnoringCase(name, "ozp"))
+    if (ozAsciiSameIgnoringCase(name, "ozp"))
         return "ozRegOZP.dll";
-    if (ozEqualsIgnoringCase(name, "pol"))
+    if (ozAsciiSameIgnoringCase(name, "pol"))
         return "ozRegPOL.dll";
-    if (ozEqualsIgnoringCase(name, "reg"))
+    if (ozAsciiSameIgnoringCase(name, "reg"))
         return "ozRegREG.dll";
     return name;
 }
@@ -61,7 +61,7 @@ std::string ozLibraryForFile(const std::string& file)
         return {};
     std::string extension = file.substr(dot + 1);
     for (const char* known : {"ozp", "pol", "reg"})
-        if (ozEqualsIgnoringCase(extension, known))
+        if (ozAsciiSameIgnoringCase(extension, known))
             return known;
     return {};
 }

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "ozScriptValues.h"
+#include "control/ozParameterText.h"
 #include "platform/ozTextConversion.h"
 
 bool ozReadHostStrings(const std::string& file, std::map<unsigned short, std::string>& table,

@@ -5,11 +5,12 @@
 #include <iostream>
 
 #include "control/CADMCtrl.h"
+#include "control/ozParameterText.h"
 #include "ozCommandSupport.h"
 #include "ozCommands.h"
 #include "ozHostSession.h"
-#include "ozScriptValues.h"
 #include "ozTreeText.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -48,8 +49,8 @@ bool ReadRoot(const std::string& text, unsigned int& root)
 {
     static const char* const shortNames[] = {"HKCR", "HKCU", "HKLM", "HKU", "HKPD", "HKCC", "HKDD"};
     for (unsigned int number = 0; number < 7; ++number)
-        if (ozEqualsIgnoringCase(text, shortNames[number]) ||
-            ozEqualsIgnoringCase(text, ozRootName(number))) {
+        if (ozAsciiSameIgnoringCase(text, shortNames[number]) ||
+            ozAsciiSameIgnoringCase(text, ozRootName(number))) {
             root = number;
             return true;
         }

@@ -1,12 +1,13 @@
 #include "ozScriptMembers.h"
 
 #include "control/CADMCtrl.h"
+#include "control/ozParameterText.h"
+#include "control/ozPolicyEdit.h"
 #include "core/adm/ozADMCtrl.h"
 #include "core/adm/tTreeCodeHandle.h"
 #include "ozHostSession.h"
-#include "ozPolicyEdit.h"
-#include "ozScriptValues.h"
 #include "ozTreeText.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -119,14 +120,6 @@ ozScriptMember KeyMethod(const char* name, bool (CADMCtrl::*method)(short, short
             nullptr};
 }
 
-// The edits of the policy view change the document as the view would: the code object is
-// marked modified.
-void MarkModified(CADMCtrl& control)
-{
-    if (control.Code() != nullptr)
-        control.Code()->modified = 1;
-}
-
 Result SetState(ozScriptCall& call)
 {
     tPOLICYSTATE state = PolicyNotConfigured;
@@ -140,8 +133,7 @@ Result SetState(ozScriptCall& call)
         call.note = "no policy at \"" + call.arguments[0] + "\"";
         return Result::Bool(false);
     }
-    policy->State(state);
-    MarkModified(call.control);
+    ozEditPolicyState(call.control, *policy, state);
     return Result::Bool(true);
 }
 
@@ -157,10 +149,7 @@ Result SetPart(ozScriptCall& call)
         call.note = "the policy has no part \"" + call.arguments[1] + "\"";
         return Result::Bool(false);
     }
-    if (!ozSetPartValue(*part, call.arguments[2], call.note))
-        return Result::Bool(false);
-    MarkModified(call.control);
-    return Result::Bool(true);
+    return Result::Bool(ozEditPartValue(call.control, *part, call.arguments[2], call.note));
 }
 
 Result Parts(ozScriptCall& call)
@@ -323,7 +312,7 @@ const std::vector<ozScriptMember>& ozScriptMembers()
 const ozScriptMember* ozFindScriptMember(std::string_view name)
 {
     for (const ozScriptMember& member : ozScriptMembers())
-        if (ozEqualsIgnoringCase(member.name, name))
+        if (ozAsciiSameIgnoringCase(member.name, name))
             return &member;
     return nullptr;
 }

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "control/CADMCtrl.h"
+#include "control/ozPolicyEdit.h"
 #include "core/adm/ozADMCtrl.h"
 #include "core/adm/ozADMRegEntry.h"
 #include "core/adm/ozADMValue.h"
@@ -10,7 +11,6 @@
 #include "ozCommands.h"
 #include "ozHostSession.h"
 #include "ozJson.h"
-#include "ozPolicyEdit.h"
 #include "ozScriptLine.h"
 #include "ozTreeText.h"
 
@@ -228,8 +228,10 @@ int ozSetCommand(const ozCommandArgs& args)
     control.DisplayMode(DisplayPolicies);
     if (!Open(session, line, true))
         return 1;
-    if (reset)
+    if (reset) {
         control.Reset();
+        ozMarkDocumentEdited(control);
+    }
     for (const Edit& edit : edits) {
         ozADMPolicy* policy = ozFindPolicy(control.Code(), edit.path);
         if (policy == nullptr) {
@@ -239,7 +241,7 @@ int ozSetCommand(const ozCommandArgs& args)
         if (edit.isState) {
             tPOLICYSTATE state = PolicyNotConfigured;
             ozReadPolicyState(edit.value, state);
-            policy->State(state);
+            ozEditPolicyState(control, *policy, state);
             continue;
         }
         ozADMCtrl* part = ozFindPart(*policy, edit.part);
@@ -249,13 +251,12 @@ int ozSetCommand(const ozCommandArgs& args)
                       << "\"\n";
             return 1;
         }
-        if (!ozSetPartValue(*part, edit.value, why)) {
+        if (!ozEditPartValue(control, *part, edit.value, why)) {
             std::cerr << "ozadm set: part \"" << edit.part << "\" of \"" << edit.path
                       << "\": " << why << '\n';
             return 1;
         }
     }
-    control.Code()->modified = 1;
     return ozSaveProfiles(control, line.profiles, std::cout, std::cerr) ? 0 : 1;
 }
 

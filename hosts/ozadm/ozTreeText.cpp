@@ -1,11 +1,11 @@
 #include "ozTreeText.h"
 
+#include "control/ozPolicyEdit.h"
 #include "core/adm/ozADMCtrl.h"
 #include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozRootKey.h"
 #include "core/registry/ozSubKey.h"
-#include "ozPolicyEdit.h"
 #include "ozScriptLine.h"
 
 namespace {

@@ -2,7 +2,9 @@
 
 #include <dlfcn.h>
 
-#include <cstring>
+#include <string_view>
+
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -11,7 +13,7 @@ std::string SharedObjectName(const std::string& name)
 {
     const std::string dll = ".dll";
     if (name.size() <= dll.size() ||
-        strcasecmp(name.c_str() + name.size() - dll.size(), dll.c_str()) != 0)
+        !ozAsciiSameIgnoringCase(std::string_view(name).substr(name.size() - dll.size()), dll))
         return {};
     size_t slash = name.find_last_of('/');
     size_t fileStart = slash == std::string::npos ? 0 : slash + 1;

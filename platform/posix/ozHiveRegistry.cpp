@@ -20,18 +20,10 @@
 #include <vector>
 
 #include "ozUtf8.h"
+#include "platform/ozAsciiCase.h"
 #include "platform/ozRegistryApi.h"
 
 namespace {
-
-std::string Folded(const std::string& name)
-{
-    std::string folded = name;
-    for (char& c : folded)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return folded;
-}
 
 // Frees what libhivex hands over with malloc.
 struct FreeDeleter {
@@ -63,9 +55,9 @@ std::string FindIgnoringCase(const std::string& folder, const std::string& name)
     std::unique_ptr<DIR, int (*)(DIR*)> dir(opendir(folder.c_str()), closedir);
     if (dir == nullptr)
         return "";
-    std::string wanted = Folded(name);
+    std::string wanted = ozAsciiLowerCased(name);
     while (dirent* entry = readdir(dir.get())) {
-        if (Folded(entry->d_name) == wanted)
+        if (ozAsciiLowerCased(entry->d_name) == wanted)
             return folder + "/" + entry->d_name;
     }
     return "";
@@ -186,7 +178,7 @@ LONG Machine::Find(const std::string& folder, const std::string& user,
     std::string ownHive = FindIgnoringCase(folder, "NTUSER.DAT");
     if (!user.empty()) {
         for (const Mount& mount : found->m_userHives)
-            if (Folded(mount.name) == Folded(user))
+            if (ozAsciiLowerCased(mount.name) == ozAsciiLowerCased(user))
                 found->m_currentUserHive = mount.file;
     } else if (!ownHive.empty() && IsRegularFile(ownHive)) {
         found->m_currentUserHive = ownHive;
@@ -281,7 +273,7 @@ LONG OpenKey::ReadSubKeys()
         }
     }
     for (size_t i = 0; i < subKeyNames.size(); ++i)
-        subKeyByName.emplace(Folded(subKeyNames[i]), i);
+        subKeyByName.emplace(ozAsciiLowerCased(subKeyNames[i]), i);
     subKeysRead = true;
     return ERROR_SUCCESS;
 }
@@ -313,12 +305,12 @@ LONG OpenKey::OpenSubKey(const std::string& name, OpenKey& child)
         return error;
     child = OpenKey{};
     child.machine = machine;
-    auto found = subKeyByName.find(Folded(name));
+    auto found = subKeyByName.find(ozAsciiLowerCased(name));
     if (found == subKeyByName.end()) {
         // Offline, the SYSTEM hive has only numbered control sets; the current one is named
         // by Select\Current.
         if (mounts == nullptr && hive->IsSystem() && node == hivex_root(hive->Handle()) &&
-            Folded(name) == "currentcontrolset") {
+            ozAsciiLowerCased(name) == "currentcontrolset") {
             OpenKey select;
             if (OpenSubKey("Select", select) != ERROR_SUCCESS)
                 return ERROR_FILE_NOT_FOUND;

@@ -2,12 +2,13 @@
 #include "platform/ozPrivateProfile.h"
 
 #include "ozUtf8.h"
+#include "platform/ozAsciiCase.h"
+#include "platform/ozWholeFile.h"
 
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -38,20 +39,6 @@ std::basic_string_view<C> UpToZero(std::basic_string_view<C> text)
     return text.substr(0, std::min(text.size(), text.find(C(0))));
 }
 
-template <class C>
-C FoldAscii(C c)
-{
-    return c >= 'a' && c <= 'z' ? static_cast<C>(c - 'a' + 'A') : c;
-}
-
-template <class C>
-bool SameName(std::basic_string_view<C> a, std::basic_string_view<C> b)
-{
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](C x, C y) {
-               return FoldAscii(x) == FoldAscii(y);
-           });
-}
-
 // The file's text: its bytes (plain or UTF-8 with byte-order mark) or its UTF-16 code units.
 struct FileText {
     bool exists = false;
@@ -76,16 +63,8 @@ FileText ReadFileText(const char* path)
         return file;
     }
     std::string data;
-    if (FILE* stream = fopen(path, "rb")) {
-        data.resize(static_cast<size_t>(info.st_size));
-        data.resize(fread(data.data(), 1, data.size(), stream));
-        char chunk[4096];  // in case the file grew since stat
-        for (size_t got; (got = fread(chunk, 1, sizeof chunk, stream)) > 0;)
-            data.append(chunk, got);
-        fclose(stream);
-    } else {
+    if (!ozReadWholeFile(path, data))
         return file;
-    }
     file.exists = true;
     file.empty = data.empty();
     auto starts = [&](std::string_view prefix) { return data.starts_with(prefix); };
@@ -274,14 +253,16 @@ DWORD GetPrivateProfileSectionA(const char* lpAppName, char* lpReturnedString, D
     if (file.wide) {
         std::u16string want = ozDecodeUtf8(lpAppName);
         SectionLines<char16_t> wideLines;
-        auto match = [&](std::u16string_view name) { return SameName<char16_t>(name, want); };
+        auto match = [&](std::u16string_view name) {
+            return ozAsciiSameIgnoringCase<char16_t>(name, want);
+        };
         if (!ReadSection<char16_t>(file.units, !file.empty, match, wideLines))
             return NotFound(lpReturnedString, nSize, true);
         for (size_t i = 0; i < wideLines.Count(); ++i)
             lines.Add(ozEncodeUtf8(wideLines[i]));
     } else {
         std::string_view want = lpAppName;
-        auto match = [&](std::string_view name) { return SameName(name, want); };
+        auto match = [&](std::string_view name) { return ozAsciiSameIgnoringCase(name, want); };
         if (!ReadSection<char>(file.bytes, !file.empty, match, lines))
             return NotFound(lpReturnedString, nSize, true);
     }
@@ -298,7 +279,7 @@ DWORD GetPrivateProfileSectionW(const WCHAR* lpAppName, WCHAR* lpReturnedString,
     if (!file.exists)
         return NotFound(lpReturnedString, nSize, file.fileNotFound);
     std::u16string_view want = lpAppName;
-    auto match = [&](std::u16string_view name) { return SameName(name, want); };
+    auto match = [&](std::u16string_view name) { return ozAsciiSameIgnoringCase(name, want); };
     SectionLines<char16_t> lines;
     lines.Reserve(file.wide ? file.units.size() : file.bytes.size());
     if (file.wide) {

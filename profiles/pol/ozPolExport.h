@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "core/registry/ozRegExport.h"
-#include "ozPolFile.h"
 #include "ozPolFormat.h"
 #include "platform/ozReplacementFile.h"
 

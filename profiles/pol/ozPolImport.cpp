@@ -1,12 +1,13 @@
 #include "ozPolImport.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <exception>
 
 #include "core/registry/ozSubKey.h"
-#include "ozPolFile.h"
 #include "ozPolFormat.h"
 #include "ozPolMapping.h"
+#include "platform/ozWholeFile.h"
 
 namespace {
 
@@ -67,15 +68,8 @@ bool ozPolImport::Import(const char* file, unsigned int root)
         return true;
     try {
         std::string bytes;
-        std::string readError;
-        switch (ozPolReadFile(file, bytes, readError)) {
-            case tPOLREAD::Missing:
-                return true;
-            case tPOLREAD::Failed:
-                return Fail(readError);
-            case tPOLREAD::Read:
-                break;
-        }
+        if (ozStatus read = ozReadWholeFile(file, bytes); !read)
+            return read.Code() == ENOENT || Fail(read.Message());
         if (bytes.empty())
             return true;
 

@@ -2,6 +2,7 @@
 
 #include "core/registry/ozHexDigit.h"
 #include "ozRegRootNames.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -82,8 +83,7 @@ bool ozRegFileReader::TakeWord(const char* word)
     size_t length = 0;
     for (; word[length] != '\0'; ++length) {
         WCHAR c = Peek(length);
-        WCHAR lower = c >= 'A' && c <= 'Z' ? static_cast<WCHAR>(c - 'A' + 'a') : c;
-        if (lower != static_cast<WCHAR>(word[length]))
+        if (ozAsciiLower(c) != static_cast<WCHAR>(word[length]))
             return false;
     }
     m_at += length;

@@ -2,6 +2,8 @@
 
 #include <climits>
 
+#include "platform/ozAsciiCase.h"
+
 namespace {
 
 // The UTF-8 code page; the POSIX conversion ignores the code page, as its narrow text is UTF-8.
@@ -27,11 +29,6 @@ bool Decode(UINT codePage, const char* bytes, size_t length, ozWideString& text)
 bool StartsWith(const std::string& bytes, const char* prefix, size_t length)
 {
     return bytes.size() >= length && bytes.compare(0, length, prefix, length) == 0;
-}
-
-WCHAR LowerAscii(WCHAR c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<WCHAR>(c - 'A' + 'a') : c;
 }
 
 }  // namespace
@@ -99,7 +96,8 @@ bool ozRegEqualsAscii(const ozWideString& text, const char* word)
 {
     size_t at = 0;
     for (; word[at] != '\0'; ++at) {
-        if (at >= text.size() || LowerAscii(text[at]) != LowerAscii(static_cast<WCHAR>(word[at])))
+        if (at >= text.size() ||
+            ozAsciiLower(text[at]) != ozAsciiLower(static_cast<WCHAR>(word[at])))
             return false;
     }
     return at == text.size();

@@ -1,32 +1,11 @@
 #include "ozRegREGImport.h"
 
-#include <cstdio>
-#include <memory>
 #include <new>
 
 #include "core/registry/ozSubKey.h"
 #include "ozRegFileReader.h"
 #include "ozRegMessage.h"
-
-namespace {
-
-struct FileCloser {
-    void operator()(FILE* stream) const { std::fclose(stream); }
-};
-
-bool ReadBytes(const char* file, std::string& bytes)
-{
-    std::unique_ptr<FILE, FileCloser> stream(std::fopen(file, "rb"));
-    if (stream == nullptr)
-        return false;
-    char buffer[65536];
-    size_t read;
-    while ((read = std::fread(buffer, 1, sizeof buffer, stream.get())) > 0)
-        bytes.append(buffer, read);
-    return std::ferror(stream.get()) == 0;
-}
-
-}  // namespace
+#include "platform/ozWholeFile.h"
 
 bool ozRegREGImport::ImportUserProfile(const char* file)
 {
@@ -60,8 +39,8 @@ bool ozRegREGImport::ReadFile(const char* file)
         return false;
     }
     std::string bytes;
-    if (!ReadBytes(file, bytes)) {
-        ozRegReport(std::string(file) + ": the file cannot be read");
+    if (ozStatus read = ozReadWholeFile(file, bytes); !read) {
+        ozRegReport(read.Message());
         return false;
     }
     ozWideString text;

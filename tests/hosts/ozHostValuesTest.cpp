@@ -4,15 +4,15 @@
 
 #include <sstream>
 
+#include "control/ozParameterText.h"
+#include "control/ozPolicyEdit.h"
 #include "core/adm/ozADMCheckBox.h"
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMListBox.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/ozADMText.h"
-#include "ozPolicyEdit.h"
 #include "ozScriptResult.h"
-#include "ozScriptValues.h"
 
 namespace {
 

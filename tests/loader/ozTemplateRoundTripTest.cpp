@@ -4,13 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "core/adm/ozADMTree.h"
+#include "platform/ozAsciiCase.h"
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
 #include "tests/support/ozTreeDescription.h"
@@ -33,10 +33,8 @@ void AddTemplates(const std::string& folder, bool mustLoad, std::vector<Template
     if (folder.empty() || !std::filesystem::is_directory(folder, error))
         return;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, error)) {
-        std::string extension = entry.path().extension().string();
-        std::transform(extension.begin(), extension.end(), extension.begin(),
-                       [](unsigned char c) { return std::tolower(c); });
-        if (entry.is_regular_file() && extension == ".adm")
+        if (entry.is_regular_file() &&
+            ozAsciiSameIgnoringCase(entry.path().extension().string(), ".adm"))
             files.push_back({entry.path().generic_string(), mustLoad});
     }
 }

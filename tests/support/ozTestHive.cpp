@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/ozAsciiCase.h"
 #include "platform/posix/ozUtf8.h"
 
 namespace {
@@ -186,8 +187,7 @@ size_t ozTestHive::FindOrCreateKey(const std::string& keyPath)
             return 0;
         if (start != 0)
             foldedPath += '\\';
-        for (char c : name)
-            foldedPath += (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+        foldedPath += ozAsciiLowerCased(name);
         // Every key in the hive was made here, so a path missing from the map is missing
         // from the hive and nothing needs looking up there.
         auto known = nodes_.find(foldedPath);

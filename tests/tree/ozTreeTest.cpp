@@ -211,14 +211,34 @@ TEST_F(TreeTest, ExecuteWalksPreOrderAndStopsAtTheFirstFalse)
     EXPECT_TRUE(empty.Execute([](ozTreeNode*) { return false; }));
 }
 
-TEST_F(TreeTest, RelinkCountIgnoresAppendsAtTheEnd)
+// A parent's generation stays over appends at the end and changes with every other change
+// among its children; a moved node's own generation changes too.
+TEST_F(TreeTest, GenerationOfTheParentChangesWithEveryChangeButAppendsAtTheEnd)
 {
-    unsigned long before = ozTreeNode::RelinkCount();
+    unsigned long aBefore = a->Generation(), bBefore = b->Generation(), dBefore = d->Generation();
     c->AddAfter(new NamedNode("x"));
     d->AddBelow(new NamedNode("y"));
-    EXPECT_EQ(ozTreeNode::RelinkCount(), before);
+    EXPECT_EQ(a->Generation(), aBefore);
+    EXPECT_EQ(d->Generation(), dBefore);
     b->AddAfter(new NamedNode("z"));  // inserted in the middle
-    EXPECT_GT(ozTreeNode::RelinkCount(), before);
+    EXPECT_NE(a->Generation(), aBefore);
+    EXPECT_EQ(b->Generation(), bBefore);
+
+    const std::vector<void (*)(ozTreeNode*, ozTreeNode*)> changes = {
+        [](ozTreeNode* parent, ozTreeNode*) { parent->AddBelow(new NamedNode("front")); },
+        [](ozTreeNode*, ozTreeNode* child) { delete child->Next(); },  // z, in the middle
+        [](ozTreeNode*, ozTreeNode* child) { child->AddAbove(new NamedNode("above")); },
+        [](ozTreeNode* parent, ozTreeNode*) { parent->ChildrenChanged(); },
+    };
+    for (size_t i = 0; i < changes.size(); ++i) {
+        aBefore = a->Generation();
+        changes[i](a, b);
+        EXPECT_NE(a->Generation(), aBefore) << "change " << i;
+    }
+    bBefore = b->Generation();
+    b->Isolate();
+    EXPECT_NE(b->Generation(), bBefore);
+    delete b;
 }
 
 TEST(TreeWalkTest, ManySiblingsDoNotExhaustTheStack)

@@ -1,28 +1,17 @@
-#include "ozScriptValues.h"
+#include "ozParameterText.h"
 
 #include <cerrno>
 #include <cstdlib>
 
-bool ozEqualsIgnoringCase(std::string_view a, std::string_view b)
-{
-    if (a.size() != b.size())
-        return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        char x = a[i] >= 'a' && a[i] <= 'z' ? static_cast<char>(a[i] - 32) : a[i];
-        char y = b[i] >= 'a' && b[i] <= 'z' ? static_cast<char>(b[i] - 32) : b[i];
-        if (x != y)
-            return false;
-    }
-    return true;
-}
+#include "platform/ozAsciiCase.h"
 
 bool ozReadBool(const std::string& text, bool& value)
 {
-    if (ozEqualsIgnoringCase(text, "TRUE")) {
+    if (ozAsciiSameIgnoringCase(text, "TRUE")) {
         value = true;
         return true;
     }
-    if (ozEqualsIgnoringCase(text, "FALSE")) {
+    if (ozAsciiSameIgnoringCase(text, "FALSE")) {
         value = false;
         return true;
     }

@@ -1,6 +1,8 @@
-// What a user does in the policy view, done on the model directly: a policy's state chosen,
-// a part's value entered. Also the text forms of states and part values that ozadm prints and
-// reads (docs/cli.md), so that a value printed by `Parts` can be given to `SetPart` again.
+// What a user does in the policy view: a policy's state chosen, a part's value entered, each
+// marking the control's document modified. The views and the hosts (ozadm) edit through these
+// alone, so an edit has the same rules and effects wherever it is made. Also the text forms of
+// states and part values that the views show and ozadm prints and reads (docs/cli.md), so that
+// a value printed by `Parts` can be given to `SetPart` again.
 //
 // Part value texts by part type:
 //   CHECKBOX      TRUE or FALSE (numbers as well: nonzero is checked)
@@ -19,6 +21,7 @@
 
 #include "core/adm/ozADMPolicy.h"
 
+class CADMCtrl;
 class ozADMCtrl;
 struct tTreeCodeHandle;
 
@@ -42,3 +45,16 @@ bool ozSetPartValue(ozADMCtrl& part, const std::string& text, std::string& why);
 
 // The part's value in the text form above ("" for a TEXT part).
 std::string ozPartValueText(const ozADMCtrl& part);
+
+// Sets the state of policy, a policy of control's code object, and marks the document
+// modified.
+void ozEditPolicyState(CADMCtrl& control, ozADMPolicy& policy, tPOLICYSTATE state);
+
+// Sets part's value from its text form (ozSetPartValue) and, when that succeeds, marks the
+// document modified. False, with why saying what is wrong, when the text does not fit the part;
+// the part and the flag are then unchanged.
+bool ozEditPartValue(CADMCtrl& control, ozADMCtrl& part, const std::string& text, std::string& why);
+
+// Marks control's document modified, as every edit does; nothing without a code object. For
+// changes made through the control that do not mark it themselves (Reset).
+void ozMarkDocumentEdited(CADMCtrl& control);

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "CADMCtrl.h"
 #include "core/adm/ozADMCheckBox.h"
 #include "core/adm/ozADMComboBox.h"
 #include "core/adm/ozADMDropdownList.h"
@@ -11,7 +12,8 @@
 #include "core/adm/ozADMListItem.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/tTreeCodeHandle.h"
-#include "ozScriptValues.h"
+#include "ozParameterText.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -76,7 +78,7 @@ bool ReadListEntries(const ozADMListBox& list, const std::string& text,
             entry.value = parts[i];
         }
         for (const ListEntry& earlier : entries)
-            if (ozEqualsIgnoringCase(earlier.name, entry.name)) {
+            if (ozAsciiSameIgnoringCase(earlier.name, entry.name)) {
                 why = "the value name \"" + entry.name + "\" is given twice";
                 return false;
             }
@@ -128,7 +130,7 @@ bool SetDropdown(ozADMDropdownList& list, const std::string& text, std::string& 
     const CCollection<ozADMListItem>& items = list.ItemList();
     for (int pos = 0; pos < items.Count(); ++pos) {
         const char* name = items.At(pos)->Name();
-        if (name != nullptr && ozEqualsIgnoringCase(name, text)) {
+        if (name != nullptr && ozAsciiSameIgnoringCase(name, text)) {
             list.Selected(pos);
             return true;
         }
@@ -165,7 +167,7 @@ const char* ozPolicyStateName(tPOLICYSTATE state)
 bool ozReadPolicyState(const std::string& text, tPOLICYSTATE& state)
 {
     for (tPOLICYSTATE candidate : {PolicyEnabled, PolicyDisabled, PolicyNotConfigured})
-        if (ozEqualsIgnoringCase(text, ozPolicyStateName(candidate))) {
+        if (ozAsciiSameIgnoringCase(text, ozPolicyStateName(candidate))) {
             state = candidate;
             return true;
         }
@@ -198,7 +200,8 @@ ozADMCtrl* ozFindPart(ozADMPolicy& policy, const std::string& name)
     CCollection<ozADMCtrl>& parts = policy.Controls();
     for (int pos = 0; pos < parts.Count(); ++pos) {
         ozADMCtrl* part = parts.At(pos);
-        if (part != nullptr && part->Name() != nullptr && ozEqualsIgnoringCase(part->Name(), name))
+        if (part != nullptr && part->Name() != nullptr &&
+            ozAsciiSameIgnoringCase(part->Name(), name))
             return part;
     }
     return nullptr;
@@ -275,4 +278,24 @@ std::string ozPartValueText(const ozADMCtrl& part)
         default:
             return "";
     }
+}
+
+void ozMarkDocumentEdited(CADMCtrl& control)
+{
+    if (control.Code() != nullptr)
+        control.Code()->modified = 1;
+}
+
+void ozEditPolicyState(CADMCtrl& control, ozADMPolicy& policy, tPOLICYSTATE state)
+{
+    policy.State(state);
+    ozMarkDocumentEdited(control);
+}
+
+bool ozEditPartValue(CADMCtrl& control, ozADMCtrl& part, const std::string& text, std::string& why)
+{
+    if (!ozSetPartValue(part, text, why))
+        return false;
+    ozMarkDocumentEdited(control);
+    return true;
 }
