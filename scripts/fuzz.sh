@@ -15,8 +15,10 @@ work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 for target in "${targets[@]}"; do
   mkdir -p "$work/$target"
-  seeds=(fuzz/seeds/$target)
-  [[ -d fuzz/corpus/$target ]] && seeds+=(fuzz/corpus/$target)
+  seeds=()
+  for folder in fuzz/seeds/$target fuzz/corpus/$target; do
+    [[ -d $folder ]] && seeds+=("$folder")
+  done
   if [[ $target == template_write ]]; then
     seeds+=(fuzz/seeds/template tests/templates)
   fi
