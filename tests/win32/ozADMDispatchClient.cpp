@@ -29,8 +29,7 @@ bool Strings(HRESULT called, const VARIANT& value, std::vector<std::wstring>& el
 {
     elements.clear();
     LONG lower = -1, upper = -1;
-    if (FAILED(called) || value.vt != (VT_ARRAY | VT_BSTR) ||
-        SafeArrayGetDim(value.parray) != 1 ||
+    if (FAILED(called) || value.vt != (VT_ARRAY | VT_BSTR) || SafeArrayGetDim(value.parray) != 1 ||
         FAILED(SafeArrayGetLBound(value.parray, 1, &lower)) || lower != 0 ||
         FAILED(SafeArrayGetUBound(value.parray, 1, &upper)))
         return false;
@@ -57,15 +56,22 @@ bool Describes(ITypeInfo* info, const GUID& guid, TYPEKIND kind)
 
 void CheckDispatchIds(IDispatch* control)
 {
-    const wchar_t* names[] = {
-        L"ShowUser",           L"ShowMachine",     L"WithADMEdit",   L"ShouldSave",
-        L"ozImpExLibrary",     L"ozVariableStart", L"ozVariableEnd", L"ConfiguredPolicies",
-        L"Reset",              L"Save",            L"Load",          L"Cleanup",
-        L"SetEBNF",            L"SetADM",          L"LoadOZReg",     L"AddString",
-        L"GetString",          L"GetCode",         L"SaveSelState",  L"WriteReport",
-        L"ShowLegend",         L"SendKeyDown",     L"SendKeyUp",     L"WriteADM",
-        L"ozInsert",           L"ozDelete",        L"ozSRShowSearch", L"ozSRShowReplace",
-        L"ozSRHide",           L"AddFromRegistry", L"ShowImportReg", L"PolicyConfigures"};
+    const wchar_t* names[] = {L"ShowUser",       L"ShowMachine",
+                              L"WithADMEdit",    L"ShouldSave",
+                              L"ozImpExLibrary", L"ozVariableStart",
+                              L"ozVariableEnd",  L"ConfiguredPolicies",
+                              L"Reset",          L"Save",
+                              L"Load",           L"Cleanup",
+                              L"SetEBNF",        L"SetADM",
+                              L"LoadOZReg",      L"AddString",
+                              L"GetString",      L"GetCode",
+                              L"SaveSelState",   L"WriteReport",
+                              L"ShowLegend",     L"SendKeyDown",
+                              L"SendKeyUp",      L"WriteADM",
+                              L"ozInsert",       L"ozDelete",
+                              L"ozSRShowSearch", L"ozSRShowReplace",
+                              L"ozSRHide",       L"AddFromRegistry",
+                              L"ShowImportReg",  L"PolicyConfigures"};
     bool inOrder = true;
     for (DISPID expected = 1; const wchar_t* name : names) {
         DISPID id = Id(control, name);
@@ -90,11 +96,10 @@ void CheckDispatchIds(IDispatch* control)
           SUCCEEDED(control->GetTypeInfoCount(&count)) && count == 1 &&
               SUCCEEDED(control->GetTypeInfo(0, 0, &info.p)) &&
               Describes(info.p, DIID__DADM, TKIND_DISPATCH));
-    Com<IProvideClassInfo2> classInfo;
+    Com<IProvideClassInfo2> classInfo(control);
     GUID source = GUID_NULL;
     Check("the class information names the coclass and _DADMEvents",
-          SUCCEEDED(control->QueryInterface(IID_IProvideClassInfo2, classInfo.Out())) &&
-              SUCCEEDED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source)) &&
+          classInfo && SUCCEEDED(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source)) &&
               IsEqualGUID(source, DIID__DADMEvents) &&
               SUCCEEDED(classInfo->GetClassInfo(&coclass.p)) &&
               Describes(coclass.p, CLSID_ozADMCtrl, TKIND_COCLASS));
@@ -151,12 +156,13 @@ void CheckPolicyQueries(IDispatch* control, const std::wstring& source, const st
     // A user profile that enables one policy.
     std::wstring profile = scratch + L"\\client-user.ozp";
     FILE* file = _wfopen(profile.c_str(), L"wb");
-    bool saved = file != nullptr &&
-                 std::fputs("OZ Registry Profile 1\n"
-                            "[HKEY_CURRENT_USER\\Software\\Policies\\ozADM\\Desktop\\Colors]\n"
-                            "key op=I flags=\n"
-                            "value \"Colors\" type=1 item=r op=D data=\"\"\n",
-                            file) >= 0;
+    bool saved =
+        file != nullptr && std::fputs(
+                               "OZ Registry Profile 1\n"
+                               "[HKEY_CURRENT_USER\\Software\\Policies\\ozADM\\Desktop\\Colors]\n"
+                               "key op=I flags=\n"
+                               "value \"Colors\" type=1 item=r op=D data=\"\"\n",
+                               file) >= 0;
     saved = file != nullptr && std::fclose(file) == 0 && saved;
     Variant user(profile.c_str()), machine(L"");
     Check("a profile enabling one policy loads",

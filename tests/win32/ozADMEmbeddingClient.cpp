@@ -22,18 +22,16 @@
 
 namespace {
 
+// The window classes of the control's children: a frame, three views, a keyboard window.
 const wchar_t FrameClass[] = L"ozADMFrame";
 const wchar_t RegistryViewClass[] = L"ozADMRegistryView";
 const wchar_t KeyboardClass[] = L"ozADMKeyboard";
-// The views and the keyboard window, which leave a margin of 6 pixels right and below.
-const wchar_t* const InnerClasses[] = {L"ozADMPolicyView", RegistryViewClass, L"ozADMValueGrid",
-                                       KeyboardClass};
+const wchar_t* const AllClasses[] = {FrameClass, L"ozADMPolicyView", RegistryViewClass,
+                                     L"ozADMValueGrid", KeyboardClass};
 
-// An event sink that counts its references and records the KeyDown events it receives; it
-// answers for the event interface only when asked to.
+// An event sink that counts its references and records the KeyDown events it receives.
 class Sink final : public IDispatch {
 public:
-    explicit Sink(bool answersEvents = true) : m_answersEvents(answersEvents) {}
     LONG references = 1;
     int keyDowns = 0;
     short keyCode = 0;
@@ -41,14 +39,10 @@ public:
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override
     {
-        bool events = IsEqualIID(iid, DIID__DADMEvents) || IsEqualIID(iid, IID_IDispatch);
-        *object = IsEqualIID(iid, IID_IUnknown) || (m_answersEvents && events)
-                      ? static_cast<IDispatch*>(this)
-                      : nullptr;
-        if (*object == nullptr)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
+        bool known = IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ||
+                     IsEqualIID(iid, DIID__DADMEvents);
+        *object = known ? static_cast<IDispatch*>(this) : nullptr;
+        return known ? (AddRef(), S_OK) : E_NOINTERFACE;
     }
     STDMETHODIMP_(ULONG) AddRef() override { return static_cast<ULONG>(++references); }
     STDMETHODIMP_(ULONG) Release() override { return static_cast<ULONG>(--references); }
@@ -69,9 +63,6 @@ public:
         shift = V_I2(&params->rgvarg[0]);
         return S_OK;
     }
-
-private:
-    bool m_answersEvents;
 };
 
 using Key = std::pair<UINT, WPARAM>;
@@ -86,26 +77,21 @@ bool Visible(HWND window)
     return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
-bool Placed(HWND child, LONG right, LONG bottom)
-{
-    RECT area;
-    GetWindowRect(child, &area);
-    MapWindowPoints(HWND_DESKTOP, GetParent(child), reinterpret_cast<POINT*>(&area), 2);
-    return area.left == 0 && area.top == 0 && area.right == right && area.bottom == bottom;
-}
-
 // The frame fills the control's client area, the others leave the margin; only the registry
 // view (the display mode at first) and the frame are visible.
 bool LaidOut(HWND window)
 {
-    RECT client;
+    RECT client, area;
     GetClientRect(window, &client);
-    bool placed = Placed(Child(window, FrameClass), client.right, client.bottom) &&
-                  Visible(Child(window, FrameClass));
-    for (const wchar_t* windowClass : InnerClasses) {
+    bool placed = true;
+    for (const wchar_t* windowClass : AllClasses) {
         HWND child = Child(window, windowClass);
-        placed = placed && Placed(child, client.right - 6, client.bottom - 6) &&
-                 Visible(child) == (windowClass == RegistryViewClass);
+        LONG margin = windowClass == FrameClass ? 0 : 6;
+        GetWindowRect(child, &area);
+        MapWindowPoints(HWND_DESKTOP, window, reinterpret_cast<POINT*>(&area), 2);
+        placed = placed && area.left == 0 && area.top == 0 && area.right == client.right - margin &&
+                 area.bottom == client.bottom - margin &&
+                 Visible(child) == (windowClass == FrameClass || windowClass == RegistryViewClass);
     }
     return placed;
 }
@@ -140,47 +126,44 @@ UINT PostAndTake(HWND window, UINT message, WPARAM key)
 
 void CheckChildWindows(IUnknown* control, HWND window)
 {
-    bool found = Child(window, FrameClass) != nullptr;
-    for (const wchar_t* windowClass : InnerClasses)
+    bool found = true;
+    for (const wchar_t* windowClass : AllClasses)
         found = found && Child(window, windowClass) != nullptr;
     if (!Check("the control's window holds a frame, three views and a keyboard window", found))
         return;
     Check("the frame fills the control, the others leave 6 pixels, the registry view shows",
           LaidOut(window));
 
-    Com<IOleInPlaceObject> inPlace;
+    Com<IOleInPlaceObject> inPlace(control);
     RECT host, client;
     GetClientRect(GetParent(window), &host);
     RECT smaller = {0, 0, host.right - 50, host.bottom - 30};
-    bool resized = SUCCEEDED(control->QueryInterface(IID_IOleInPlaceObject, inPlace.Out())) &&
-                   SUCCEEDED(inPlace->SetObjectRects(&smaller, &smaller));
+    bool resized = inPlace && SUCCEEDED(inPlace->SetObjectRects(&smaller, &smaller));
     GetClientRect(window, &client);
     Check("the children follow the size the container gives the control",
           resized && client.right == smaller.right && client.bottom == smaller.bottom &&
               LaidOut(window));
-    if (inPlace.p != nullptr)
+    if (inPlace)
         inPlace->SetObjectRects(&host, &host);
 
     // What a host or a user left out of place, Refresh lays out again.
     HWND registry = Child(window, RegistryViewClass);
     ShowWindow(registry, SW_HIDE);
     MoveWindow(registry, 10, 10, 20, 20, TRUE);
-    Com<IDispatch> dispatch;
-    DISPPARAMS none = {nullptr, nullptr, 0, 0};
+    Com<IDispatch> dispatch(control);
     Check("Refresh shows the view of the display mode again, in its place",
-          SUCCEEDED(control->QueryInterface(IID_IDispatch, dispatch.Out())) &&
-              SUCCEEDED(dispatch->Invoke(DISPID_REFRESH, IID_NULL, 0, DISPATCH_METHOD, &none,
-                                         nullptr, nullptr, nullptr)) &&
-              LaidOut(window));
+          dispatch && SUCCEEDED(Call(dispatch.p, L"Refresh", {}, nullptr)) && LaidOut(window));
 }
 
+// Keys through the message hook and TranslateAccelerator, and UI activation.
 void CheckKeys(IUnknown* control, HWND window)
 {
-    HWND registry = Child(window, RegistryViewClass);
-    SetFocus(GetParent(window));
-    Check("the hook hands a Tab for the control to the keyboard window, not dispatched, which "
-          "brings the focus to the visible view",
-          PostAndTake(window, WM_KEYDOWN, VK_TAB) == WM_NULL && GetFocus() == registry);
+    HWND registry = Child(window, RegistryViewClass), host = GetParent(window);
+    SetFocus(host);
+    Check(
+        "the hook hands a Tab for the control to the keyboard window, not dispatched, which "
+        "brings the focus to the visible view",
+        PostAndTake(window, WM_KEYDOWN, VK_TAB) == WM_NULL && GetFocus() == registry);
 
     g_original = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(registry, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Recording)));
@@ -194,70 +177,52 @@ void CheckKeys(IUnknown* control, HWND window)
           PostAndTake(window, WM_KEYDOWN, VK_NEXT) == WM_KEYDOWN && g_keys.size() == 2);
     SetWindowLongPtrW(registry, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(g_original));
 
-    Com<IOleInPlaceActiveObject> active;
+    Com<IOleInPlaceActiveObject> active(control);
     MSG tab = {window, WM_KEYDOWN, VK_TAB, 0, 0, {0, 0}};
     MSG letter = {window, WM_KEYDOWN, 'A', 0, 0, {0, 0}};
-    SetFocus(GetParent(window));
+    SetFocus(host);
     Check("TranslateAccelerator takes Tab to the keyboard window and leaves other keys",
-          SUCCEEDED(control->QueryInterface(IID_IOleInPlaceActiveObject, active.Out())) &&
-              active->TranslateAccelerator(&tab) == S_OK && GetFocus() == registry &&
+          active && active->TranslateAccelerator(&tab) == S_OK && GetFocus() == registry &&
               active->TranslateAccelerator(&letter) == S_FALSE);
-}
 
-void CheckUIActivation(IUnknown* control, HWND window)
-{
-    HWND registry = Child(window, RegistryViewClass), host = GetParent(window);
-    Com<IOleObject> object;
-    Com<IOleClientSite> site;
-    Com<IOleInPlaceObject> inPlace;
+    Com<IOleObject> object(control);
     RECT area;
     GetClientRect(host, &area);
-    if (FAILED(control->QueryInterface(IID_IOleObject, object.Out())) ||
-        FAILED(object->GetClientSite(&site.p)))
-        return (void)Check("the control has its client site", false);
     for (LONG verb : {OLEIVERB_UIACTIVATE, OLEIVERB_SHOW}) {
+        Com<IOleClientSite> site;
         SetFocus(host);
         Check("UI activation (and OLEIVERB_SHOW) takes the focus to the visible view",
-              SUCCEEDED(object->DoVerb(verb, nullptr, site.p, 0, host, &area)) &&
+              object && SUCCEEDED(object->GetClientSite(&site.p)) && site &&
+                  SUCCEEDED(object->DoVerb(verb, nullptr, site.p, 0, host, &area)) &&
                   GetFocus() == registry);
     }
+    Com<IOleInPlaceObject> inPlace(control);
     Check("the control leaves UI activation on request",
-          SUCCEEDED(control->QueryInterface(IID_IOleInPlaceObject, inPlace.Out())) &&
-              SUCCEEDED(inPlace->UIDeactivate()) && IsWindow(window) && LaidOut(window));
+          inPlace && SUCCEEDED(inPlace->UIDeactivate()) && IsWindow(window) && LaidOut(window));
 }
 
 // The connection point, and KeyDown fired from key presses in the control's window.
 void CheckEvents(IUnknown* control, HWND window)
 {
-    Com<IConnectionPointContainer> container;
-    Com<IConnectionPoint> point, other, listed;
-    Com<IEnumConnectionPoints> points;
-    Com<IOleControl> oleControl;
-    if (!Check("the container has a connection point for _DADMEvents",
-               SUCCEEDED(control->QueryInterface(IID_IConnectionPointContainer,
-                                                 container.Out())) &&
-                   SUCCEEDED(container->FindConnectionPoint(DIID__DADMEvents, &point.p)) &&
-                   SUCCEEDED(control->QueryInterface(IID_IOleControl, oleControl.Out()))))
-        return;
-    Check("no connection point for another interface",
-          container->FindConnectionPoint(IID_IPropertyNotifySink, &other.p) ==
-                  CONNECT_E_NOCONNECTION &&
-              other.p == nullptr);
+    Com<IConnectionPointContainer> container(control);
+    Com<IOleControl> oleControl(control);
+    Com<IConnectionPoint> point;
     IID iid = IID_NULL;
-    ULONG fetched = 0;
-    Check("the connection point names _DADMEvents and is the only one listed",
-          SUCCEEDED(point->GetConnectionInterface(&iid)) && IsEqualIID(iid, DIID__DADMEvents) &&
-              SUCCEEDED(container->EnumConnectionPoints(&points.p)) &&
-              points->Next(1, &listed.p, &fetched) == S_OK && listed.p == point.p &&
-              points->Next(1, &other.p, &fetched) == S_FALSE);
-
-    Sink sink, deaf(false);
+    if (!Check("the connection point for _DADMEvents is found and names it",
+               container && oleControl &&
+                   SUCCEEDED(container->FindConnectionPoint(DIID__DADMEvents, &point.p)) &&
+                   SUCCEEDED(point->GetConnectionInterface(&iid)) &&
+                   IsEqualIID(iid, DIID__DADMEvents)))
+        return;
+    Sink sink;
+    Com<IStream> deaf;  // an object without the event interface
     DWORD first = 0, second = 0, refused = 99;
     Check("two Advise calls get two cookies and hold the sink",
           SUCCEEDED(point->Advise(&sink, &first)) && SUCCEEDED(point->Advise(&sink, &second)) &&
               first != 0 && second != 0 && second != first && sink.references == 3);
     Check("a sink without the event interface is refused",
-          point->Advise(&deaf, &refused) == CONNECT_E_CANNOTCONNECT && refused == 0);
+          SUCCEEDED(CreateStreamOnHGlobal(nullptr, TRUE, &deaf.p)) &&
+              point->Advise(deaf.p, &refused) == CONNECT_E_CANNOTCONNECT && refused == 0);
     Check("Unadvise disconnects once per cookie",
           point->Unadvise(second) == S_OK && point->Unadvise(second) == CONNECT_E_NOCONNECTION);
 
@@ -274,61 +239,59 @@ void CheckEvents(IUnknown* control, HWND window)
     point->Unadvise(first);
     SendMessageW(window, WM_KEYDOWN, 'D', 0);
     Check("after the last Unadvise the sink hears nothing and is released",
-          sink.keyDowns == 2 && sink.references == 1 && deaf.references == 1);
+          sink.keyDowns == 2 && sink.references == 1);
 }
 
 void CheckPersistence(IUnknown* control)
 {
-    Com<IDispatch> dispatch, copyDispatch;
-    Com<IPersistStreamInit> persist, copy;
-    Com<IStream> first, stream, garbage;
-    if (FAILED(control->QueryInterface(IID_IDispatch, dispatch.Out())) ||
-        FAILED(control->QueryInterface(IID_IPersistStreamInit, persist.Out())) ||
-        FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &first.p)) ||
-        FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &stream.p)) ||
+    Com<IDispatch> dispatch(control);
+    Com<IPersistStreamInit> persist(control), copy;
+    Com<IStream> stream, garbage;
+    LARGE_INTEGER start = {};
+    if (!dispatch || !persist || FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &stream.p)) ||
         FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &garbage.p)))
         return (void)Check("the control persists into a stream", false);
     Check("Save clears the dirty state",
-          SUCCEEDED(persist->Save(first.p, TRUE)) && persist->IsDirty() == S_FALSE);
+          SUCCEEDED(persist->Save(garbage.p, TRUE)) && persist->IsDirty() == S_FALSE &&
+              SUCCEEDED(garbage->Seek(start, STREAM_SEEK_SET, nullptr)));
     Variant no, library(L"C:\\Program Files\\ozADM\\ozRegPOL.dll");
     no.vt = VT_BOOL;
     no.boolVal = VARIANT_FALSE;
     Check("a changed property makes it dirty, Save without clearing leaves it so",
           SUCCEEDED(Call(dispatch.p, L"ShowMachine", {&no}, nullptr, DISPATCH_PROPERTYPUT)) &&
-              SUCCEEDED(Call(dispatch.p, L"ozImpExLibrary", {&library}, nullptr,
-                             DISPATCH_PROPERTYPUT)) &&
+              SUCCEEDED(
+                  Call(dispatch.p, L"ozImpExLibrary", {&library}, nullptr, DISPATCH_PROPERTYPUT)) &&
               persist->IsDirty() == S_OK && SUCCEEDED(persist->Save(stream.p, FALSE)) &&
               persist->IsDirty() == S_OK);
 
-    LARGE_INTEGER start = {};
     Variant showMachine, copied;
-    Check("another control loads the saved properties and is not dirty",
-          SUCCEEDED(CoCreateInstance(CLSID_ozADMCtrl, nullptr, CLSCTX_INPROC_SERVER,
-                                     IID_IPersistStreamInit, copy.Out())) &&
-              SUCCEEDED(stream->Seek(start, STREAM_SEEK_SET, nullptr)) &&
-              SUCCEEDED(copy->Load(stream.p)) &&
-              SUCCEEDED(copy->QueryInterface(IID_IDispatch, copyDispatch.Out())) &&
-              SUCCEEDED(Call(copyDispatch.p, L"ShowMachine", {}, &showMachine,
-                             DISPATCH_PROPERTYGET)) &&
-              SUCCEEDED(Call(copyDispatch.p, L"ozImpExLibrary", {}, &copied,
-                             DISPATCH_PROPERTYGET)) &&
-              VarCmp(&showMachine, &no, LOCALE_USER_DEFAULT, 0) == VARCMP_EQ &&
-              VarCmp(&copied, &library, LOCALE_USER_DEFAULT, 0) == VARCMP_EQ &&
-              copy->IsDirty() == S_FALSE);
+    bool loaded = SUCCEEDED(CoCreateInstance(CLSID_ozADMCtrl, nullptr, CLSCTX_INPROC_SERVER,
+                                             IID_IPersistStreamInit, copy.Out())) &&
+                  SUCCEEDED(stream->Seek(start, STREAM_SEEK_SET, nullptr)) &&
+                  SUCCEEDED(copy->Load(stream.p));
+    Com<IDispatch> copyDispatch(copy.p);
+    Check(
+        "another control loads the saved properties and is not dirty",
+        loaded && copyDispatch &&
+            SUCCEEDED(
+                Call(copyDispatch.p, L"ShowMachine", {}, &showMachine, DISPATCH_PROPERTYGET)) &&
+            SUCCEEDED(Call(copyDispatch.p, L"ozImpExLibrary", {}, &copied, DISPATCH_PROPERTYGET)) &&
+            VarCmp(&showMachine, &no, LOCALE_USER_DEFAULT, 0) == VARCMP_EQ &&
+            VarCmp(&copied, &library, LOCALE_USER_DEFAULT, 0) == VARCMP_EQ &&
+            copy->IsDirty() == S_FALSE);
     const char junk[] = "not the control's properties";
     Check("a stream of something else is refused",
-          copy.p != nullptr && SUCCEEDED(garbage->Write(junk, sizeof junk, nullptr)) &&
+          loaded && SUCCEEDED(garbage->Write(junk, sizeof junk, nullptr)) &&
               SUCCEEDED(garbage->Seek(start, STREAM_SEEK_SET, nullptr)) &&
               FAILED(copy->Load(garbage.p)));
 }
 
 void CheckPropertyPage(IUnknown* control)
 {
-    Com<ISpecifyPropertyPages> specify;
+    Com<ISpecifyPropertyPages> specify(control);
     CAUUID pages = {0, nullptr};
     Check("the control names its property page",
-          SUCCEEDED(control->QueryInterface(IID_ISpecifyPropertyPages, specify.Out())) &&
-              SUCCEEDED(specify->GetPages(&pages)) && pages.cElems == 1 &&
+          specify && SUCCEEDED(specify->GetPages(&pages)) && pages.cElems == 1 &&
               IsEqualCLSID(pages.pElems[0], CLSID_ozADMPropPage));
     CoTaskMemFree(pages.pElems);
     Com<IPropertyPage> page;
@@ -370,11 +333,10 @@ Embedded Embed(HMODULE atl, int x)
     ShowWindow(embedded.host, SW_SHOW);
     UpdateWindow(embedded.host);
     Com<IUnknown> container;
-    Com<IOleWindow> oleWindow;
     if (SUCCEEDED(create(L"ozADM.ozADMCtrl.1", embedded.host, nullptr, &container.p)) &&
-        SUCCEEDED(get(embedded.host, &embedded.control)) &&
-        SUCCEEDED(embedded.control->QueryInterface(IID_IOleWindow, oleWindow.Out())))
-        oleWindow->GetWindow(&embedded.window);
+        SUCCEEDED(get(embedded.host, &embedded.control)))
+        if (Com<IOleWindow> oleWindow(embedded.control); oleWindow)
+            oleWindow->GetWindow(&embedded.window);
     return embedded;
 }
 
@@ -438,7 +400,6 @@ int wmain(int argc, wchar_t** argv)
     if (argc > 1)
         WaitForScreenshot(argv[1]);
     CheckKeys(first.control, window);
-    CheckUIActivation(first.control, window);
     CheckEvents(first.control, window);
     CheckPersistence(first.control);
     CheckPropertyPage(first.control);

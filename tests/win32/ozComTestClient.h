@@ -43,11 +43,17 @@ struct Variant : VARIANT {
     Variant& operator=(const Variant&) = delete;
 };
 
-// An interface pointer that releases itself; Out() receives it from a COM call.
+// An interface pointer that releases itself: the interface T of from (null when from has none),
+// or one that Out() receives from a COM call.
 template <typename T>
 struct Com {
     T* p = nullptr;
     Com() = default;
+    explicit Com(IUnknown* from)
+    {
+        if (from != nullptr)
+            from->QueryInterface(__uuidof(T), Out());
+    }
     Com(const Com&) = delete;
     Com& operator=(const Com&) = delete;
     ~Com()
@@ -56,6 +62,7 @@ struct Com {
             p->Release();
     }
     T* operator->() const { return p; }
+    explicit operator bool() const { return p != nullptr; }
     void** Out() { return reinterpret_cast<void**>(&p); }
 };
 
