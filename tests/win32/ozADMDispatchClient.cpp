@@ -9,39 +9,11 @@
 #include <olectl.h>
 
 #include <cstdio>
-#include <string>
 #include <vector>
 
 #include "ozComTestClient.h"
 
 namespace {
-
-bool CallTrue(IDispatch* control, const wchar_t* name, std::vector<VARIANT*> arguments)
-{
-    Variant result;
-    return SUCCEEDED(Call(control, name, arguments, &result)) && result.vt == VT_BOOL &&
-           result.boolVal == VARIANT_TRUE;
-}
-
-// The elements of what Call returned as VT_ARRAY | VT_BSTR with lower bound 0; false for a
-// failed call or any other form.
-bool Strings(HRESULT called, const VARIANT& value, std::vector<std::wstring>& elements)
-{
-    elements.clear();
-    LONG lower = -1, upper = -1;
-    if (FAILED(called) || value.vt != (VT_ARRAY | VT_BSTR) || SafeArrayGetDim(value.parray) != 1 ||
-        FAILED(SafeArrayGetLBound(value.parray, 1, &lower)) || lower != 0 ||
-        FAILED(SafeArrayGetUBound(value.parray, 1, &upper)))
-        return false;
-    for (LONG index = 0; index <= upper; ++index) {
-        BSTR element = nullptr;
-        if (FAILED(SafeArrayGetElement(value.parray, &index, &element)))
-            return false;
-        elements.emplace_back(element, SysStringLen(element));
-        SysFreeString(element);
-    }
-    return true;
-}
 
 // The type library's GUID of what info describes, and its kind.
 bool Describes(ITypeInfo* info, const GUID& guid, TYPEKIND kind)
@@ -131,57 +103,10 @@ void CheckInvokeErrors(IDispatch* control)
               SUCCEEDED(font.pdispVal->QueryInterface(IID_IFontDisp, fontDisp.Out())));
 }
 
-// The string arrays: none before templates, an empty one, one that lists a policy.
-void CheckPolicyQueries(IDispatch* control, const std::wstring& source, const std::wstring& library,
-                        const std::wstring& scratch)
-{
-    Variant empty;
-    Check("ConfiguredPolicies is VT_EMPTY without templates",
-          SUCCEEDED(Call(control, L"ConfiguredPolicies", {}, &empty, DISPATCH_PROPERTYGET)) &&
-              empty.vt == VT_EMPTY);
-    Variant grammar((source + L"\\grammar\\adm.bnf").c_str());
-    Variant templateFile((source + L"\\tests\\templates\\every-part.adm").c_str());
-    Variant libraryPath(library.c_str());
-    Check("the session starts", CallTrue(control, L"SetEBNF", {&grammar}) &&
-                                    CallTrue(control, L"SetADM", {&templateFile}) &&
-                                    SUCCEEDED(Call(control, L"ozImpExLibrary", {&libraryPath},
-                                                   nullptr, DISPATCH_PROPERTYPUT)));
-    std::vector<std::wstring> elements;
-    Variant none;
-    Check("ConfiguredPolicies is an array without elements when nothing is configured",
-          Strings(Call(control, L"ConfiguredPolicies", {}, &none, DISPATCH_PROPERTYGET), none,
-                  elements) &&
-              elements.empty());
-
-    // A user profile that enables one policy.
-    std::wstring profile = scratch + L"\\client-user.ozp";
-    FILE* file = _wfopen(profile.c_str(), L"wb");
-    bool saved =
-        file != nullptr && std::fputs(
-                               "OZ Registry Profile 1\n"
-                               "[HKEY_CURRENT_USER\\Software\\Policies\\ozADM\\Desktop\\Colors]\n"
-                               "key op=I flags=\n"
-                               "value \"Colors\" type=1 item=r op=D data=\"\"\n",
-                               file) >= 0;
-    saved = file != nullptr && std::fclose(file) == 0 && saved;
-    Variant user(profile.c_str()), machine(L"");
-    Check("a profile enabling one policy loads",
-          saved && CallTrue(control, L"Load", {&user, &machine}));
-    Variant configured;
-    Check("ConfiguredPolicies lists the enabled policy",
-          Strings(Call(control, L"ConfiguredPolicies", {}, &configured, DISPATCH_PROPERTYGET),
-                  configured, elements) &&
-              elements == std::vector<std::wstring>{L"+ USER\\Desktop\\High-contrast colors"});
-}
-
 }  // namespace
 
-int wmain(int argc, wchar_t** argv)
+int wmain(int, wchar_t**)
 {
-    if (argc != 4) {
-        std::fprintf(stderr, "usage: ozADMDispatchClient SOURCE_DIR OZP_LIBRARY SCRATCH_DIR\n");
-        return 2;
-    }
     if (FAILED(CoInitialize(nullptr)))
         return 2;
     CLSID clsid = CLSID_NULL;
@@ -195,7 +120,6 @@ int wmain(int argc, wchar_t** argv)
     if (control != nullptr) {
         CheckDispatchIds(control);
         CheckInvokeErrors(control);
-        CheckPolicyQueries(control, argv[1], argv[2], argv[3]);
         // The module counts its objects: it stays while one lives.
         using CanUnloadFunction = HRESULT(WINAPI*)();
         auto canUnload = reinterpret_cast<CanUnloadFunction>(reinterpret_cast<void (*)()>(

@@ -2,7 +2,8 @@
 // reach: the view of each display mode shown by Refresh (the dispatch interface has no display
 // mode), a control too small for the margin, and the thread's message hook counting its control
 // windows. Layout, keys and the hook inside a message loop are checked through the embedded
-// control (ozADMEmbeddingClient.cpp).
+// control (ozADMEmbeddingClient.cpp). Also the policy queries' string arrays as VARIANTs, which
+// the script engines under test cannot index.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -10,6 +11,7 @@
 #include "control/CADMCtrl.h"
 #include "ozControlWindows.h"
 #include "ozMessageHook.h"
+#include "ozVariantText.h"
 
 namespace {
 
@@ -101,6 +103,32 @@ TEST_F(ControlWindowsTest, HookCountsItsControlWindows)
     ozMessageHook::Detach(second);
     EXPECT_FALSE(ozMessageHook::Installed());
     EXPECT_EQ(ozMessageHook::Users(), 0);
+}
+
+TEST(StringArrayVariantTest, NoArrayAnEmptyOneAndStrings)
+{
+    VARIANT value;
+    VariantInit(&value);
+    ASSERT_EQ(ozStringArrayVariant(ozStringArray(), &value), S_OK);
+    EXPECT_EQ(value.vt, VT_EMPTY);
+    for (const std::vector<std::string>& strings :
+         {std::vector<std::string>{}, {"+ USER\\Desktop\\High-contrast colors", "- x"}}) {
+        ASSERT_EQ(ozStringArrayVariant(ozStringArray(strings), &value), S_OK);
+        ASSERT_EQ(value.vt, VT_ARRAY | VT_BSTR);
+        LONG lower = -1, upper = -2;
+        SafeArrayGetLBound(value.parray, 1, &lower);
+        SafeArrayGetUBound(value.parray, 1, &upper);
+        EXPECT_EQ(SafeArrayGetDim(value.parray), 1u);
+        EXPECT_EQ(lower, 0);
+        ASSERT_EQ(upper + 1, static_cast<LONG>(strings.size()));
+        for (LONG index = 0; index <= upper; ++index) {
+            BSTR element = nullptr;
+            ASSERT_EQ(SafeArrayGetElement(value.parray, &index, &element), S_OK);
+            EXPECT_EQ(ozTextOf(element), strings[index]);
+            SysFreeString(element);
+        }
+        VariantClear(&value);
+    }
 }
 
 }  // namespace
