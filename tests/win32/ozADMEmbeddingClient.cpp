@@ -77,17 +77,18 @@ bool Visible(HWND window)
     return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
-// The frame fills the control's client area, the others leave the margin; only the registry
-// view (the display mode at first) and the frame are visible.
+// All children are there; the frame fills the control's client area, the others leave the
+// margin; only the registry view (the display mode at first) and the frame are visible.
 bool LaidOut(HWND window)
 {
-    RECT client, area;
+    RECT client;
     GetClientRect(window, &client);
     bool placed = true;
     for (const wchar_t* windowClass : AllClasses) {
         HWND child = Child(window, windowClass);
         LONG margin = windowClass == FrameClass ? 0 : 6;
-        GetWindowRect(child, &area);
+        RECT area = {-1, -1, -1, -1};
+        placed = placed && child != nullptr && GetWindowRect(child, &area);
         MapWindowPoints(HWND_DESKTOP, window, reinterpret_cast<POINT*>(&area), 2);
         placed = placed && area.left == 0 && area.top == 0 && area.right == client.right - margin &&
                  area.bottom == client.bottom - margin &&
@@ -126,13 +127,10 @@ UINT PostAndTake(HWND window, UINT message, WPARAM key)
 
 void CheckChildWindows(IUnknown* control, HWND window)
 {
-    bool found = true;
-    for (const wchar_t* windowClass : AllClasses)
-        found = found && Child(window, windowClass) != nullptr;
-    if (!Check("the control's window holds a frame, three views and a keyboard window", found))
+    if (!Check("the control's window holds a frame filling it, three views and a keyboard "
+               "window leaving 6 pixels, of which the registry view shows",
+               LaidOut(window)))
         return;
-    Check("the frame fills the control, the others leave 6 pixels, the registry view shows",
-          LaidOut(window));
 
     Com<IOleInPlaceObject> inPlace(control);
     RECT host, client;
