@@ -75,7 +75,7 @@ run_script "JSCRIPT SESSION COMPLETE" "$(windows_path "$here/ozADMSession.js")" 
 timeout 60 "$wine" reg delete 'HKCU\Software\ozADM-ocx-test' /f >/dev/null 2>&1 || true
 
 status=0
-timeout 120 "$wine" "$client" "$source_w" "$ozp_w" "$scratch_w" 2>"$scratch/client.err" |
+timeout 120 "$wine" "$client" 2>"$scratch/client.err" |
   tr -d '\r' || status=$?
 [[ $status -eq 0 ]] || { fail "C++ client exit code $status"; cat "$scratch/client.err"; }
 
