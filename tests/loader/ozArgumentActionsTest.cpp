@@ -163,8 +163,9 @@ TEST_F(PartActionTest, MissingPartOrNumber)
         ozResetRecordedErrors();
         EXPECT_EQ(c.action(), 0);
         EXPECT_EQ(ozRecordedErrorCode(), c.number);
-        if (c.reportedCount != 0)
+        if (c.reportedCount != 0) {
             EXPECT_EQ(ozRecordedErrorCount(), c.reportedCount);
+        }
     }
 }
 
