@@ -7,7 +7,6 @@
 #include <string>
 
 #include "core/adm/ozADMCheckBox.h"
-#include "core/adm/ozADMComboBox.h"
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMListBox.h"
 #include "core/adm/ozADMNumeric.h"
@@ -151,7 +150,9 @@ TEST(WriterIndentation, NeverBelowZero)
     EXPECT_FALSE(tree.WriteIndent(nullptr));
 }
 
-// One row per part type and setting combination: the part's lines after "PART name ".
+// The part's lines after "PART name ", for what a write and read back cannot tell apart (what
+// is left out, where a line ends, which lines older readers must skip): the template round
+// trips check that every setting of every part comes back.
 TEST(WriterParts, Lines)
 {
     const std::string in = "            ";  // a policy's contents
@@ -161,29 +162,6 @@ TEST(WriterParts, Lines)
         std::string expected;
     };
     const Row rows[] = {
-        {"check box with everything",
-         [](TemplateTree& t) {
-             auto* part = new ozADMCheckBox;
-             part->Key(t.Key("Software\\Pol\\Sub"));
-             part->ValueName("check");
-             part->Default(true);
-             part->ValueOn().SetString("yes");
-             part->ValueOff().SetDelete();
-             auto* list = new ozADMActionList;
-             auto* item = new ozActionItem;
-             item->RegKey(t.Key("Software\\Pol\\Sub"));
-             item->ValueName("x");
-             item->Value().SetNumeric(2);
-             list->Add(item);
-             part->ActionListOff(list);
-             part->ClientExt("{C}");
-             return part;
-         },
-         "CHECKBOX\n" + in + "KEYNAME \"Software\\Pol\\Sub\"\n" + in + "VALUENAME !!string1\n" +
-             in + "DEFCHECKED\n" + in + "VALUEON !!string2\n" + in + "VALUEOFF DELETE\n" + in +
-             "ACTIONLISTOFF\n" + in + "    VALUENAME !!string3\n" + in + "    VALUE NUMERIC 2\n" +
-             in + "END ACTIONLISTOFF\n" + in + "#if VERSION > 2\n" + in + "    CLIENTEXT {C}\n" +
-             in + "#endif\n"},
         {"check box in the policy's key",
          [](TemplateTree& t) {
              auto* part = new ozADMCheckBox;
@@ -206,30 +184,6 @@ TEST(WriterParts, Lines)
          "NUMERIC\n" + in + "DEFAULT 5\n" + in + "MIN 1\n" + in + "MAX 10\n" + in + "SPIN 0\n" +
              in + "TXTCONVERT" + in + "#if VERSION > 2\n" + in + "    CLIENTEXT {N}\n" + in +
              "#endif\n"},
-        {"edit text",
-         [](TemplateTree&) {
-             auto* part = new ozADMEditText;
-             part->ValueName("e");
-             part->Required(true);
-             part->Default("def");
-             part->MaxLen(20);
-             part->Expandable(true);
-             return part;
-         },
-         "EDITTEXT\n" + in + "VALUENAME !!string1\n" + in + "REQUIRED\n" + in +
-             "DEFAULT !!string2\n" + in + "MAXLEN 20\n" + in + "EXPANDABLETEXT\n"},
-        {"combo box with suggestions and NOSORT",
-         [](TemplateTree&) {
-             auto* part = new ozADMComboBox;
-             part->ValueName("c");
-             part->AddSuggestion("one");
-             part->AddSuggestion("two");
-             part->NoSort(true);
-             return part;
-         },
-         "COMBOBOX\n" + in + "VALUENAME !!string1\n" + in + "SUGGESTIONS\n" + in +
-             "    !!string2\n" + in + "    !!string3\n" + in + "END SUGGESTIONS\n" + in +
-             "#if VERSION > 1\n" + in + "    NOSORT\n" + in + "#endif\n"},
         {"text: the keyword alone",
          [](TemplateTree& t) {
              auto* part = new ozADMText;
@@ -264,16 +218,6 @@ TEST(WriterParts, Lines)
              "        KEYNAME \"Software\\Pol\\Extra\"\n" + in + "        VALUENAME !!string4\n" +
              in + "        VALUE !!string5\n" + in + "    END ACTIONLIST\n" + in +
              "END ITEMLIST\n" + in + "#if VERSION > 1\n" + in + "NOSORT\n" + in + "#endif\n"},
-        {"list box with prefix",
-         [](TemplateTree&) {
-             auto* part = new ozADMListBox;
-             part->ValueName("ignored");
-             part->Required(true);
-             part->ValuePrefix("p");
-             part->Additive(true);
-             return part;
-         },
-         "LISTBOX\n" + in + "VALUEPREFIX !!string1\n" + in + "ADDITIVE\n"},
         {"list box with explicit values drops the prefix",
          [](TemplateTree&) {
              auto* part = new ozADMListBox;

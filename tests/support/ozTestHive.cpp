@@ -3,7 +3,6 @@
 #include <hivex.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <iterator>
@@ -36,27 +35,10 @@ void Put(std::string& bytes, size_t at, uint64_t number, size_t width)
         bytes[at + i] = static_cast<char>(number >> (8 * i));
 }
 
-uint32_t GetU32(const std::string& bytes, size_t at)
-{
-    uint32_t number = 0;
-    for (size_t i = 0; i < 4; ++i)
-        number |= uint32_t(static_cast<unsigned char>(bytes[at + i])) << (8 * i);
-    return number;
-}
-
 // Cells are 8-byte aligned, their 4-byte size field included.
 size_t CellSize(size_t contentSize)
 {
     return (4 + contentSize + 7) & ~size_t(7);
-}
-
-// 100 ns intervals since 1601-01-01, the registry's timestamp unit.
-uint64_t FileTimeNow()
-{
-    constexpr uint64_t kSecondsFrom1601To1970 = 11644473600ull;
-    auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
-    auto ticks = std::chrono::duration_cast<std::chrono::nanoseconds>(sinceEpoch).count() / 100;
-    return kSecondsFrom1601To1970 * 10000000ull + static_cast<uint64_t>(ticks);
 }
 
 // Readers reject a base block whose checksum is wrong: the XOR of its first 127 dwords, with
@@ -64,8 +46,8 @@ uint64_t FileTimeNow()
 uint32_t BaseBlockChecksum(const std::string& baseBlock)
 {
     uint32_t checksum = 0;
-    for (size_t at = 0; at < kChecksumOffset; at += 4)
-        checksum ^= GetU32(baseBlock, at);
+    for (size_t at = 0; at < kChecksumOffset; ++at)
+        checksum ^= uint32_t(static_cast<unsigned char>(baseBlock[at])) << (8 * (at % 4));
     if (checksum == 0xFFFFFFFF)
         return 0xFFFFFFFE;
     if (checksum == 0)
@@ -78,7 +60,6 @@ uint32_t BaseBlockChecksum(const std::string& baseBlock)
 std::string EmptyHive()
 {
     const std::string storedName = "ROOT";  // Latin-1: stored one byte per character
-    const uint64_t now = FileTimeNow();
     std::string file(kBaseBlockSize + kBinSize, '\0');
 
     const size_t keyCell = kBinHeaderSize;
@@ -93,15 +74,13 @@ std::string EmptyHive()
     const size_t freeCell = securityCell + securityCellSize;
 
     // Base block. Equal sequence numbers mark the hive as fully written; version 1.5 is the
-    // first with the hash-leaf ("lh") sub key lists libhivex writes. The file name field is
-    // left empty: it only records where a loaded hive came from.
+    // first with the hash-leaf ("lh") sub key lists libhivex writes. Timestamps and the file
+    // name stay zero (a primary file, not a log): readers only show them.
     std::memcpy(&file[0x00], "regf", 4);
     Put(file, 0x04, 1, 4);
     Put(file, 0x08, 1, 4);
-    Put(file, 0x0C, now, 8);
     Put(file, 0x14, 1, 4);  // major version
     Put(file, 0x18, 5, 4);  // minor version
-    Put(file, 0x1C, 0, 4);  // primary file, not a log
     Put(file, 0x20, 1, 4);  // direct memory load
     Put(file, 0x24, static_cast<uint32_t>(keyCell), 4);
     Put(file, 0x28, static_cast<uint32_t>(kBinSize), 4);  // hive bins data size
@@ -110,16 +89,13 @@ std::string EmptyHive()
 
     std::string bin(kBinSize, '\0');
     std::memcpy(&bin[0x00], "hbin", 4);
-    Put(bin, 0x04, 0, 4);  // offset of this bin
     Put(bin, 0x08, static_cast<uint32_t>(kBinSize), 4);
-    Put(bin, 0x14, now, 8);
 
     // Allocated cells carry their size negated.
     Put(bin, keyCell, static_cast<uint32_t>(-static_cast<int32_t>(keyCellSize)), 4);
     const size_t key = keyCell + 4;
     std::memcpy(&bin[key], "nk", 2);
     Put(bin, key + 0x02, kKeyHiveEntry | kKeyNoDelete | kKeyCompressedName, 2);
-    Put(bin, key + 0x04, now, 8);
     Put(bin, key + 0x10, kNoCell, 4);  // parent: the root has none
     Put(bin, key + 0x1C, kNoCell, 4);  // sub key list
     Put(bin, key + 0x20, kNoCell, 4);  // volatile sub key list
