@@ -122,6 +122,7 @@ protected:
     // Loads the grammar (which must be good) and reads the template.
     bool Read(const std::string& grammarText, const std::string& templateText)
     {
+        calls.clear();
         EXPECT_TRUE(LoadGrammar(grammarText)) << ErrorMessage();
         adm.Write(templateText);
         return FileLoad(adm.Path(), 1) > 0;
@@ -137,6 +138,8 @@ protected:
     ozTestFile adm{"ozadm-engine-test.adm"};
 };
 
+using Calls = std::vector<std::string>;
+
 const char* const AllTokens =
     "start = { NUMBER @Record | WORD @Record | STRING @Record | REF @Record } ;";
 
@@ -146,10 +149,8 @@ TEST_F(EngineTest, TokensReachActionsWithTypeTextAndSource)
                      "abc \"q t\" 42 \"7\" !!Cat:x ; a comment \"unclosed\n"
                      "x;y 4294967296\n4294967296 \"\"\t{GUID}\r\n"))
         << ErrorMessage();
-    std::vector<std::string> expected = {
-        "1|abc|abc", "2|q t|\"q t\"",           "3|42|42", "3|7|\"7\"",      "9|Cat:x|!!Cat:x",
-        "1|x|x",     "1|4294967296|4294967296", "2||\"\"", "1|{GUID}|{GUID}"};
-    EXPECT_EQ(calls, expected);
+    EXPECT_EQ(calls, Calls({"1|abc|abc", "2|q t|\"q t\"", "3|42|42", "3|7|\"7\"", "9|Cat:x|!!Cat:x",
+                            "1|x|x", "1|4294967296|4294967296", "2||\"\"", "1|{GUID}|{GUID}"}));
     EXPECT_STREQ(ErrorMessage(), "");
 }
 
@@ -158,13 +159,10 @@ TEST_F(EngineTest, KeywordsMatchInAnyCaseAndClassesCanLeaveThemOut)
     ASSERT_TRUE(Read("start = { \"Begin\" { WORD - \"end\" @Record } \"END\" @Record } ;",
                      "BEGIN a b End begin c end"))
         << ErrorMessage();
-    std::vector<std::string> expected = {"1|a|a", "1|b|b", "1|End|End", "1|c|c", "1|end|end"};
-    EXPECT_EQ(calls, expected);
-
-    calls.clear();  // a literal argument, and an action without a token
+    EXPECT_EQ(calls, Calls({"1|a|a", "1|b|b", "1|End|End", "1|c|c", "1|end|end"}));
+    // A literal argument, and an action without a token.
     ASSERT_TRUE(Read("start = @Record WORD @Record(\"lit\") ;", "w")) << ErrorMessage();
-    expected = {"0||", "2|lit|lit"};
-    EXPECT_EQ(calls, expected);
+    EXPECT_EQ(calls, Calls({"0||", "2|lit|lit"}));
 }
 
 TEST_F(EngineTest, VersionConditionsChooseBranches)
@@ -175,13 +173,9 @@ TEST_F(EngineTest, VersionConditionsChooseBranches)
         "#if version == 4 ; comment\n e\n#endif\n"
         "#if version > 4\n \"never closed\n#endif\n";
     ASSERT_TRUE(Read("start = { WORD @Record } ;", text)) << ErrorMessage();
-    std::vector<std::string> expected = {"1|a|a", "1|c|c", "1|e|e"};
-    EXPECT_EQ(calls, expected);
-
-    calls.clear();
+    EXPECT_EQ(calls, Calls({"1|a|a", "1|c|c", "1|e|e"}));
     ASSERT_TRUE(Read("%version 2; start = { WORD @Record } ;", text)) << ErrorMessage();
-    expected = {"1|d|d"};
-    EXPECT_EQ(calls, expected);
+    EXPECT_EQ(calls, Calls({"1|d|d"}));
 }
 
 // A template that fails: the message begins with the file, place and number, or holds `part`.

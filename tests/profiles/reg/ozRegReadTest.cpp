@@ -72,31 +72,17 @@ struct ValueForm {
     std::u16string_view header = Version5;
 };
 
+// The forms the writer produces come back through the round trip; these are the others.
 const ValueForm ValueForms[] = {
-    {"plain string", u"\"a\"=\"plain\"", 1, u"plain\0"sv},
-    {"escaped backslash and quote", u"\"a\"=\"C:\\\\x \\\"q\\\"\"", 1, u"C:\\x \"q\"\0"sv},
     {"unescaped backslash kept", u"\"a\"=\"C:\\Windows\"", 1, u"C:\\Windows\0"sv},
     {"escaped name", u"\"n\\\"m\"=\"v\"", 1, u"v\0"sv, u"n\"m"},
-    {"default value", u"@=\"default\"", 1, u"default\0"sv, u""},
-    {"string over two lines", u"\"a\"=\"one\r\ntwo\"", 1, u"one\r\ntwo\0"sv},
     {"blanks around =", u"\"a\" = \"x\"", 1, u"x\0"sv},
-    {"dword", u"\"a\"=dword:0000002a", 4, u"\x2a\0\0\0"sv},
     {"dword with seven digits", u"\"a\"=dword:45D5A58", 4, u"\x58\x5a\x5d\x04"sv},
     {"dword with a leading zero", u"\"a\"=DWORD:0ffffffff", 4, u"\xff\xff\xff\xff"sv},
-    {"binary", u"\"a\"=hex:01,ff,80", 3, u"\x01\xff\x80"sv},
-    {"binary over continued lines", u"\"a\"=hex:01,02,\\\r\n  03,\\  \r\n\t04", 3,
-     u"\x01\x02\x03\x04"sv},
     {"empty binary", u"\"a\"=hex:", 3, u""sv},
-    {"expandable string", u"\"a\"=hex(2):25,00,50,00,25,00,00,00", 2, u"%P%\0"sv},
-    {"multi-string", u"\"a\"=hex(7):61,00,00,00,62,00,00,00,00,00", 7, u"a\0b\0\0"sv},
     {"string as hex(1)", u"\"a\"=hex(1):e9,00,00,00", 1, u"\u00e9\0"sv},
-    {"qword", u"\"a\"=hex(b):01,00,00,00,00,00,00,80", 11, u"\x01\0\0\0\0\0\0\x80"sv},
-    {"type none", u"\"a\"=hex(0):", 0, u""sv},
-    {"deleted value", u"\"a\"=-", 1, u"\0"sv, u"a", 'D'},
     {"comments and blank lines", u"\r\n; note\r\n  ; indented note\r\n\r\n\"a\"=\"x\"", 1,
      u"x\0"sv},
-    {"non-ASCII text, UTF-16", u"\"Gr\u00fc\u00dfe\"=\"\u00e4\u00f6\"", 1, u"\u00e4\u00f6\0"sv,
-     u"Gr\u00fc\u00dfe"},
     {"non-ASCII text, UTF-8 with byte-order mark", u"\"a\"=\"\u00e4\u00f6\"", 1,
      u"\u00e4\u00f6\0"sv, u"a", 'I', Encoding::Utf8},
     {"narrow version 5.00 file", u"\"a\"=\"x\"", 1, u"x\0"sv, u"a", 'I', Encoding::Narrow},
@@ -151,14 +137,11 @@ INSTANTIATE_TEST_SUITE_P(Forms, ValueFormTest, ::testing::ValuesIn(ValueForms),
 TEST(RegRead, EachKeyGoesToTheTreeItsRootSelects)
 {
     // One file, read as the user profile and again as the machine profile: the trees come out
-    // the same either way.
+    // the same either way. The full root names come back through the round trip.
     ozTestFile file("roots.reg", FileBytes(u"REGEDIT4\r\n"
                                            u"[HKCU\\Software\\A]\r\n"
                                            u"[HKEY_LOCAL_MACHINE\\Software\\B]\r\n"
                                            u"[hklm\\Software\\C]\r\n"
-                                           u"[HKEY_CLASSES_ROOT\\.x]\r\n"
-                                           u"[HKEY_USERS\\.DEFAULT\\D]\r\n"
-                                           u"[HKEY_CURRENT_CONFIG\\System\\E]\r\n"
                                            u"[HKEY_CURRENT_USER\\Software\\F\\]\r\n",
                                            Encoding::Narrow));
     for (bool asMachine : {false, true}) {
@@ -173,9 +156,6 @@ TEST(RegRead, EachKeyGoesToTheTreeItsRootSelects)
         EXPECT_NE(user.HasKey(HKEY_CURRENT_USER, "Software\\F"), nullptr);
         EXPECT_NE(machine.HasKey(HKEY_LOCAL_MACHINE, "Software\\B"), nullptr);
         EXPECT_NE(machine.HasKey(HKEY_LOCAL_MACHINE, "Software\\C"), nullptr);
-        EXPECT_NE(machine.HasKey(HKEY_CLASSES_ROOT, ".x"), nullptr);
-        EXPECT_NE(machine.HasKey(HKEY_USERS, ".DEFAULT\\D"), nullptr);
-        EXPECT_NE(machine.HasKey(HKEY_CURRENT_CONFIG, "System\\E"), nullptr);
         EXPECT_EQ(user.HasKey(HKEY_LOCAL_MACHINE, "Software\\B"), nullptr);
     }
 }
