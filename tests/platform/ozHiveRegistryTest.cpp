@@ -15,6 +15,7 @@
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "platform/ozRegistryApi.h"
+#include "tests/support/ozTestFiles.h"
 #include "tests/support/ozTestHive.h"
 
 namespace {
@@ -181,11 +182,7 @@ TEST_F(MachineFolderTest, HivesAreNeverOpenedForWriting)
 TEST_F(MachineFolderTest, DamagedHivesFailWithAClearError)
 {
     fs::path software = folder / "WINDOWS" / "system32" / "config" / "software";
-    std::string bytes;
-    {
-        std::ifstream in(software, std::ios::binary);
-        bytes.assign(std::istreambuf_iterator<char>(in), {});
-    }
+    const std::string bytes = ozReadTestFile(software.string());
     const struct {
         const char* what;
         std::string content;
