@@ -2,6 +2,7 @@
 // of this executable that record what they are called with.
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cstring>
 #include <new>
 #include <string>
@@ -121,6 +122,7 @@ protected:
     // Loads the grammar (which must be good) and reads the template.
     bool Read(const std::string& grammarText, const std::string& templateText)
     {
+        calls.clear();
         EXPECT_TRUE(LoadGrammar(grammarText)) << ErrorMessage();
         adm.Write(templateText);
         return FileLoad(adm.Path(), 1) > 0;
@@ -136,6 +138,8 @@ protected:
     ozTestFile adm{"ozadm-engine-test.adm"};
 };
 
+using Calls = std::vector<std::string>;
+
 const char* const AllTokens =
     "start = { NUMBER @Record | WORD @Record | STRING @Record | REF @Record } ;";
 
@@ -145,10 +149,8 @@ TEST_F(EngineTest, TokensReachActionsWithTypeTextAndSource)
                      "abc \"q t\" 42 \"7\" !!Cat:x ; a comment \"unclosed\n"
                      "x;y 4294967296\n4294967296 \"\"\t{GUID}\r\n"))
         << ErrorMessage();
-    std::vector<std::string> expected = {
-        "1|abc|abc", "2|q t|\"q t\"",           "3|42|42", "3|7|\"7\"",      "9|Cat:x|!!Cat:x",
-        "1|x|x",     "1|4294967296|4294967296", "2||\"\"", "1|{GUID}|{GUID}"};
-    EXPECT_EQ(calls, expected);
+    EXPECT_EQ(calls, Calls({"1|abc|abc", "2|q t|\"q t\"", "3|42|42", "3|7|\"7\"", "9|Cat:x|!!Cat:x",
+                            "1|x|x", "1|4294967296|4294967296", "2||\"\"", "1|{GUID}|{GUID}"}));
     EXPECT_STREQ(ErrorMessage(), "");
 }
 
@@ -157,13 +159,10 @@ TEST_F(EngineTest, KeywordsMatchInAnyCaseAndClassesCanLeaveThemOut)
     ASSERT_TRUE(Read("start = { \"Begin\" { WORD - \"end\" @Record } \"END\" @Record } ;",
                      "BEGIN a b End begin c end"))
         << ErrorMessage();
-    std::vector<std::string> expected = {"1|a|a", "1|b|b", "1|End|End", "1|c|c", "1|end|end"};
-    EXPECT_EQ(calls, expected);
-
-    calls.clear();  // a literal argument, and an action without a token
+    EXPECT_EQ(calls, Calls({"1|a|a", "1|b|b", "1|End|End", "1|c|c", "1|end|end"}));
+    // A literal argument, and an action without a token.
     ASSERT_TRUE(Read("start = @Record WORD @Record(\"lit\") ;", "w")) << ErrorMessage();
-    expected = {"0||", "2|lit|lit"};
-    EXPECT_EQ(calls, expected);
+    EXPECT_EQ(calls, Calls({"0||", "2|lit|lit"}));
 }
 
 TEST_F(EngineTest, VersionConditionsChooseBranches)
@@ -174,53 +173,48 @@ TEST_F(EngineTest, VersionConditionsChooseBranches)
         "#if version == 4 ; comment\n e\n#endif\n"
         "#if version > 4\n \"never closed\n#endif\n";
     ASSERT_TRUE(Read("start = { WORD @Record } ;", text)) << ErrorMessage();
-    std::vector<std::string> expected = {"1|a|a", "1|c|c", "1|e|e"};
-    EXPECT_EQ(calls, expected);
-
-    calls.clear();
+    EXPECT_EQ(calls, Calls({"1|a|a", "1|c|c", "1|e|e"}));
     ASSERT_TRUE(Read("%version 2; start = { WORD @Record } ;", text)) << ErrorMessage();
-    expected = {"1|d|d"};
-    EXPECT_EQ(calls, expected);
+    EXPECT_EQ(calls, Calls({"1|d|d"}));
 }
 
+// A template that fails: the message begins with the file, place and number, or holds `part`.
 TEST_F(EngineTest, MalformedTemplatesFailWithNumberAndPlace)
 {
     stringlist_add(messages, 1004, "The template does not follow the grammar");
+    const std::string notGrammar = "error 1004: The template does not follow the grammar: ";
+    const std::string unclosed = notGrammar + "a text in quotes is not closed on its line";
+    std::string deep(200000, ' ');
+    for (size_t i = 0; i < deep.size(); i += 2)
+        deep[i] = '(';
     struct Case {
-        const char* text;
-        const char* message;
+        std::string text, message;
         const char* grammar = "start = { WORD } ;";
     } cases[] = {
         {"CLASS\n  nobody END",
-         "2:3: error 1004: The template does not follow the grammar: expected \"MACHINE\", "
-         "\"USER\", found \"nobody\"",
+         "2:3: " + notGrammar + "expected \"MACHINE\", \"USER\", found \"nobody\"",
          "start = \"CLASS\" ( \"USER\" | \"MACHINE\" ) \"END\" ;"},
-        {"CLASS",
-         "1:6: error 1004: The template does not follow the grammar: expected \"END\", found the "
-         "end of the file",
+        {"CLASS", "1:6: " + notGrammar + "expected \"END\", found the end of the file",
          "start = \"CLASS\" \"END\" ;"},
-        {"a\n  \"b",
-         "2:3: error 1004: The template does not follow the grammar: a text in quotes is not "
-         "closed on its line"},
-        {"a \"b\rc\"",
-         "1:3: error 1004: The template does not follow the grammar: a text in quotes is not "
-         "closed on its line"},
+        {"a\n  \"b", "2:3: " + unclosed},
+        {"a \"b\rc\"", "1:3: " + unclosed},
         {"a\n#endif", "2:1: error 1005: #endif without #if"},
         {"#if version >= 4\na", "1:1: error 1005: #if without #endif"},
         {"#if vers >= 4\n#endif", "1:1: error 1005: expected \"#if version <op> N\""},
         {"#pragma x", "1:1: error 1005: unknown directive \"#pragma\""},
         {"a\n\n   \"q\"",
-         "3:4: error 1004: The template does not follow the grammar: expected "
-         "the end of the file, found the text \"q\""},
-        {"a \x01",
-         "1:3: error 1004: The template does not follow the grammar: unexpected control character "
-         "0x01"},
+         "3:4: " + notGrammar + "expected the end of the file, found the text \"q\""},
+        {"a \x01", "1:3: " + notGrammar + "unexpected control character 0x01"},
+        {ozUtf16Bytes(u"CLASS") + "x", "odd number of bytes"},
+        {deep, "nested more than", "start = { \"(\" start } \")\" ;"},
     };
     for (const Case& each : cases) {
-        EXPECT_FALSE(Read(each.grammar, each.text)) << each.text;
-        EXPECT_EQ(
-            std::string(ErrorMessage()).rfind(std::string(adm.Path()) + ":" + each.message, 0), 0u)
-            << ErrorMessage();
+        EXPECT_FALSE(Read(each.grammar, each.text)) << each.message;
+        std::string message = ErrorMessage();
+        EXPECT_TRUE(
+            message.rfind(std::string(adm.Path()) + ":" + each.message, 0) == 0 ||
+            (!std::isdigit(each.message[0]) && message.find(each.message) != std::string::npos))
+            << message;
     }
 }
 
@@ -296,30 +290,12 @@ TEST_F(EngineTest, FailedGrammarKeepsTheOneBeforeAndTemplatesNeedOne)
     EXPECT_EQ(calls.size(), 1u);
 }
 
-// Well-formed UTF-16 templates are read through the loader's tests.
-TEST_F(EngineTest, Utf16TemplateOfOddLengthFails)
-{
-    ASSERT_TRUE(LoadGrammar(AllTokens));
-    adm.Write(ozUtf16Bytes(u"CLASS") + "x");
-    EXPECT_EQ(FileLoad(adm.Path(), 1), 0);
-    EXPECT_NE(std::string(ErrorMessage()).find("odd number of bytes"), std::string::npos);
-}
-
 TEST_F(EngineTest, TextAfterASectionHeaderIsNotRead)
 {
     ASSERT_TRUE(Read("start = { WORD @Record } [ SECTION REST ] ;",
                      "a\n[Strings]\nname=\"unclosed\n#endif\n\x01"))
         << ErrorMessage();
     EXPECT_EQ(calls.size(), 1u);
-}
-
-TEST_F(EngineTest, DeepNestingIsRefusedNotOverflowed)
-{
-    std::string text;
-    for (int i = 0; i < 100000; ++i)
-        text += "( ";
-    EXPECT_FALSE(Read("start = { \"(\" start } \")\" ;", text));
-    EXPECT_NE(std::string(ErrorMessage()).find("nested more than"), std::string::npos);
 }
 
 TEST_F(EngineTest, CodeObjectIsLentAndTakenBack)

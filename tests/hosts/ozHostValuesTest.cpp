@@ -18,16 +18,14 @@ namespace {
 
 TEST(ArgumentTexts, ReadAsBool)
 {
-    struct Case {
+    const struct {
         const char* text;
-        bool readable;
-        bool value;
-    };
-    for (const Case& c :
-         {Case{"TRUE", true, true}, Case{"true", true, true}, Case{"False", true, false},
-          Case{"0", true, false}, Case{"-1", true, true}, Case{"2", true, true},
-          Case{"0x0", true, false}, Case{"yes", false, false}, Case{"", false, false},
-          Case{"1 ", false, false}, Case{"TRUE1", false, false}}) {
+        bool readable, value;
+    } cases[] = {{"TRUE", true, true}, {"true", true, true},   {"False", true, false},
+                 {"0", true, false},   {"-1", true, true},     {"2", true, true},
+                 {"0x0", true, false}, {"yes", false, false},  {"", false, false},
+                 {"1 ", false, false}, {"TRUE1", false, false}};
+    for (const auto& c : cases) {
         bool value = !c.value;
         EXPECT_EQ(ozReadBool(c.text, value), c.readable) << c.text;
         if (c.readable) {
@@ -38,17 +36,17 @@ TEST(ArgumentTexts, ReadAsBool)
 
 TEST(ArgumentTexts, ReadAsWholeNumbersInRange)
 {
-    struct Case {
+    const struct {
         const char* text;
         bool readable;
         long long value;
-    };
-    for (const Case& c :
-         {Case{"0", true, 0}, Case{"-32768", true, -32768}, Case{"32767", true, 32767},
-          Case{"+7", true, 7}, Case{"0x1F", true, 31}, Case{"32768", false, 0},
-          Case{"-32769", false, 0}, Case{"", false, 0}, Case{"-", false, 0}, Case{"0x", false, 0},
-          Case{" 1", false, 0}, Case{"1e3", false, 0}, Case{"--1", false, 0},
-          Case{"12abc", false, 0}, Case{"99999999999999999999999", false, 0}}) {
+    } cases[] = {
+        {"0", true, 0},       {"-32768", true, -32768}, {"32767", true, 32767},
+        {"+7", true, 7},      {"0x1F", true, 31},       {"32768", false, 0},
+        {"-32769", false, 0}, {"", false, 0},           {"-", false, 0},
+        {"0x", false, 0},     {" 1", false, 0},         {"1e3", false, 0},
+        {"--1", false, 0},    {"12abc", false, 0},      {"99999999999999999999999", false, 0}};
+    for (const auto& c : cases) {
         long long value = -1;
         EXPECT_EQ(ozReadInteger(c.text, -32768, 32767, value), c.readable) << c.text;
         if (c.readable) {

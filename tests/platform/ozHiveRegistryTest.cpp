@@ -15,6 +15,7 @@
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
 #include "platform/ozRegistryApi.h"
+#include "tests/support/ozTestFiles.h"
 #include "tests/support/ozTestHive.h"
 
 namespace {
@@ -88,26 +89,26 @@ protected:
         return error;
     }
 
+    // The names of the keys directly below root, sorted.
+    std::vector<std::string> Below(HKEY root)
+    {
+        HKEY key = nullptr;
+        EXPECT_EQ(Open(root, "", &key), ERROR_SUCCESS);
+        std::vector<std::string> names = SubKeys(key);
+        RegCloseKey(key);
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
     fs::path folder;
 };
 
 TEST_F(MachineFolderTest, PredefinedKeysMapOntoTheHiveFiles)
 {
+    EXPECT_EQ(Below(HKEY_LOCAL_MACHINE), (std::vector<std::string>{"SOFTWARE", "SYSTEM"}));
+    EXPECT_EQ(Below(HKEY_USERS), (std::vector<std::string>{".DEFAULT", "alice", "bob"}));
+    EXPECT_EQ(Below(HKEY_CLASSES_ROOT), std::vector<std::string>{".txt"});
     HKEY key = nullptr;
-    ASSERT_EQ(Open(HKEY_LOCAL_MACHINE, "", &key), ERROR_SUCCESS);
-    EXPECT_EQ(SubKeys(key), (std::vector<std::string>{"SOFTWARE", "SYSTEM"}));
-    RegCloseKey(key);
-
-    ASSERT_EQ(Open(HKEY_USERS, "", &key), ERROR_SUCCESS);
-    std::vector<std::string> users = SubKeys(key);
-    std::sort(users.begin(), users.end());
-    EXPECT_EQ(users, (std::vector<std::string>{".DEFAULT", "alice", "bob"}));
-    RegCloseKey(key);
-
-    ASSERT_EQ(Open(HKEY_CLASSES_ROOT, "", &key), ERROR_SUCCESS);
-    EXPECT_EQ(SubKeys(key), std::vector<std::string>{".txt"});
-    RegCloseKey(key);
-
     // The current control set is the one Select\Current names.
     ASSERT_EQ(Open(HKEY_LOCAL_MACHINE, "system\\CurrentControlSet\\Services\\TCPIP", &key),
               ERROR_SUCCESS);
@@ -181,11 +182,7 @@ TEST_F(MachineFolderTest, HivesAreNeverOpenedForWriting)
 TEST_F(MachineFolderTest, DamagedHivesFailWithAClearError)
 {
     fs::path software = folder / "WINDOWS" / "system32" / "config" / "software";
-    std::string bytes;
-    {
-        std::ifstream in(software, std::ios::binary);
-        bytes.assign(std::istreambuf_iterator<char>(in), {});
-    }
+    const std::string bytes = ozReadTestFile(software.string());
     const struct {
         const char* what;
         std::string content;

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 
 #include "platform/ozAsciiCase.h"
 #include "platform/posix/ozUtf8.h"
+#include "tests/support/ozTestFiles.h"
 
 namespace {
 
@@ -246,11 +246,7 @@ bool ozTestHive::ReplaceInFile(const std::string& path, const std::string& from,
 {
     if (from.empty() || from.size() != to.size())
         return false;
-    std::string bytes;
-    {
-        std::ifstream in(path, std::ios::binary);
-        bytes.assign(std::istreambuf_iterator<char>(in), {});
-    }
+    std::string bytes = ozReadTestFile(path);
     size_t replaced = 0;
     for (size_t at = bytes.find(from); at != std::string::npos;
          at = bytes.find(from, at + 1), ++replaced)
