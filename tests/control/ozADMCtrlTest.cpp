@@ -249,6 +249,9 @@ TEST_F(ControlTest, AddFromRegistryMarksTheProfileAndNamesWhatCannotBeRead)
     control.AddString(98, "key %s, error %s: %s");
     EXPECT_FALSE(control.AddFromRegistry(1, (key + "\\Missing").c_str(), nullptr, false));
     EXPECT_TRUE(control.ShouldSave()) << "marked even when nothing could be read";
+    EXPECT_EQ(
+        control.Code()->tree->UsrTree().HasKey(HKEY_CURRENT_USER, (key + "\\Missing").c_str()),
+        nullptr);
     ASSERT_FALSE(ui.messages.empty());
     EXPECT_EQ(ui.messages.back().text,
               "key " + key + "\\Missing, error 2: " + ozSystemMessage(ERROR_FILE_NOT_FOUND));

@@ -133,20 +133,6 @@ TEST_F(RegistryImportTest, NonRecursiveReadTakesTheKeyOrOneValueByName)
     EXPECT_FALSE(tree.AddFromRegistry(HKEY_CURRENT_USER, nullptr, nullptr, true, nullptr));
 }
 
-TEST_F(RegistryImportTest, MissingKeyThrowsBeforeAnythingIsAdded)
-{
-    try {
-        tree.AddFromRegistry(HKEY_CURRENT_USER, Path("Missing\\Key").c_str(), nullptr, true,
-                             nullptr);
-        FAIL() << "no exception for a missing key";
-    } catch (const CRegistryKey::Exception& e) {
-        EXPECT_EQ(e.GetWhere(), "CRegistryKey::CRegistryKey(HKEY hKey ...)");
-        EXPECT_EQ(e.GetError(), static_cast<unsigned long>(ERROR_FILE_NOT_FOUND));
-        EXPECT_FALSE(e.GetErrorMessage().empty());
-    }
-    EXPECT_EQ(tree.Down(), nullptr);
-}
-
 TEST_F(RegistryImportTest, UnreachableMachineThrowsFromTheConnection)
 {
     try {
