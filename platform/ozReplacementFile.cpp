@@ -1,5 +1,6 @@
 #include "ozReplacementFile.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -30,6 +31,14 @@ unsigned long ProcessId()
 #else
     return static_cast<unsigned long>(getpid());
 #endif
+}
+
+// A name beside `path` that no other file of this process or another one takes: the process
+// and a number of the process's own.
+std::string UniqueBeside(const std::string& path, const char* ending)
+{
+    static std::atomic<unsigned long> counter{0};
+    return path + ".~" + std::to_string(ProcessId()) + "-" + std::to_string(++counter) + ending;
 }
 
 // Forces the file's written bytes to the disk, so that the rename never publishes a file
@@ -141,9 +150,7 @@ ozStatus ozReplacementFile::Open()
     m_committed = false;
     if (ozStatus followed = FollowLinks(m_target, m_replaced); !followed)
         return followed;
-    static std::atomic<unsigned long> counter{0};
-    m_temporary =
-        m_replaced + ".~" + std::to_string(ProcessId()) + "-" + std::to_string(++counter) + ".tmp";
+    m_temporary = UniqueBeside(m_replaced, ".tmp");
     std::error_code folderError;
     if (std::filesystem::is_directory(m_replaced, folderError))
         return ozStatus::Error("cannot replace \"" + m_target + "\": it is a folder", EISDIR);
@@ -198,18 +205,56 @@ ozStatus ozReplacementFile::Commit()
     return ozStatus::Ok();
 }
 
+ozStatus ozReplacementFile::KeepPrevious()
+{
+    namespace fs = std::filesystem;
+    std::error_code code;
+    m_previous.clear();
+    if (!fs::exists(m_replaced, code))
+        return ozStatus::Ok();
+    // A second name for the same file costs nothing; where the file system has none, a copy.
+    std::string kept = UniqueBeside(m_replaced, ".old");
+    fs::create_hard_link(m_replaced, kept, code);
+    if (code && !fs::copy_file(m_replaced, kept, code))
+        return ozStatus::Error("cannot keep the previous \"" + m_target + "\": " + code.message(),
+                               code.value());
+    m_previous = kept;
+    return ozStatus::Ok();
+}
+
 ozStatus ozReplacementFile::CommitAll(std::initializer_list<ozReplacementFile*> files)
 {
     ozStatus status;
     for (ozReplacementFile* file : files)
         if (status && file != nullptr)
             status = file->Finish();
+    // With more than one file, each keeps what it replaces until all are committed, so that a
+    // rename that fails after others succeeded can still leave every target as it was.
+    bool several = std::count(files.begin(), files.end(), nullptr) + 1 < std::ssize(files);
+    for (ozReplacementFile* file : files)
+        if (status && file != nullptr && several)
+            status = file->KeepPrevious();
     for (ozReplacementFile* file : files)
         if (status && file != nullptr)
             status = file->Commit();
-    if (!status)
-        for (ozReplacementFile* file : files)
-            if (file != nullptr)
-                file->Discard();
+    for (ozReplacementFile* file : files) {
+        if (file == nullptr)
+            continue;
+        std::string previous = std::move(file->m_previous);
+        file->m_previous.clear();
+        if (!status && file->m_committed) {
+            file->m_committed = false;
+            if (previous.empty())
+                std::remove(file->m_replaced.c_str());
+            else if (RenameOver(previous, file->m_replaced))
+                previous.clear();
+            else
+                continue;  // what cannot be put back stays beside the target, not lost
+        }
+        if (!status)
+            file->Discard();
+        if (!previous.empty())
+            std::remove(previous.c_str());
+    }
     return status;
 }

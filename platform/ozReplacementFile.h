@@ -46,18 +46,26 @@ public:
     // Removes the temporary file; the target stays as it was.
     void Discard();
 
-    // The files of one save: every one is finished before any replaces its target, so that a
-    // file that cannot be completed leaves all targets as they were. Null entries are skipped.
-    // Stops at the first failure; the files not yet committed are then discarded.
+    // The files of one save: every one is finished before any replaces its target, and each
+    // keeps the file it replaces under a second name until all are committed, so that a file
+    // that cannot be completed or renamed leaves all targets as they were (a target that did
+    // not exist is removed again). Null entries are skipped. Stops at the first failure; the
+    // files not yet committed are then discarded.
     static ozStatus CommitAll(std::initializer_list<ozReplacementFile*> files);
 
     const std::string& Target() const { return m_target; }
 
 private:
+    // With CommitAll: keeps the file about to be replaced under a second name (nothing when
+    // there is none), to be put back when a later file of the save fails.
+    ozStatus KeepPrevious();
+
     std::string m_target;
     // The file that is replaced: the target, or the file its links lead to.
     std::string m_replaced;
     std::string m_temporary;
+    // The previous file under its second name while CommitAll runs; empty when none.
+    std::string m_previous;
     std::FILE* m_file = nullptr;
     bool m_finished = false;
     bool m_committed = false;

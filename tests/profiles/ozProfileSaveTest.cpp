@@ -10,6 +10,7 @@
 #include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
+#include "platform/ozReplacementFile.h"
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTestFiles.h"
 
@@ -115,6 +116,24 @@ TEST(ProfileSave, FailedSaveLeavesEveryFileAsItWas)
             fs::remove(ozTestFilePath("save-folder" + library.suffix));
         }
     }
+}
+
+// A rename that fails after other files of the save were committed: what they replaced is put
+// back, and a file that was not there before is removed again.
+TEST(ProfileSave, LateFailedRenamePutsBackWhatWasReplaced)
+{
+    ozTestFile kept("late-kept.ozp", "old"), added("late-added.ozp");
+    fs::remove(added.Path());
+    const std::string blocked = ozTestFilePath("late-blocked.ozp");
+    ozReplacementFile first(kept.Path()), second(added.Path()), third(blocked);
+    for (ozReplacementFile* file : {&first, &second, &third})
+        ASSERT_TRUE(file->Open().IsOk() && file->Write("new").IsOk());
+    fs::create_directories(blocked + "/in-the-way");  // a folder takes its place after Open
+    EXPECT_FALSE(ozReplacementFile::CommitAll({&first, &second, &third}).IsOk());
+    EXPECT_EQ(ozReadTestFile(kept.Path()), "old");
+    EXPECT_FALSE(fs::exists(added.Path()));
+    EXPECT_FALSE(LeftTemporaryFiles(kept.Path()));
+    fs::remove_all(blocked);
 }
 
 #if !defined(_WIN32)
