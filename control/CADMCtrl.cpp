@@ -8,6 +8,7 @@
 #include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozVariableMarkers.h"
 #include "engine/ozEBNF.h"
+#include "loader/ozFailedTemplate.h"
 #include "ozApplication.h"
 #include "ozMessageFormat.h"
 #include "ozProfileBinding.h"
@@ -201,6 +202,7 @@ bool CADMCtrl::SetADM(const char* pszFilename)
     // the engine may still hold another control's, which must not become shared.
     tTreeCodeHandle* held = m_code;
     EBNFSetCodeHandle(held);
+    std::size_t stringsBefore = ozTemplateStringCount();
     bool loaded = FileLoad(pszFilename, 1) > 0;
     // The loader gives a lent code object back also after a failure, with what the template
     // merged before it failed.
@@ -215,6 +217,7 @@ bool CADMCtrl::SetADM(const char* pszFilename)
     }
     if (!loaded) {
         ShowMessage(HostMessageError, ErrorMessage());
+        ozForgetTemplateStringsAfter(stringsBefore);
         return false;
     }
     if (m_code != nullptr) {

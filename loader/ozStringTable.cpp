@@ -1,5 +1,6 @@
 #include "ozStringTable.h"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <new>
@@ -67,6 +68,24 @@ void ozStringTable::Reserve(size_t count)
         slots[at] = slot;
     }
     m_slots.swap(slots);
+}
+
+void ozStringTable::Truncate(size_t count)
+{
+    if (count >= m_entries.size())
+        return;
+    m_entries.resize(count);
+    // The slots of the forgotten entries would break the probe chains if merely emptied, so
+    // the entries that stay are filed again.
+    std::fill(m_slots.begin(), m_slots.end(), Slot{0, 0});
+    size_t mask = m_slots.size() - 1;
+    for (size_t entry = 0; entry < m_entries.size(); ++entry) {
+        size_t hash = HashOf(m_entries[entry].name.c_str());
+        size_t at = hash & mask;
+        while (m_slots[at].entry != 0)
+            at = (at + 1) & mask;
+        m_slots[at] = Slot{hash, entry + 1};
+    }
 }
 
 std::string ozStringTable::UnquotedValue(std::string value)

@@ -21,6 +21,8 @@ public:
     // The text of name (compared exactly), or null.
     const char* Find(const char* name) const;
     size_t Count() const { return m_entries.size(); }
+    // Forgets every entry filed after the first count, so their names can be filed again.
+    void Truncate(size_t count);
 
     // Reads the lines of a [strings] section, a run of zero-terminated lines ending in an empty
     // one, into the table. A line's name is the text before its first '=', upper-cased (ASCII);

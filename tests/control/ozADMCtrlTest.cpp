@@ -132,6 +132,11 @@ TEST_F(ControlTest, TemplatesMergeAndFailuresShowTheEngineMessage)
     EXPECT_NE(ui.messages[0].text.find(broken.Path()), std::string::npos) << Messages();
     ASSERT_NE(control.Code(), nullptr) << "what was merged so far stays";
     EXPECT_NE(control.Code()->tree->FindNode("USER\\Cat\\Pol"), nullptr);
+    // Nor do the [strings] of a failed template decide the references of the next one.
+    broken.Write("CLASS MACHINE\nCATEGORY !!Cat\nPOLICY\n[strings]\nCat=\"Taken\"\n");
+    EXPECT_FALSE(control.SetADM(broken.Path()));
+    ozTestFile refers("control-refers.adm", "CLASS MACHINE\nCATEGORY !!Cat\nEND CATEGORY\n");
+    EXPECT_FALSE(control.SetADM(refers.Path())) << "CAT is not defined";
 
     // Whatever keeps a template from being read, the templates held are not lost.
     tTreeCodeHandle* code = control.Code();
