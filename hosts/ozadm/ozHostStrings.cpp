@@ -1,18 +1,20 @@
 #include "ozHostStrings.h"
 
-#include <fstream>
+#include <sstream>
 
 #include "control/ozParameterText.h"
 #include "platform/ozTextConversion.h"
+#include "platform/ozWholeFile.h"
 
 bool ozReadHostStrings(const std::string& file, std::map<unsigned short, std::string>& table,
                        std::string& error)
 {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        error = file + ": the string table cannot be opened";
+    std::string bytes;
+    if (ozStatus read = ozReadWholeFile(file.c_str(), bytes); !read) {
+        error = file + ": the string table cannot be opened (" + read.Message() + ")";
         return false;
     }
+    std::istringstream in(bytes);
     std::string line;
     for (unsigned long lineNumber = 1; std::getline(in, line); ++lineNumber) {
         if (lineNumber == 1 && line.rfind("\xEF\xBB\xBF", 0) == 0)
@@ -35,10 +37,6 @@ bool ozReadHostStrings(const std::string& file, std::map<unsigned short, std::st
             error = where + "message " + std::to_string(number) + " is given twice";
             return false;
         }
-    }
-    if (in.bad()) {
-        error = file + ": the string table cannot be read";
-        return false;
     }
     return true;
 }
