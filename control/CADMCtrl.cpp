@@ -287,6 +287,8 @@ bool CADMCtrl::SaveSelState()
     if (m_displayMode == DisplayPolicies) {
         if (m_code != nullptr && !SavePoliciesToRegistry())
             return false;
+        if (m_views != nullptr)
+            m_views->MarkSelection(DisplayPolicies);
         ShowCode();
     } else if (m_views != nullptr) {
         m_views->StorePendingEdit(m_displayMode);

@@ -23,6 +23,9 @@ public:
     virtual bool CommitPartsPanel() = 0;
     // Forgets what the parts panel shows (before its code object goes).
     virtual void ClearPartsPanel() = 0;
+    // After the pending edit of displayMode's view was saved: marks what the view has selected
+    // in the registry trees, so that a profile saved now selects it again when loaded.
+    virtual void MarkSelection(int /*displayMode*/) {}
     // Has the registry view (mode 1) or the grid (mode 2) store its pending edit.
     virtual void StorePendingEdit(int displayMode) = 0;
     // Whether the policy view offers template editing.

@@ -1,0 +1,87 @@
+// The policy view (display mode 0): the loaded templates as a tree of roots, categories and
+// policies in the policy tree widget, with the parts panel beside it. A click on a policy's
+// icon cycles its state (disabled, not configured, enabled, disabled); selecting a policy shows
+// its parts, and the selection only moves on when the panel's values are accepted. With
+// template editing on, the tree also offers the template-editing menu, renames by F2 or a
+// double click, and edits action lists.
+//
+// Items carry their model node as data; the view holds no item after the tree it shows goes
+// (Fill with null empties it).
+#pragma once
+
+#include <string>
+
+#include "ozTreeWidget.h"
+
+class CADMCtrl;
+class ozADMNode;
+class ozPartsPanel;
+class ozViewPlatform;
+struct tTreeCodeHandle;
+
+// Host string-table entries the policy view uses.
+enum : unsigned short {
+    HostTextNoTemplate = 17,      // the placeholder item before the first fill
+    HostTextNewElementName = 18,  // the name of a new category or policy
+    HostTextDeleteCategory = 79,  // the question before deleting a category
+    HostTextDeleteElement = 80,   // ... any other element
+};
+
+// The template-editing menu's commands.
+enum : unsigned int {
+    PolicyCommandDelete = 32783,
+    PolicyCommandNewCategory = 32784,
+    PolicyCommandNewPolicy = 32785,
+    PolicyCommandControlProperties = 32794,
+    PolicyCommandRename = 32795,
+    PolicyCommandHelp = 32796,
+    PolicyCommandPolicyProperties = 32798,
+    PolicyCommandActionListOn = 32800,
+    PolicyCommandActionListOff = 32801,
+};
+
+class ozPolicyView : public ozTreeEvents {
+public:
+    ozPolicyView(ozViewPlatform& platform, ozPartsPanel& panel);
+
+    // The control whose document edits mark modified and whose host texts the view shows (not
+    // owned).
+    void Control(CADMCtrl* control) { m_control = control; }
+    // Sets up the tree: its images and the placeholder item (host text 17).
+    void Create();
+    // Rebuilds the tree from code's policy tree (null: empties it), the user root only when
+    // showUser, the machine root only when showMachine. The first policy marked selected is
+    // selected again and every mark is consumed.
+    void Fill(tTreeCodeHandle* code, bool showUser, bool showMachine);
+    // Marks the selected policy's registry key as selected, so that a profile saved now selects
+    // the policy again when loaded, and the policy itself, so that the next Fill (the control
+    // refreshes the view after saving) selects it again.
+    void MarkSelection();
+    void WithADMEdit(bool withEdit) { m_withADMEdit = withEdit; }
+    bool WithADMEdit() const { return m_withADMEdit; }
+    // Starts renaming item when its node is a category or a policy.
+    void Rename(ozTreeItem item);
+    // Runs a template-editing menu command on the node of the item last right-clicked.
+    void RunCommand(unsigned int command);
+
+    // ozTreeEvents
+    void ItemExpanding(ozTreeItem item, bool expanding) override;
+    void IconPressed(ozTreeItem item) override;
+    void IconReleased(ozTreeItem item) override;
+    bool SelectionChanging(ozTreeItem from, ozTreeItem to) override;
+    void SelectionChanged(ozTreeItem item) override;
+    void RightClicked(ozTreeItem item) override;
+    void DoubleClicked(ozTreeItem item) override;
+    void KeyPressed(int virtualKey) override;
+    bool LabelEdited(ozTreeItem item, const std::string* text) override;
+
+private:
+    ozViewPlatform& m_platform;
+    ozPartsPanel& m_panel;
+    CADMCtrl* m_control = nullptr;
+    tTreeCodeHandle* m_code = nullptr;
+    ozTreeItem m_pressed = ozNoItem;
+    ozTreeItem m_menuItem = ozNoItem;
+    ozADMNode* m_menuNode = nullptr;
+    bool m_withADMEdit = false;
+};

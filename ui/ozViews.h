@@ -1,0 +1,50 @@
+// The control's views on a platform: the policy view with its parts panel (display mode 0);
+// the registry view (1) and the registry-value grid (2) come with their own widgets. The
+// control reaches them through ozControlViews; hosts and tests reach the views themselves to
+// drive them as a user does.
+#pragma once
+
+#include "control/ozControlViews.h"
+#include "ozPartsPanel.h"
+#include "ozPolicyView.h"
+
+class CADMCtrl;
+class ozViewPlatform;
+
+class ozViews final : public ozControlViews {
+public:
+    // The widgets are the platform's; they must outlive the views.
+    explicit ozViews(ozViewPlatform& platform);
+
+    // The control the views belong to; call once it exists, before it shows anything.
+    void Attach(CADMCtrl& control);
+
+    ozPolicyView& PolicyView() { return m_policyView; }
+    ozPartsPanel& PartsPanel() { return m_panel; }
+    // The display mode whose view is visible, or -1 for none.
+    int VisibleMode() const { return m_visibleMode; }
+
+    // ozControlViews
+    void Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool showMachine) override;
+    void Hide(int displayMode) override;
+    bool IsVisible(int displayMode) const override;
+    bool CommitPartsPanel() override;
+    void ClearPartsPanel() override;
+    void MarkSelection(int displayMode) override;
+    void StorePendingEdit(int displayMode) override;
+    void WithADMEdit(bool withEdit) override;
+    bool GridInsert() override { return false; }
+    bool GridDelete() override { return false; }
+    bool ShowSearch() override { return false; }
+    bool ShowReplace() override { return false; }
+    bool HideSearch() override { return false; }
+    bool AskRegistryImport(RegistryChoice& choice) override;
+    void ShowLegend() override;
+    void ShowAbout() override;
+
+private:
+    ozViewPlatform& m_platform;
+    ozPartsPanel m_panel;
+    ozPolicyView m_policyView;
+    int m_visibleMode = -1;
+};
