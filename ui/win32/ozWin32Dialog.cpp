@@ -1,0 +1,201 @@
+#include "ozWin32Dialog.h"
+
+#include <commctrl.h>
+
+#include <string>
+
+#include "ozWin32Form.h"
+
+namespace {
+
+// The dialog units a label needs at least to stand left of its control.
+constexpr int LabelRoom = 30;
+constexpr int DialogMargin = 7;
+
+class TemplateWriter {
+public:
+    void Word(WORD word) { m_words.push_back(word); }
+    void Dword(DWORD dword)
+    {
+        Word(LOWORD(dword));
+        Word(HIWORD(dword));
+    }
+    void Text(const std::wstring& text)
+    {
+        m_words.insert(m_words.end(), text.begin(), text.end());
+        Word(0);
+    }
+    void Align()
+    {
+        if (m_words.size() % 2 != 0)
+            Word(0);
+    }
+    void Item(DWORD style, DWORD extendedStyle, int x, int y, int width, int height, int id,
+              const wchar_t* windowClass, const std::wstring& text)
+    {
+        Align();
+        Dword(style);
+        Dword(extendedStyle);
+        for (int number : {x, y, width, height})
+            Word(static_cast<WORD>(static_cast<short>(number)));
+        Word(static_cast<WORD>(id));
+        Text(windowClass);
+        Text(text);
+        Word(0);  // no creation data
+        ++m_items;
+    }
+    // The item count is the header's fifth word.
+    std::vector<DWORD> Finish()
+    {
+        m_words[4] = static_cast<WORD>(m_items);
+        Align();
+        std::vector<DWORD> dwords(m_words.size() / 2);
+        for (size_t index = 0; index < dwords.size(); ++index)
+            dwords[index] = MAKELONG(m_words[2 * index], m_words[2 * index + 1]);
+        return dwords;
+    }
+
+private:
+    std::vector<WORD> m_words;
+    int m_items = 0;
+};
+
+// What goes with each window of a dialog, in creation order: the control number it labels or
+// steps (0: none) and the spec of a control.
+struct DialogWindow {
+    int companionOf = 0;
+    const ozControlSpec* spec = nullptr;
+};
+
+std::vector<DialogWindow> DialogWindows(const ozDialogTemplate& layout)
+{
+    std::vector<DialogWindow> windows;
+    for (const ozControlSpec& spec : layout.controls) {
+        if (ozWin32HasLabel(spec))
+            windows.push_back({spec.id, nullptr});
+        windows.push_back({0, &spec});
+        if (spec.kind == ozControlKind::Number)
+            windows.push_back({spec.id, nullptr});
+    }
+    return windows;
+}
+
+class DialogForm final : public ozWin32Form<ozForm> {
+public:
+    explicit DialogForm(ozDialog& dialog) : m_dialog(dialog) {}
+    ozWin32FormControls& Controls() { return m_controls; }
+    ozDialog& Dialog() { return m_dialog; }
+
+private:
+    ozDialog& m_dialog;
+};
+
+INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_INITDIALOG) {
+        auto* form = reinterpret_cast<DialogForm*>(lParam);
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
+        ozWin32FormControls& controls = form->Controls();
+        controls.Parent(window);
+        std::vector<DialogWindow> windows = DialogWindows(form->Dialog().Layout());
+        size_t index = 0;
+        for (HWND child = GetWindow(window, GW_CHILD); child != nullptr && index < windows.size();
+             child = GetWindow(child, GW_HWNDNEXT), ++index) {
+            if (windows[index].companionOf != 0)
+                controls.Companion(windows[index].companionOf, child);
+            else if (windows[index].spec != nullptr)
+                ozWin32PrepareControl(child, *windows[index].spec);
+        }
+        HWND focus = GetFocus();
+        {
+            ozWin32FormControls::Quiet quiet(controls);
+            form->Dialog().Init(*form);
+        }
+        // TRUE lets the dialog put the focus on its first tab stop, unless Init chose one.
+        return GetFocus() == focus ? TRUE : FALSE;
+    }
+    auto* form = reinterpret_cast<DialogForm*>(GetWindowLongPtrW(window, DWLP_USER));
+    if (form == nullptr)
+        return FALSE;
+    if (message == WM_COMMAND) {
+        const int id = LOWORD(wParam);
+        if (id == IDOK && HIWORD(wParam) == BN_CLICKED) {
+            if (form->Dialog().Accept(*form))
+                EndDialog(window, IDOK);
+            return TRUE;
+        }
+        if (id == IDCANCEL) {
+            EndDialog(window, IDCANCEL);
+            return TRUE;
+        }
+        return form->Controls().Command(wParam, lParam, *form, &form->Dialog()) ? TRUE : FALSE;
+    }
+    if (message == WM_NOTIFY) {
+        LRESULT result = 0;
+        if (!form->Controls().Notify(lParam, *form, &form->Dialog(), result))
+            return FALSE;
+        SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
+        return TRUE;
+    }
+    return FALSE;
+}
+
+}  // namespace
+
+std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
+{
+    TemplateWriter writer;
+    writer.Dword(DS_MODALFRAME | DS_SETFONT | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU);
+    writer.Dword(0);
+    writer.Word(0);  // the item count, filled in by Finish
+    for (int number : {0, 0, layout.width, layout.height})
+        writer.Word(static_cast<WORD>(static_cast<short>(number)));
+    writer.Word(0);  // no menu
+    writer.Word(0);  // the standard dialog class
+    writer.Text(ozWin32Wide(layout.caption));
+    writer.Word(8);
+    writer.Text(L"MS Shell Dlg");
+
+    bool previousRadio = false;
+    for (const ozControlSpec& spec : layout.controls) {
+        const bool radio = spec.kind == ozControlKind::Radio;
+        if (ozWin32HasLabel(spec)) {
+            const std::wstring caption = ozWin32Wide(spec.caption);
+            const DWORD style = WS_CHILD | WS_VISIBLE | SS_NOPREFIX;
+            if (spec.x - DialogMargin >= LabelRoom)
+                writer.Item(style | SS_RIGHT, 0, DialogMargin, spec.y + 2,
+                            spec.x - DialogMargin - 3, 8, -1, L"Static", caption);
+            else
+                writer.Item(style | SS_LEFT, 0, spec.x, spec.y - 10, spec.width, 8, -1, L"Static",
+                            caption);
+        }
+        ozWin32ControlStyle style = ozWin32StyleOf(spec);
+        // A set of radio buttons starts with WS_GROUP, and so does whatever follows it.
+        if (!(radio && previousRadio))
+            style.style |= WS_GROUP;
+        if (radio && !previousRadio)
+            style.style |= WS_TABSTOP;
+        const bool editor = spec.kind == ozControlKind::Edit || spec.kind == ozControlKind::Number;
+        const std::wstring text = ozWin32HasLabel(spec) || editor ? L"" : ozWin32Wide(spec.caption);
+        // A drop-down's height includes its list.
+        const bool combo =
+            spec.kind == ozControlKind::ComboBox || spec.kind == ozControlKind::DropDown;
+        writer.Item(style.style, style.extendedStyle, spec.x, spec.y, spec.width,
+                    combo ? spec.height + 80 : spec.height, spec.id, style.windowClass, text);
+        if (spec.kind == ozControlKind::Number)
+            writer.Item(WS_CHILD | WS_VISIBLE | UDS_AUTOBUDDY | UDS_ALIGNRIGHT | UDS_ARROWKEYS, 0,
+                        0, 0, 0, 0, -1, UPDOWN_CLASSW, L"");
+        previousRadio = radio;
+    }
+    return writer.Finish();
+}
+
+bool ozWin32RunDialog(ozDialog& dialog, HWND owner, HINSTANCE resources)
+{
+    std::vector<DWORD> dialogTemplate = ozWin32DialogTemplate(dialog.Layout());
+    DialogForm form(dialog);
+    INT_PTR result = DialogBoxIndirectParamW(
+        resources, reinterpret_cast<const DLGTEMPLATE*>(dialogTemplate.data()), owner,
+        DialogProcedure, reinterpret_cast<LPARAM>(&form));
+    return result == IDOK;
+}

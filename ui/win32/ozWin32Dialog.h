@@ -1,0 +1,20 @@
+// Runs an ozDialog as a modal Windows dialog built in memory from its layout: a DLGTEMPLATE
+// in dialog units with the "MS Shell Dlg" 8 font, the controls in tab order (tab stops on
+// what takes input, WS_GROUP where a set of radio buttons starts and ends), a two-column list
+// as a list view, a number as an edit with an up-down control, and the caption of a labelled
+// control as a static to its left (or above it, where the layout leaves no room on the left).
+// The dialog's commands go to the ozDialog; OK ends it when Accept agrees, Cancel ends it.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+#include "ui/ozForm.h"
+
+// The dialog template of layout, DWORD-aligned as DialogBoxIndirectParam needs it.
+std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout);
+
+// Runs dialog modally, owned by owner, with controls from resources' window classes; true when
+// it ended with OK. Returns false at once when the dialog cannot be created.
+bool ozWin32RunDialog(ozDialog& dialog, HWND owner, HINSTANCE resources);

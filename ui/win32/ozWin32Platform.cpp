@@ -1,0 +1,113 @@
+#include "ozWin32Platform.h"
+
+#include "ozWin32Dialog.h"
+#include "ozWin32Menu.h"
+
+ozWin32Platform::~ozWin32Platform()
+{
+    if (m_views[0] != nullptr)
+        RemoveWindowSubclass(m_views[0], PolicyViewSubclass, 0);
+}
+
+bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HINSTANCE instance)
+{
+    INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES |
+                                                        ICC_UPDOWN_CLASS | ICC_STANDARD_CLASSES};
+    InitCommonControlsEx(&classes);
+    m_instance = instance;
+    if (!m_tree.Create(views[0], PolicyTreeId, instance))
+        return false;
+    if (!m_panel.Create(views[0], instance)) {
+        DestroyWindow(m_tree.Window());
+        m_tree.Forget();
+        return false;
+    }
+    m_control = control;
+    m_views = views;
+    SetWindowSubclass(views[0], PolicyViewSubclass, 0, reinterpret_cast<DWORD_PTR>(this));
+    Layout();
+    return true;
+}
+
+void ozWin32Platform::Forget()
+{
+    m_control = nullptr;
+    m_views = {};
+    m_tree.Forget();
+}
+
+void ozWin32Platform::UnregisterClasses(HINSTANCE instance)
+{
+    ozWin32Panel::UnregisterClass(instance);
+}
+
+void ozWin32Platform::Layout()
+{
+    if (m_views[0] == nullptr)
+        return;
+    RECT area;
+    GetClientRect(m_views[0], &area);
+    const int treeWidth = MulDiv(area.right, TreeShare, 100);
+    MoveWindow(m_tree.Window(), 0, 0, treeWidth, area.bottom, TRUE);
+    MoveWindow(m_panel.Window(), treeWidth, 0, area.right - treeWidth, area.bottom, TRUE);
+}
+
+void ozWin32Platform::ShowView(int displayMode, bool visible)
+{
+    if (displayMode < 0 || displayMode >= static_cast<int>(m_views.size()) ||
+        m_views[static_cast<size_t>(displayMode)] == nullptr)
+        return;
+    HWND view = m_views[static_cast<size_t>(displayMode)];
+    if (!visible) {
+        // The focus must not stay in a hidden window, where keys would go unseen.
+        HWND focus = GetFocus();
+        if (focus != nullptr && (focus == view || IsChild(view, focus)))
+            SetFocus(m_control);
+    }
+    ShowWindow(view, visible ? SW_SHOW : SW_HIDE);
+    if (visible && displayMode == 0)
+        Layout();
+}
+
+void ozWin32Platform::PopupMenu(const ozMenu& menu,
+                                std::function<void(unsigned int command)> chosen)
+{
+    HWND owner = m_views[0] != nullptr ? m_views[0] : m_control;
+    if (owner == nullptr)
+        return;
+    unsigned int command = ozWin32TrackMenu(menu, owner, m_instance);
+    if (command != 0 && chosen)
+        chosen(command);
+}
+
+void ozWin32Platform::RunDialog(std::unique_ptr<ozDialog> dialog,
+                                std::function<void(ozDialog& dialog, bool accepted)> ended)
+{
+    if (!dialog)
+        return;
+    bool accepted = ozWin32RunDialog(*dialog, m_control, m_instance);
+    if (ended)
+        ended(*dialog, accepted);
+}
+
+LRESULT CALLBACK ozWin32Platform::PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
+                                                     LPARAM lParam, UINT_PTR, DWORD_PTR self)
+{
+    auto* platform = reinterpret_cast<ozWin32Platform*>(self);
+    switch (message) {
+        case WM_SIZE:
+            platform->Layout();
+            break;
+        case WM_NOTIFY: {
+            LRESULT result = 0;
+            if (platform->m_tree.Notify(*reinterpret_cast<const NMHDR*>(lParam), result))
+                return result;
+            break;
+        }
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(window, PolicyViewSubclass, 0);
+            platform->Forget();
+            break;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}

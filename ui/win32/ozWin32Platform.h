@@ -1,0 +1,65 @@
+// The views' platform on Windows: the policy tree (left, 55 %) and the parts panel (right,
+// 45 %) inside the policy view's window, popup menus tracked at the cursor, dialogs run
+// modally over the control's window, and the host's message boxes. The view windows of the
+// three display modes are the control's (it creates and places them); the platform puts the
+// tree and the panel into the first, forwards its notifications and shows and hides them.
+//
+// The object exists before the windows: until Attach and after the windows go, the widgets
+// do nothing and no view is visible, so that the control can hold it from construction.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+
+#include "ozWin32Panel.h"
+#include "ozWin32Tree.h"
+#include "ui/ozViewPlatform.h"
+
+class ozWin32Platform final : public ozViewPlatform {
+public:
+    // The control number of the policy tree in the policy view's window.
+    static constexpr int PolicyTreeId = 100;
+    // The share of the policy view's width the tree takes, in percent.
+    static constexpr int TreeShare = 55;
+
+    // ui shows the messages (not owned; it must outlive the platform).
+    explicit ozWin32Platform(ozHostUI& ui) : m_ui(ui) {}
+    ~ozWin32Platform() override;
+    ozWin32Platform(const ozWin32Platform&) = delete;
+    ozWin32Platform& operator=(const ozWin32Platform&) = delete;
+
+    // The control's window and its views (display modes 0 to 2), which must exist; instance is
+    // the module with the bitmaps and window classes. Creates the tree and the panel in the
+    // policy view; false, with nothing created, when they cannot be created.
+    bool Attach(HWND control, const std::array<HWND, 3>& views, HINSTANCE instance);
+    // The windows went.
+    void Forget();
+    // Places the tree and the panel in the policy view (after it was resized).
+    void Layout();
+    // Removes the window classes; a module about to be unloaded calls this.
+    static void UnregisterClasses(HINSTANCE instance);
+
+    ozWin32Tree& Tree() { return m_tree; }
+    ozWin32Panel& Panel() { return m_panel; }
+
+    // ozViewPlatform
+    ozHostUI& UI() override { return m_ui; }
+    void ShowView(int displayMode, bool visible) override;
+    ozTreeWidget& PolicyTree() override { return m_tree; }
+    ozPanelWidget& PartsPanel() override { return m_panel; }
+    void PopupMenu(const ozMenu& menu, std::function<void(unsigned int command)> chosen) override;
+    void RunDialog(std::unique_ptr<ozDialog> dialog,
+                   std::function<void(ozDialog& dialog, bool accepted)> ended) override;
+
+private:
+    static LRESULT CALLBACK PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
+                                               LPARAM lParam, UINT_PTR id, DWORD_PTR self);
+
+    ozHostUI& m_ui;
+    HWND m_control = nullptr;
+    std::array<HWND, 3> m_views = {};
+    HINSTANCE m_instance = nullptr;
+    ozWin32Tree m_tree;
+    ozWin32Panel m_panel;
+};
