@@ -19,8 +19,9 @@ HRESULT ozADMControl::Create(REFIID iid, void** object)
 }
 
 ozADMControl::ozADMControl()
-    : m_control(m_ui, &m_windows), m_events(*static_cast<IDispatch*>(this), *this, DIID__DADMEvents)
+    : m_control(m_ui, &m_views), m_events(*static_cast<IDispatch*>(this), *this, DIID__DADMEvents)
 {
+    m_views.Attach(m_control);
     m_persisted = PersistentState();
     ozComModule::ObjectCreated();
 }

@@ -5,14 +5,15 @@
 //
 // As an embedded control it is activated in place only, inside out: DoVerb with any showing
 // verb creates its window as a child of the site's window (ozADMControlOle.cpp,
-// ozADMControlWindow.cpp), with the child windows of ozControlWindows, which are the views
-// CADMCtrl shows; OLEIVERB_UIACTIVATE and OLEIVERB_SHOW also make it the container's active
-// object (IOleInPlaceActiveObject, ozADMControlActive.cpp). Keys are pre-translated (Tab to
-// the keyboard window, End, Home and the arrows to the focus) in TranslateAccelerator and by
-// the thread's message hook (ozMessageHook). It draws itself for containers that ask
-// (IViewObject2), keeps its properties in a stream (IPersistStreamInit) and names its property
-// page (ozADMControlPersist.cpp). Key presses in its window fire KeyDown unless the container
-// froze events. Apartment-threaded: all calls come from the thread that created the object.
+// ozADMControlWindow.cpp), with the child windows of ozControlWindows; the views CADMCtrl
+// shows (ozViews) draw into them through the Windows widgets (ozWin32Platform). OLEIVERB_UIACTIVATE
+// and OLEIVERB_SHOW also make it the container's active object (IOleInPlaceActiveObject,
+// ozADMControlActive.cpp). Keys are pre-translated (Tab to the keyboard window, End, Home and the
+// arrows to the focus) in TranslateAccelerator and by the thread's message hook (ozMessageHook). It
+// draws itself for containers that ask (IViewObject2), keeps its properties in a stream
+// (IPersistStreamInit) and names its property page (ozADMControlPersist.cpp). Key presses in its
+// window fire KeyDown unless the container froze events. Apartment-threaded: all calls come from
+// the thread that created the object.
 #pragma once
 
 #include <windows.h>
@@ -27,6 +28,8 @@
 #include "ozControlWindows.h"
 #include "ozMessageBoxHostUI.h"
 #include "ozMessageHook.h"
+#include "ui/ozViews.h"
+#include "ui/win32/ozWin32Platform.h"
 
 class ozDispatchCall;
 
@@ -220,8 +223,10 @@ private:
 
     LONG m_references = 1;
     ozMessageBoxHostUI m_ui;
-    // Before m_control, which keeps a pointer to it.
     ozControlWindows m_windows;
+    // The views and their widgets, before m_control, which keeps a pointer to the views.
+    ozWin32Platform m_platform{m_ui};
+    ozViews m_views{m_platform};
     CADMCtrl m_control;
     ozConnectionPoint m_events;
     IFontDisp* m_font = nullptr;

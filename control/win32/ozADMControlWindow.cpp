@@ -1,7 +1,7 @@
 // The control's window: a child of the container's window while the control is active in
-// place. It holds the child windows (ozControlWindows), lays them out when it is created and
-// resized, counts itself with the thread's message hook while it exists, paints the control
-// and turns key presses into KeyDown events.
+// place. It holds the child windows (ozControlWindows) with the views' widgets in them
+// (ozWin32Platform), lays them out when it is created and resized, counts itself with the thread's
+// message hook while it exists, paints the control and turns key presses into KeyDown events.
 #include <windows.h>
 
 #include "ozADMControl.h"
@@ -93,6 +93,7 @@ void ozADMControl::UnregisterWindowClass()
 {
     UnregisterClassW(WindowClass, ozComModule::Instance());
     ozControlWindows::UnregisterClasses(ozComModule::Instance());
+    ozWin32Platform::UnregisterClasses(ozComModule::Instance());
 }
 
 HRESULT ozADMControl::CreateControlWindow(HWND parent, const RECT& position)
@@ -111,6 +112,15 @@ bool ozADMControl::WindowCreated(HWND window)
     m_window = window;
     if (!m_windows.Create(window, ozComModule::Instance()))
         return false;
+    if (!m_platform.Attach(window, m_windows.Views(), ozComModule::Instance())) {
+        for (HWND child : {m_windows.Frame(), m_windows.View(0), m_windows.View(1),
+                           m_windows.View(2), m_windows.Keyboard()})
+            DestroyWindow(child);
+        m_windows.Forget();
+        return false;
+    }
+    // The policy view set up its tree before the tree's window existed: again, now that it does.
+    m_views.PolicyView().Create();
     Layout();
     // Without the hook the control still gets keys from hosts that call TranslateAccelerator.
     ozMessageHook::Attach(*this);
@@ -124,6 +134,7 @@ void ozADMControl::WindowDestroying()
         ozMessageHook::Detach(*this);
     m_hooked = false;
     m_windows.Forget();
+    m_platform.Forget();
 }
 
 void ozADMControl::Layout()

@@ -180,27 +180,3 @@ bool ozControlWindows::PreTranslateMessage(const MSG& message) const
     }
     return false;
 }
-
-void ozControlWindows::Show(int displayMode, tTreeCodeHandle*, bool, bool)
-{
-    if (HWND view = View(displayMode); view != nullptr)
-        ShowWindow(view, SW_SHOW);
-}
-
-void ozControlWindows::Hide(int displayMode)
-{
-    HWND view = View(displayMode);
-    if (view == nullptr)
-        return;
-    // The focus must not stay in a hidden window, where keys would go unseen.
-    if (GetFocus() == view)
-        SetFocus(m_control);
-    ShowWindow(view, SW_HIDE);
-}
-
-bool ozControlWindows::IsVisible(int displayMode) const
-{
-    // The view's own state: IsWindowVisible would also ask the control's window and the host's.
-    HWND view = View(displayMode);
-    return view != nullptr && (GetWindowLongPtrW(view, GWL_STYLE) & WS_VISIBLE) != 0;
-}

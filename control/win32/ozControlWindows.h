@@ -12,9 +12,9 @@
 
 #include <windows.h>
 
-#include "control/ozControlViews.h"
+#include <array>
 
-class ozControlWindows final : public ozControlViews {
+class ozControlWindows final {
 public:
     // The space left free on the right and at the bottom of the views, in pixels.
     static constexpr int Margin = 6;
@@ -43,6 +43,7 @@ public:
     HWND Frame() const { return m_frame; }
     // The view of displayMode; null for a mode that is none or before Create.
     HWND View(int displayMode) const;
+    std::array<HWND, 3> Views() const { return {m_views[0], m_views[1], m_views[2]}; }
     HWND Keyboard() const { return m_keyboard; }
 
     // What the control does with a message before it is dispatched: a key-down of Tab goes to
@@ -51,23 +52,6 @@ public:
     // the control's window or its descendants are taken; true when the message was handled
     // here and must not be dispatched.
     bool PreTranslateMessage(const MSG& message) const;
-
-    // ozControlViews
-    void Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool showMachine) override;
-    void Hide(int displayMode) override;
-    bool IsVisible(int displayMode) const override;
-    bool CommitPartsPanel() override { return true; }
-    void ClearPartsPanel() override {}
-    void StorePendingEdit(int) override {}
-    void WithADMEdit(bool) override {}
-    bool GridInsert() override { return false; }
-    bool GridDelete() override { return false; }
-    bool ShowSearch() override { return false; }
-    bool ShowReplace() override { return false; }
-    bool HideSearch() override { return false; }
-    bool AskRegistryImport(RegistryChoice&) override { return false; }
-    void ShowLegend() override {}
-    void ShowAbout() override {}
 
 private:
     HWND m_control = nullptr;

@@ -2,15 +2,27 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <string>
 
 #include "ozWin32Form.h"
 
 namespace {
 
-// The dialog units a label needs at least to stand left of its control.
-constexpr int LabelRoom = 30;
-constexpr int DialogMargin = 7;
+constexpr int LabelHeight = 8;
+constexpr int LabelGap = 3;
+
+// The width of a label in dialog units: a horizontal dialog unit is a quarter of the font's
+// average character, and capitals and wide letters take more.
+int LabelWidth(const std::wstring& caption)
+{
+    int width = 2;
+    for (wchar_t character : caption)
+        width += (character >= L'A' && character <= L'Z') || character == L'm' || character == L'w'
+                     ? 6
+                     : 4;
+    return width;
+}
 
 class TemplateWriter {
 public:
@@ -159,15 +171,22 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
     bool previousRadio = false;
     for (const ozControlSpec& spec : layout.controls) {
         const bool radio = spec.kind == ozControlKind::Radio;
+        // A label takes the front of its control's area: the left of a one-line control, the
+        // top of a list or tree.
+        int x = spec.x, y = spec.y, width = spec.width, height = spec.height;
         if (ozWin32HasLabel(spec)) {
             const std::wstring caption = ozWin32Wide(spec.caption);
-            const DWORD style = WS_CHILD | WS_VISIBLE | SS_NOPREFIX;
-            if (spec.x - DialogMargin >= LabelRoom)
-                writer.Item(style | SS_RIGHT, 0, DialogMargin, spec.y + 2,
-                            spec.x - DialogMargin - 3, 8, -1, L"Static", caption);
-            else
-                writer.Item(style | SS_LEFT, 0, spec.x, spec.y - 10, spec.width, 8, -1, L"Static",
-                            caption);
+            const DWORD style = WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX;
+            if (spec.kind == ozControlKind::List || spec.kind == ozControlKind::Tree) {
+                writer.Item(style, 0, x, y, width, LabelHeight, -1, L"Static", caption);
+                y += LabelHeight + 1;
+                height -= LabelHeight + 1;
+            } else {
+                const int labelWidth = std::min(width / 2, LabelWidth(caption));
+                writer.Item(style, 0, x, y + 3, labelWidth, LabelHeight, -1, L"Static", caption);
+                x += labelWidth + LabelGap;
+                width -= labelWidth + LabelGap;
+            }
         }
         ozWin32ControlStyle style = ozWin32StyleOf(spec);
         // A set of radio buttons starts with WS_GROUP, and so does whatever follows it.
@@ -180,8 +199,8 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
         // A drop-down's height includes its list.
         const bool combo =
             spec.kind == ozControlKind::ComboBox || spec.kind == ozControlKind::DropDown;
-        writer.Item(style.style, style.extendedStyle, spec.x, spec.y, spec.width,
-                    combo ? spec.height + 80 : spec.height, spec.id, style.windowClass, text);
+        writer.Item(style.style, style.extendedStyle, x, y, width, combo ? height + 80 : height,
+                    spec.id, style.windowClass, text);
         if (spec.kind == ozControlKind::Number)
             writer.Item(WS_CHILD | WS_VISIBLE | UDS_AUTOBUDDY | UDS_ALIGNRIGHT | UDS_ARROWKEYS, 0,
                         0, 0, 0, 0, -1, UPDOWN_CLASSW, L"");

@@ -2,7 +2,8 @@
 // in dialog units with the "MS Shell Dlg" 8 font, the controls in tab order (tab stops on
 // what takes input, WS_GROUP where a set of radio buttons starts and ends), a two-column list
 // as a list view, a number as an edit with an up-down control, and the caption of a labelled
-// control as a static to its left (or above it, where the layout leaves no room on the left).
+// control as a static in the front of the control's own area: at the left of a one-line
+// control, at the top of a list or tree (the layouts place controls, not their labels).
 // The dialog's commands go to the ozDialog; OK ends it when Accept agrees, Cancel ends it.
 #pragma once
 

@@ -98,6 +98,13 @@ LRESULT CALLBACK ozWin32Platform::PolicyViewSubclass(HWND window, UINT message, 
         case WM_SIZE:
             platform->Layout();
             break;
+        case WM_SETFOCUS:
+            // The view's focus is its tree's.
+            if (platform->m_tree.Window() != nullptr) {
+                SetFocus(platform->m_tree.Window());
+                return 0;
+            }
+            break;
         case WM_NOTIFY: {
             LRESULT result = 0;
             if (platform->m_tree.Notify(*reinterpret_cast<const NMHDR*>(lParam), result))

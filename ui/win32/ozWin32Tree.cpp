@@ -71,8 +71,9 @@ bool ozWin32Tree::Create(HWND parent, int id, HINSTANCE resources)
     SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
                  FALSE);
     SetWindowSubclass(m_window, Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
-    if (m_images != nullptr)
-        TreeView_SetImageList(m_window, m_images, TVSIL_NORMAL);
+    // Images given before the window existed are loaded now, from the module's resources.
+    if (!m_bitmaps.empty())
+        LoadImages();
     return true;
 }
 
@@ -84,20 +85,25 @@ void ozWin32Tree::Forget()
 
 void ozWin32Tree::Images(const std::vector<int>& bitmapResources)
 {
+    m_bitmaps = bitmapResources;
+    if (m_window != nullptr)
+        LoadImages();
+}
+
+void ozWin32Tree::LoadImages()
+{
     if (m_images != nullptr)
         ImageList_Destroy(m_images);
     m_images = ImageList_Create(ImageSize, ImageSize, ILC_COLOR24 | ILC_MASK, 8, 8);
-    for (int resource : bitmapResources) {
-        auto bitmap = static_cast<HBITMAP>(
-            LoadImageW(m_resources != nullptr ? m_resources : GetModuleHandleW(nullptr),
-                       MAKEINTRESOURCEW(resource), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+    for (int resource : m_bitmaps) {
+        auto bitmap = static_cast<HBITMAP>(LoadImageW(m_resources, MAKEINTRESOURCEW(resource),
+                                                      IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
         if (bitmap == nullptr)
             bitmap = BlankBitmap();
         ImageList_AddMasked(m_images, bitmap, MaskColour);
         DeleteObject(bitmap);
     }
-    if (m_window != nullptr)
-        TreeView_SetImageList(m_window, m_images, TVSIL_NORMAL);
+    TreeView_SetImageList(m_window, m_images, TVSIL_NORMAL);
 }
 
 void ozWin32Tree::DeleteAll()

@@ -13,6 +13,8 @@
 
 #include <commctrl.h>
 
+#include <vector>
+
 #include "ui/ozTreeWidget.h"
 
 class ozWin32Tree final : public ozTreeWidget {
@@ -66,8 +68,12 @@ private:
     void ButtonReleased(ozTreeItem item);
     bool GetItem(ozTreeItem item, UINT mask, TVITEMW& data) const;
 
+    // Fills the image list from the bitmaps of m_bitmaps.
+    void LoadImages();
+
     HWND m_window = nullptr;
     HINSTANCE m_resources = nullptr;
+    std::vector<int> m_bitmaps;
     HIMAGELIST m_images = nullptr;
     ozTreeEvents* m_events = nullptr;
     // Programmatic changes under way, whose notifications are not events.
