@@ -11,6 +11,8 @@ packages=(
   libhivex-dev libhivex-bin
   # the Windows half: cross-build, and tests under Wine
   g++-mingw-w64-x86-64 mingw-w64-tools wine wine64 libwine-dev xvfb xauth
+  # Wine's own fonts, for the window captions and controls in the screenshots
+  fonts-wine
   # the screenshot of the embedded control, and the Windows distribution's archive
   imagemagick zip unzip
   # the generator of the views' bitmaps (ui/bitmaps)

@@ -12,13 +12,11 @@
 #include "ozControlWindows.h"
 #include "ozMessageHook.h"
 #include "ozVariantText.h"
+#include "tests/support/ozRecordingHostUI.h"
+#include "ui/ozViews.h"
+#include "ui/win32/ozWin32Platform.h"
 
 namespace {
-
-class SilentUI final : public ozHostUI {
-public:
-    bool ShowMessage(tHOSTMESSAGEKIND, const std::string&) override { return false; }
-};
 
 struct HookClient final : ozHookClient {
     const CADMCtrl* control = nullptr;
@@ -47,6 +45,8 @@ protected:
         ASSERT_NE(host, nullptr);
         SetWindowPos(host, nullptr, 0, 0, 320, 240, SWP_NOZORDER | SWP_NOMOVE);
         ASSERT_TRUE(windows.Create(host, GetModuleHandleW(nullptr)));
+        ASSERT_TRUE(platform.Attach(host, windows.Views(), GetModuleHandleW(nullptr)));
+        views.Attach(control);
     }
     void TearDown() override
     {
@@ -57,9 +57,11 @@ protected:
     }
 
     static HWND host;
-    SilentUI ui;
+    ozRecordingHostUI ui;
     ozControlWindows windows;
-    CADMCtrl control{ui, &windows};
+    ozWin32Platform platform{ui};
+    ozViews views{platform};
+    CADMCtrl control{ui, &views};
 };
 
 HWND ControlWindowsTest::host = nullptr;
@@ -77,7 +79,7 @@ TEST_F(ControlWindowsTest, TinyControlGivesTheViewsNoNegativeSize)
 TEST_F(ControlWindowsTest, RefreshShowsTheViewOfTheDisplayModeOnly)
 {
     for (int mode : {0, 1, 2})
-        EXPECT_FALSE(windows.IsVisible(mode)) << "before the first layout";
+        EXPECT_FALSE(Visible(windows.View(mode))) << "before the first layout";
     control.Refresh();
     SetFocus(windows.View(DisplayRegistry));
     ASSERT_EQ(GetFocus(), windows.View(DisplayRegistry));

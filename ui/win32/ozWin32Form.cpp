@@ -482,7 +482,12 @@ bool ozWin32FormControls::Notify(LPARAM lParam, ozForm& form, ozFormEvents* even
         return false;
     result = 0;
     if (header->code == UDN_DELTAPOS) {
-        StepNumber(header->hwndFrom, reinterpret_cast<const NMUPDOWN*>(lParam)->iDelta);
+        // The delta counts towards the up-down's maximum, which may lie below its minimum.
+        int minimum = 0, maximum = 0;
+        SendMessageW(header->hwndFrom, UDM_GETRANGE32, reinterpret_cast<WPARAM>(&minimum),
+                     reinterpret_cast<LPARAM>(&maximum));
+        const int delta = reinterpret_cast<const NMUPDOWN*>(lParam)->iDelta;
+        StepNumber(header->hwndFrom, maximum < minimum ? -delta : delta);
         // The up-down control keeps no position of its own.
         result = TRUE;
         return true;

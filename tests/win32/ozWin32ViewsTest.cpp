@@ -1,0 +1,424 @@
+// The views in the real Windows controls, driven through the controls' messages as a user's
+// mouse and keys drive them, with the model checked afterwards: state cycling by clicks on a
+// policy's icon, a selection refused while a part's value does not fit, the parts panel's
+// editors stored by SaveSelState, the context menu's action list editor, the list box dialog.
+// Also reports how long filling the tree from a large template takes, and, when
+// OZ_SCREENSHOT_DIR is set, saves pictures of the policy view and the two dialogs there.
+//
+// Menus and dialogs are modal: a thread timer, dispatched by their message loops, plays the
+// user's part in them.
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <string>
+
+#include "control/CADMCtrl.h"
+#include "core/adm/ozADMPolicy.h"
+#include "ozControlWindows.h"
+#include "tests/support/ozRecordingHostUI.h"
+#include "tests/support/ozTemplateLoad.h"
+#include "tests/support/ozTestFiles.h"
+#include "ui/ozActionListDialog.h"
+#include "ui/ozListBoxDialog.h"
+#include "ui/ozViews.h"
+#include "ui/win32/ozWin32Platform.h"
+
+namespace {
+
+void Pump()
+{
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+std::wstring WindowText(HWND window)
+{
+    wchar_t text[256] = {};
+    GetWindowTextW(window, text, 256);
+    return text;
+}
+
+// Saves the window as NAME.bmp into OZ_SCREENSHOT_DIR (nothing without it).
+void Screenshot(HWND window, const char* name)
+{
+    const char* folder = std::getenv("OZ_SCREENSHOT_DIR");
+    if (folder == nullptr || window == nullptr)
+        return;
+    RedrawWindow(window, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    RECT area;
+    GetWindowRect(window, &area);
+    const int width = area.right - area.left, height = area.bottom - area.top;
+    HDC screen = GetDC(nullptr);
+    HDC memory = CreateCompatibleDC(screen);
+    HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
+    HGDIOBJ old = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
+    SelectObject(memory, old);
+    BITMAPINFOHEADER info = {};
+    info.biSize = sizeof info;
+    info.biWidth = width;
+    info.biHeight = height;
+    info.biPlanes = 1;
+    info.biBitCount = 24;
+    const DWORD rowBytes = ((width * 3 + 3) / 4) * 4;
+    std::string pixels(rowBytes * height, '\0');
+    GetDIBits(memory, bitmap, 0, height, pixels.data(), reinterpret_cast<BITMAPINFO*>(&info),
+              DIB_RGB_COLORS);
+    BITMAPFILEHEADER file = {0x4D42, static_cast<DWORD>(sizeof file + sizeof info + pixels.size()),
+                             0, 0, sizeof file + sizeof info};
+    std::string path = ozPlatformPath(folder) + "/" + name + ".bmp";
+    if (FILE* out = std::fopen(path.c_str(), "wb")) {
+        std::fwrite(&file, sizeof file, 1, out);
+        std::fwrite(&info, sizeof info, 1, out);
+        std::fwrite(pixels.data(), 1, pixels.size(), out);
+        std::fclose(out);
+    }
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+}
+
+// The user inside a modal menu or dialog: called from a thread timer until it returns true.
+std::function<bool()> g_user;
+int g_ticks = 0;
+
+void CALLBACK UserTimer(HWND, UINT, UINT_PTR timer, DWORD)
+{
+    // A user who never finds what was expected ends the menus and dialogs, so that the test
+    // fails instead of hanging.
+    if (++g_ticks > 100) {
+        KillTimer(nullptr, timer);
+        EndMenu();
+        if (HWND dialog = FindWindowW(L"#32770", nullptr))
+            EndDialog(dialog, IDCANCEL);
+        return;
+    }
+    if (g_user && g_user())
+        g_user = nullptr;
+}
+
+// Chooses the entry captioned caption of the open popup menu, by the keys a user presses.
+bool ChooseFromMenu(const wchar_t* caption)
+{
+    HWND window = FindWindowW(L"#32768", nullptr);
+    if (window == nullptr || !IsWindowVisible(window))
+        return false;
+    auto menu = reinterpret_cast<HMENU>(SendMessageW(window, MN_GETHMENU, 0, 0));
+    int downs = 0;
+    for (int position = 0; position < GetMenuItemCount(menu); ++position) {
+        wchar_t text[128] = {};
+        GetMenuStringW(menu, position, text, 128, MF_BYPOSITION);
+        if ((GetMenuState(menu, position, MF_BYPOSITION) & MF_SEPARATOR) != 0)
+            continue;
+        ++downs;
+        if (lstrcmpW(text, caption) != 0)
+            continue;
+        while (downs-- > 0)
+            PostMessageW(window, WM_KEYDOWN, VK_DOWN, 0);
+        PostMessageW(window, WM_KEYDOWN, VK_RETURN, 0);
+        return true;
+    }
+    return false;
+}
+
+class Win32ViewsTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        host = CreateWindowExW(0, L"STATIC", L"ozADM views test",
+                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE, 0, 0, 760, 520,
+                               nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    }
+    static void TearDownTestSuite() { DestroyWindow(host); }
+    void SetUp() override
+    {
+        ASSERT_NE(host, nullptr);
+        HINSTANCE instance = GetModuleHandleW(nullptr);
+        ASSERT_TRUE(windows.Create(host, instance));
+        ASSERT_TRUE(platform.Attach(host, windows.Views(), instance));
+        views.Attach(control);
+        control.AddString(HostMessagePartValueRefused, "%s: %s");
+        ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
+        control.DisplayMode(DisplayPolicies);
+        Load(ozSourcePath("tests/templates/every-part.adm"));
+    }
+    void TearDown() override
+    {
+        g_user = nullptr;
+        control.Cleanup();
+        for (HWND child : {windows.Frame(), windows.View(0), windows.View(1), windows.View(2),
+                           windows.Keyboard()})
+            DestroyWindow(child);
+        windows.Forget();
+    }
+    void Load(const std::string& file)
+    {
+        ASSERT_TRUE(control.SetADM(file.c_str())) << file;
+        windows.Layout();
+        control.Refresh();
+        Pump();
+    }
+
+    HWND Tree() { return platform.Tree().Window(); }
+    HWND Panel() { return platform.Panel().Window(); }
+    // The item at a path of texts ("MACHINE\Network\Proxy server").
+    ozTreeItem Item(const std::string& path)
+    {
+        ozWin32Tree& tree = platform.Tree();
+        ozTreeItem item = tree.Root();
+        std::string::size_type start = 0;
+        for (;;) {
+            const std::string::size_type end = path.find('\\', start);
+            const std::string text = path.substr(start, end - start);
+            while (item != ozNoItem && tree.Text(item) != text)
+                item = tree.NextSibling(item);
+            if (item == ozNoItem || end == std::string::npos)
+                return item;
+            item = tree.FirstChild(item);
+            start = end + 1;
+        }
+    }
+    ozADMPolicy& Policy(ozTreeItem item)
+    {
+        return *static_cast<ozADMPolicy*>(platform.Tree().Data(item));
+    }
+    // A point on item's icon (its hit test says so), in the tree's client coordinates.
+    POINT IconPoint(ozTreeItem item)
+    {
+        TreeView_EnsureVisible(Tree(), reinterpret_cast<HTREEITEM>(item));
+        // TVM_GETITEMRECT takes the item in the rectangle's place.
+        RECT text = {};
+        std::memcpy(&text, &item, sizeof item);
+        SendMessageW(Tree(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text));
+        TVHITTESTINFO hit = {{text.left - 10, (text.top + text.bottom) / 2}, 0, nullptr};
+        TreeView_HitTest(Tree(), &hit);
+        EXPECT_TRUE((hit.flags & TVHT_ONITEMICON) != 0 &&
+                    hit.hItem == reinterpret_cast<HTREEITEM>(item));
+        return hit.pt;
+    }
+    // A click of button with the cursor at point of the tree: the tree waits for the button to
+    // come up, so the release is queued first.
+    void Click(POINT point, UINT down, UINT up)
+    {
+        POINT screen = point;
+        ClientToScreen(Tree(), &screen);
+        SetCursorPos(screen.x, screen.y);
+        const LPARAM where = MAKELPARAM(point.x, point.y);
+        PostMessageW(Tree(), up, 0, where);
+        SendMessageW(Tree(), down, down == WM_LBUTTONDOWN ? MK_LBUTTON : MK_RBUTTON, where);
+        Pump();
+    }
+    void ClickIcon(ozTreeItem item) { Click(IconPoint(item), WM_LBUTTONDOWN, WM_LBUTTONUP); }
+    void RightClick(ozTreeItem item)
+    {
+        POINT point = IconPoint(item);
+        Click({point.x + 20, point.y}, WM_RBUTTONDOWN, WM_RBUTTONUP);
+    }
+    void Select(ozTreeItem item)
+    {
+        SendMessageW(Tree(), TVM_SELECTITEM, TVGN_CARET, static_cast<LPARAM>(item));
+        Pump();
+    }
+    // The panel's control labelled label: the window after the label, or the check box or
+    // button with that caption.
+    HWND PanelControl(const wchar_t* label)
+    {
+        for (HWND child = GetWindow(Panel(), GW_CHILD); child != nullptr;
+             child = GetWindow(child, GW_HWNDNEXT))
+            if (WindowText(child) == label) {
+                wchar_t windowClass[32] = {};
+                GetClassNameW(child, windowClass, 32);
+                return lstrcmpiW(windowClass, L"Static") == 0 ? GetWindow(child, GW_HWNDNEXT)
+                                                              : child;
+            }
+        ADD_FAILURE() << "no control labelled " << ozWin32Narrow(label);
+        return nullptr;
+    }
+    // The entries the policy at path configures, one a line.
+    std::string Configured(const char* path)
+    {
+        const ozStringArray entries = control.PolicyConfigures(path);
+        std::string lines;
+        for (const std::string& entry : entries.Elements())
+            lines += entry + "\n";
+        return lines;
+    }
+    // Runs action with the user (a thread timer) at work until it is done.
+    void WithUser(std::function<bool()> user, const std::function<void()>& action)
+    {
+        g_user = std::move(user);
+        g_ticks = 0;
+        UINT_PTR timer = SetTimer(nullptr, 0, 100, UserTimer);
+        action();
+        KillTimer(nullptr, timer);
+        EXPECT_FALSE(g_user) << "the user did not finish";
+    }
+
+    static HWND host;
+    ozRecordingHostUI ui;
+    ozControlWindows windows;
+    ozWin32Platform platform{ui};
+    ozViews views{platform};
+    CADMCtrl control{ui, &views};
+};
+
+HWND Win32ViewsTest::host = nullptr;
+
+TEST_F(Win32ViewsTest, ClicksOnAPolicyIconCycleItsStateAndImage)
+{
+    ozTreeItem proxy = Item("MACHINE\\Network\\Proxy server");
+    ASSERT_NE(proxy, ozNoItem);
+    const int expected[][2] = {{PolicyEnabled, 6}, {PolicyDisabled, 5}, {PolicyNotConfigured, 7}};
+    for (const auto& [state, image] : expected) {
+        ClickIcon(proxy);
+        EXPECT_EQ(Policy(proxy).State(), state);
+        EXPECT_EQ(platform.Tree().Image(proxy), image);
+    }
+    EXPECT_TRUE(control.ShouldSave());
+}
+
+TEST_F(Win32ViewsTest, ASelectionWaitsForPanelValuesThatFit)
+{
+    ozTreeItem proxy = Item("MACHINE\\Network\\Proxy server");
+    Select(proxy);
+    ClickIcon(proxy);
+    HWND port = PanelControl(L"Port");
+    ASSERT_TRUE(IsWindowEnabled(port)) << "the editors of an enabled policy";
+    SetWindowTextW(port, L"99999");
+    Select(Item("MACHINE\\Network\\Lists\\Host list"));
+    EXPECT_EQ(platform.Tree().Selection(), proxy) << "refused: the port is above its MAX";
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_NE(ui.messages[0].text.find("Port"), std::string::npos) << ui.messages[0].text;
+
+    // The spin's up arrow steps within the range, and the value fits again.
+    HWND spin = GetWindow(port, GW_HWNDNEXT);
+    RECT arrows;
+    GetClientRect(spin, &arrows);
+    SendMessageW(spin, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(arrows.right / 2, 2));
+    SendMessageW(spin, WM_LBUTTONUP, 0, MAKELPARAM(arrows.right / 2, 2));
+    EXPECT_EQ(WindowText(port), L"65535");
+    Select(Item("MACHINE\\Network\\Lists\\Host list"));
+    EXPECT_NE(platform.Tree().Selection(), proxy);
+}
+
+TEST_F(Win32ViewsTest, PanelEditorsReachThePolicyOnSaveSelState)
+{
+    ozTreeItem wallpaper = Item("USER\\Desktop\\Wallpaper");
+    Select(wallpaper);
+    ClickIcon(wallpaper);
+    SendMessageW(PanelControl(L"Center the picture"), BM_CLICK, 0, 0);
+    SetWindowTextW(PanelControl(L"Picture file"), L"C:\\wall.bmp");
+    ASSERT_TRUE(control.SaveSelState());
+    const std::string configured = Configured("USER\\Desktop\\Wallpaper");
+    EXPECT_NE(configured.find("Center"), std::string::npos) << configured;
+    EXPECT_NE(configured.find("C:\\wall.bmp"), std::string::npos) << configured;
+}
+
+TEST_F(Win32ViewsTest, ContextMenuOpensTheActionListEditor)
+{
+    control.WithADMEdit(true);
+    ozTreeItem wallpaper = Item("USER\\Desktop\\Wallpaper");
+    ClickIcon(wallpaper);
+    int step = 0;
+    WithUser(
+        [&] {
+            if (step == 0) {
+                step = ChooseFromMenu(L"Policy Actionlist On") ? 1 : 0;
+                return false;
+            }
+            HWND dialog = FindWindowW(nullptr, L"Action list");
+            if (dialog == nullptr)
+                return false;
+            SendMessageW(GetDlgItem(dialog, ozActionListDialog::InsertButton), BM_CLICK, 0, 0);
+            SetWindowTextW(GetDlgItem(dialog, ozActionListDialog::ValueNameEdit), L"Audit");
+            SetWindowTextW(GetDlgItem(dialog, ozActionListDialog::ValueEdit), L"on");
+            Screenshot(dialog, "actionlist-editor");
+            SendMessageW(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
+            return true;
+        },
+        [&] { RightClick(wallpaper); });
+    ASSERT_NE(Policy(wallpaper).ActionListOn(), nullptr);
+    const std::string configured = Configured("USER\\Desktop\\Wallpaper");
+    EXPECT_NE(configured.find("Audit"), std::string::npos) << configured;
+}
+
+TEST_F(Win32ViewsTest, ARealTemplateWithAProfile)
+{
+    const std::string corpus = ozCorpusPath("adm/msedge/msedge.adm");
+    if (corpus.empty())
+        GTEST_SKIP() << "no template corpus";
+    control.Cleanup();
+    Load(corpus);
+    const auto start = std::chrono::steady_clock::now();
+    control.Refresh();
+    const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now() - start);
+    std::printf("filling the policy tree from msedge.adm: %lld ms\n",
+                static_cast<long long>(elapsed.count()));
+
+    // The picture: real templates with a profile, a policy with several parts selected.
+    control.Cleanup();
+    Load(ozCorpusPath("adm/wpkg-gp/wpkg-gp.adm"));
+    Load(ozCorpusPath("adm/chrome73/chrome.adm"));
+    control.ozImpExLibrary(ozPlatformPath(OZ_POL_LIBRARY));
+    ASSERT_TRUE(control.Load(ozCorpusPath("pol/shb_ie_user.pol").c_str(),
+                             ozCorpusPath("pol/shb_chrome_machine.pol").c_str()));
+    for (const char* category : {"MACHINE\\Google", "MACHINE\\Google\\Google Chrome"})
+        TreeView_Expand(Tree(), reinterpret_cast<HTREEITEM>(Item(category)), TVE_EXPAND);
+    ozTreeItem misc = Item("MACHINE\\WPKG\\Wpkg-GP Misc Settings");
+    ASSERT_NE(misc, ozNoItem);
+    Select(misc);
+    ClickIcon(misc);
+    for (const wchar_t* label : {L"WPKG-gp Reboot Policy", L"Show an activity indicator"}) {
+        HWND dropDown = PanelControl(label);
+        SendMessageW(dropDown, CB_SETCURSEL, 1, 0);
+        SendMessageW(Panel(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(dropDown), CBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(dropDown));
+    }
+    TreeView_EnsureVisible(Tree(), reinterpret_cast<HTREEITEM>(Item("MACHINE")));
+    Screenshot(host, "policy-view");
+
+    ozTreeItem list = ozNoItem;
+    for (ozTreeItem item = platform.Tree().Root(); item != ozNoItem && list == ozNoItem;) {
+        if (platform.Tree().Text(item) == "Configure extension installation whitelist")
+            list = item;
+        ozTreeItem next = platform.Tree().FirstChild(item);
+        while (next == ozNoItem && item != ozNoItem) {
+            next = platform.Tree().NextSibling(item);
+            item = platform.Tree().Parent(item);
+        }
+        item = next;
+    }
+    ASSERT_NE(list, ozNoItem);
+    Select(list);
+    ClickIcon(list);
+    ClickIcon(list);
+    WithUser(
+        [&] {
+            HWND dialog = FindWindowW(L"#32770", nullptr);
+            if (dialog == nullptr)
+                return false;
+            for (const wchar_t* entry : {L"*.example.com", L"intranet.example.org"}) {
+                SetWindowTextW(GetDlgItem(dialog, ozListBoxDialog::ValueEdit), entry);
+                SendMessageW(GetDlgItem(dialog, ozListBoxDialog::AddButton), BM_CLICK, 0, 0);
+            }
+            Screenshot(dialog, "listbox-dialog");
+            SendMessageW(GetDlgItem(dialog, IDCANCEL), BM_CLICK, 0, 0);
+            return true;
+        },
+        [&] { SendMessageW(PanelControl(L"Show..."), BM_CLICK, 0, 0); });
+}
+
+}  // namespace
