@@ -93,6 +93,7 @@ TEST_F(PartsPanelTest, EditorsShowEveryPartTypeEnabledExactlyWhenThePolicyIs)
     proxy.State(PolicyEnabled);
     panel.StateChanged();
     EXPECT_TRUE(panel.Type("port", "1"));
+    EXPECT_FALSE(panel.Type("This text explains the settings below.", "x"));
     const auto& port = Control(platform.Panel(), "Port");
     EXPECT_EQ(port.spec.kind, ozControlKind::Number);
     EXPECT_EQ(std::vector<long long>({port.min, port.max, port.step}),
@@ -139,6 +140,12 @@ TEST_F(PartsPanelTest, CommitStoresOnlyChangedValuesOfAnEnabledPolicy)
     proxy.State(PolicyDisabled);
     EXPECT_TRUE(panel.Commit());
     EXPECT_EQ(Value("Port"), "3128") << "a policy that is not enabled stores nothing";
+
+    Show("USER\\Desktop\\Wallpaper");
+    EXPECT_FALSE(panel.Type("Tile the picture", "maybe"));
+    EXPECT_TRUE(panel.Type("Tile the picture", "false"));
+    EXPECT_TRUE(panel.Commit());
+    EXPECT_EQ(Value("Tile the picture"), "FALSE");
 }
 
 TEST_F(PartsPanelTest, CommitRefusesTheFirstValueThatDoesNotFitAndNamesThePart)
@@ -152,6 +159,7 @@ TEST_F(PartsPanelTest, CommitRefusesTheFirstValueThatDoesNotFitAndNamesThePart)
         {"Server name", "", "Server name: the part is required and cannot be left empty"},
         {"Server name", std::string(256, 'x'),
          "Server name: the text is longer than the part's 255 characters"},
+        {"Port", "", "Port: the part is required and cannot be left empty"},
     };
     for (const Case& c : cases) {
         Show(Proxy);
@@ -166,7 +174,6 @@ TEST_F(PartsPanelTest, CommitRefusesTheFirstValueThatDoesNotFitAndNamesThePart)
         EXPECT_EQ(platform.Panel().Focused(), Control(platform.Panel(), c.part).spec.id);
         EXPECT_FALSE(control.ShouldSave());
     }
-    EXPECT_FALSE(panel.Type("Port", "") && panel.Commit()) << "the port is required as well";
 }
 
 TEST_F(PartsPanelTest, ListBoxDialogEditsEntriesThatACommitStores)
