@@ -21,21 +21,6 @@ const int EntryControls[] = {
     ozActionListDialog::NumericRadio, ozActionListDialog::DeleteRadio,
 };
 
-ozControlSpec Control(int id, ozControlKind kind, const char* caption, int x, int y, int width,
-                      int height, unsigned int style = 0)
-{
-    ozControlSpec spec;
-    spec.id = id;
-    spec.kind = kind;
-    spec.caption = caption;
-    spec.x = x;
-    spec.y = y;
-    spec.width = width;
-    spec.height = height;
-    spec.style = style;
-    return spec;
-}
-
 ozDialogTemplate BuildLayout()
 {
     using D = ozActionListDialog;
@@ -48,22 +33,22 @@ ozDialogTemplate BuildLayout()
         282,
         162,
         {
-            Control(D::EntryList, K::List, "", 7, 7, 92, 118),
-            Control(D::KeyGroup, K::Group, "Key", 106, 7, 169, 50),
-            Control(D::OwnKeyCheck, K::CheckBox, "Has own key", 114, 18, 90, 10),
-            Control(D::KeyEdit, K::Edit, "Key", 114, 34, 136, 14),
-            Control(D::BrowseButton, K::Button, "...", 254, 34, 14, 14),
-            Control(D::ValueGroup, K::Group, "Value", 106, 62, 169, 66),
-            Control(D::ValueNameEdit, K::Edit, "Valuename", 114, 74, 154, 14),
-            Control(D::ValueEdit, K::Edit, "Value", 114, 92, 154, 14),
-            Control(D::NormalRadio, K::Radio, "Normal", 114, 112, 46, 10),
-            Control(D::NumericRadio, K::Radio, "Numeric", 164, 112, 50, 10),
-            Control(D::DeleteRadio, K::Radio, "Delete", 218, 112, 46, 10),
-            Control(D::ListButtonsGroup, K::Group, "", 7, 128, 92, 27),
-            Control(D::InsertButton, K::Button, "Insert", 12, 138, 40, 14),
-            Control(D::DeleteButton, K::Button, "Delete", 55, 138, 40, 14),
-            Control(ozDialogOK, K::Button, "OK", 171, 141, 50, 14, ozControlDefault),
-            Control(ozDialogCancel, K::Button, "Cancel", 225, 141, 50, 14),
+            ozControlSpec(D::EntryList, K::List, "", 7, 7, 92, 118),
+            ozControlSpec(D::KeyGroup, K::Group, "Key", 106, 7, 169, 50),
+            ozControlSpec(D::OwnKeyCheck, K::CheckBox, "Has own key", 114, 18, 90, 10),
+            ozControlSpec(D::KeyEdit, K::Edit, "Key", 114, 34, 136, 14),
+            ozControlSpec(D::BrowseButton, K::Button, "...", 254, 34, 14, 14),
+            ozControlSpec(D::ValueGroup, K::Group, "Value", 106, 62, 169, 66),
+            ozControlSpec(D::ValueNameEdit, K::Edit, "Valuename", 114, 74, 154, 14),
+            ozControlSpec(D::ValueEdit, K::Edit, "Value", 114, 92, 154, 14),
+            ozControlSpec(D::NormalRadio, K::Radio, "Normal", 114, 112, 46, 10),
+            ozControlSpec(D::NumericRadio, K::Radio, "Numeric", 164, 112, 50, 10),
+            ozControlSpec(D::DeleteRadio, K::Radio, "Delete", 218, 112, 46, 10),
+            ozControlSpec(D::ListButtonsGroup, K::Group, "", 7, 128, 92, 27),
+            ozControlSpec(D::InsertButton, K::Button, "Insert", 12, 138, 40, 14),
+            ozControlSpec(D::DeleteButton, K::Button, "Delete", 55, 138, 40, 14),
+            ozControlSpec(ozDialogOK, K::Button, "OK", 171, 141, 50, 14, ozControlDefault),
+            ozControlSpec(ozDialogCancel, K::Button, "Cancel", 225, 141, 50, 14),
         },
     };
 }

@@ -90,7 +90,6 @@ TEST_F(ActionListDialogTest, InsertAppendsAnItemKeyedLikeTheSelectedEntryAndDele
     Open(&list);
     ASSERT_TRUE(form.ChooseRow(D::EntryList, 1));
     ASSERT_TRUE(form.Click(D::InsertButton));
-    EXPECT_EQ(form.SelectedRow(D::EntryList), 4);
     EXPECT_EQ(Fields(), "own Software\\One | New Item= Normal | Delete");
 }
 
@@ -107,9 +106,14 @@ TEST_F(ActionListDialogTest, ClearingHasOwnKeyGivesTheInheritedKeyAndCheckingOnl
     EXPECT_EQ(Fields(), "own Software\\Policy | Row1=z Normal | Delete");
 }
 
-TEST_F(ActionListDialogTest, EditsRebindInTheKeysTreeAndRenameOnlyTheCopy)
+TEST_F(ActionListDialogTest, TypingAndBrowsingRebindInTheKeysTreeAndRenameOnlyTheCopy)
 {
-    Open(&list);
+    std::string chosenValue;
+    Open(&list, [&](unsigned int root, ozControlViews::RegistryChoice& choice) {
+        choice.key = "Software\\Browsed" + std::to_string(root);
+        choice.value = chosenValue;
+        return true;
+    });
     for (int row : {1, 2}) {
         ASSERT_TRUE(form.ChooseRow(D::EntryList, row));
         ASSERT_TRUE(form.Type(D::KeyEdit, "Software\\Typed"));
@@ -117,9 +121,15 @@ TEST_F(ActionListDialogTest, EditsRebindInTheKeysTreeAndRenameOnlyTheCopy)
         EXPECT_EQ(form.Rows(D::EntryList)[row], "Renamed");
         EXPECT_EQ(form.SelectedRow(D::EntryList), row);
     }
+    // Browsing in row 2: a whole key leaves the name as it was; a value names the entry.
+    for (const char* value : {"", "Chosen"}) {
+        chosenValue = value;
+        ASSERT_TRUE(form.Click(D::BrowseButton));
+        EXPECT_EQ(form.Rows(D::EntryList)[2], *value != 0 ? value : "Renamed");
+    }
     EXPECT_STREQ(list.At(1)->ValueName(), "Row2");
     EXPECT_EQ(Taken(1).RegKey(), machine.HasKey(HKEY_LOCAL_MACHINE, "Software\\Typed"));
-    EXPECT_EQ(Taken(2).RegKey(), user.HasKey(HKEY_CURRENT_USER, "Software\\Typed"));
+    EXPECT_EQ(Taken(2).RegKey(), user.HasKey(HKEY_CURRENT_USER, "Software\\Browsed1"));
     EXPECT_EQ(dialog->TakeList(), nullptr);
 }
 
@@ -137,23 +147,6 @@ TEST_F(ActionListDialogTest, ValuesFollowTheCheckedRadioButton)
     }
     EXPECT_STREQ(static_cast<const char*>(Taken(0).Value()), "");
     EXPECT_EQ(static_cast<unsigned long>(Taken(1).Value()), 42ul);
-}
-
-TEST_F(ActionListDialogTest, BrowsingRebindsTheKeyAndNamesTheEntryOnlyForAChosenValue)
-{
-    std::string chosenValue;
-    Open(&list, [&](unsigned int root, ozControlViews::RegistryChoice& choice) {
-        choice.key = root == 2 ? "Software\\Browsed" : "Software\\Wrong root";
-        choice.value = chosenValue;
-        return true;
-    });
-    ASSERT_TRUE(form.ChooseRow(D::EntryList, 1));
-    for (const char* value : {"", "Chosen"}) {
-        chosenValue = value;
-        ASSERT_TRUE(form.Click(D::BrowseButton));
-        EXPECT_EQ(form.Rows(D::EntryList)[1], *value != 0 ? value : "Row2");
-    }
-    EXPECT_EQ(Taken(1).RegKey(), machine.HasKey(HKEY_LOCAL_MACHINE, "Software\\Browsed"));
 }
 
 }  // namespace
