@@ -177,14 +177,15 @@ void ozActionListDialog::Delete(ozForm& form)
 
 void ozActionListDialog::OwnKeyClicked(ozForm& form)
 {
-    if (m_current != nullptr && m_list != nullptr && form.Checked(OwnKeyCheck)) {
-        // The entry keeps its key until the user edits or browses for another.
-        form.Enable(KeyEdit, true);
-        form.Enable(BrowseButton, true);
-        return;
-    }
-    if (m_current != nullptr && m_list != nullptr)
+    if (m_current != nullptr && m_list != nullptr) {
+        if (form.Checked(OwnKeyCheck)) {
+            // The entry keeps its key until the user types or browses another.
+            form.Enable(KeyEdit, true);
+            form.Enable(BrowseButton, true);
+            return;
+        }
         m_current->RegKey(InheritedKey(form));
+    }
     UpdateFields(form);
 }
 
