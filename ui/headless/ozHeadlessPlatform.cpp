@@ -23,6 +23,9 @@ struct ozHeadlessPlatform::OpenDialog final : ozFormEvents {
     ozHeadlessForm form;
 };
 
+// Out of line, where an open dialog's type is complete.
+ozHeadlessPlatform::ozHeadlessPlatform(ozHostUI& ui) : m_ui(ui) {}
+
 ozHeadlessPlatform::~ozHeadlessPlatform() = default;
 
 bool ozHeadlessPlatform::ViewShown(int displayMode) const
