@@ -326,6 +326,20 @@ TEST_F(Win32ViewsTest, PanelEditorsReachThePolicyOnSaveSelState)
     EXPECT_NE(configured.find("C:\\wall.bmp"), std::string::npos) << configured;
 }
 
+TEST_F(Win32ViewsTest, F2RenamesThroughTheTreesLabelEdit)
+{
+    control.WithADMEdit(true);
+    ozTreeItem wallpaper = Item("USER\\Desktop\\Wallpaper");
+    Select(wallpaper);
+    SendMessageW(Tree(), WM_KEYDOWN, VK_F2, 0);
+    HWND edit = TreeView_GetEditControl(Tree());
+    ASSERT_NE(edit, nullptr) << "F2 starts the label edit";
+    SetWindowTextW(edit, L"Background");
+    TreeView_EndEditLabelNow(Tree(), FALSE);
+    EXPECT_STREQ(Policy(wallpaper).Name(), "Background");
+    EXPECT_EQ(platform.Tree().Text(wallpaper), "Background");
+}
+
 TEST_F(Win32ViewsTest, ContextMenuOpensTheActionListEditor)
 {
     control.WithADMEdit(true);
