@@ -107,9 +107,12 @@ bool ozControlWindows::Create(HWND control, HINSTANCE instance)
         return false;
     m_control = control;
     m_frame = CreateChild(control, instance, FrameClass, L"", WS_VISIBLE);
-    m_views[0] = CreateChild(control, instance, PolicyViewClass, L"Policies", WS_TABSTOP);
-    m_views[1] = CreateChild(control, instance, RegistryViewClass, L"Registry", WS_TABSTOP);
-    m_views[2] = CreateChild(control, instance, ValueGridClass, L"Registry values", WS_TABSTOP);
+    m_views[0] =
+        CreateChild(control, instance, PolicyViewClass, L"Policies", WS_TABSTOP | WS_CLIPCHILDREN);
+    m_views[1] = CreateChild(control, instance, RegistryViewClass, L"Registry",
+                             WS_TABSTOP | WS_CLIPCHILDREN);
+    m_views[2] = CreateChild(control, instance, ValueGridClass, L"Registry values",
+                             WS_TABSTOP | WS_CLIPCHILDREN);
     m_keyboard = CreateChild(control, instance, KeyboardClass, L"", 0);
     bool created = m_frame != nullptr && m_keyboard != nullptr;
     for (HWND view : m_views)

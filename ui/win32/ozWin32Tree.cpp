@@ -327,8 +327,11 @@ bool ozWin32Tree::Notify(const NMHDR& header, LRESULT& result)
     if (m_window == nullptr || header.hwndFrom != m_window)
         return false;
     result = 0;
-    if (m_events == nullptr)
+    if (m_events == nullptr) {
+        // Nobody to rename the item: the tree's own label edit does not start either.
+        result = header.code == TVN_BEGINLABELEDITW ? TRUE : FALSE;
         return true;
+    }
     switch (header.code) {
         case TVN_ITEMEXPANDINGW: {
             const auto& change = reinterpret_cast<const NMTREEVIEWW&>(header);
