@@ -379,8 +379,8 @@ TEST_F(Win32ViewsTest, ARealTemplateWithAProfile)
     control.Refresh();
     const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
         std::chrono::steady_clock::now() - start);
-    std::printf("filling the policy tree from msedge.adm: %lld ms\n",
-                static_cast<long long>(elapsed.count()));
+    std::printf("filling the policy tree from msedge.adm: %u items in %lld ms\n",
+                TreeView_GetCount(Tree()), static_cast<long long>(elapsed.count()));
 
     // The picture: real templates with a profile, a policy with several parts selected.
     control.Cleanup();
