@@ -220,12 +220,11 @@ void ozWin32Panel::Layout()
         if (item.spec.kind == ozControlKind::Button)
             controlWidth = std::min(width, std::max(MulDiv(50, m_baseX, 4),
                                                     TextWidth(item.spec.caption) + 4 * m_baseX));
-        place(item.control, Inset, y, controlWidth, combo ? height + 8 * m_baseY : height);
         if (item.upDown != nullptr) {
-            const int arrows = GetSystemMetrics(SM_CXVSCROLL);
-            place(item.control, Inset, y, std::max(0, width - arrows), height);
-            place(item.upDown, Inset + std::max(0, width - arrows), y, arrows, height);
+            controlWidth = std::max(0, width - GetSystemMetrics(SM_CXVSCROLL));
+            place(item.upDown, Inset + controlWidth, y, width - controlWidth, height);
         }
+        place(item.control, Inset, y, controlWidth, combo ? height + 8 * m_baseY : height);
         y += height + Gap;
     }
     if (positions != nullptr)
