@@ -1,6 +1,7 @@
 // ozADM.ocx embedded in a window by the system's ActiveX host (atl.dll's AtlAxCreateControl,
 // as dialog-based hosts embed it): in-place activation creates the control's window inside the
-// shown host window with its child windows (found by their window classes) laid out, keys
+// shown host window with its child windows (found by their window classes) laid out and the
+// policy view's tree and parts panel in place, keys
 // taken from the queue as a host's message loop takes them go where the control sends them,
 // key presses fire KeyDown to an advised sink unless events are frozen, the properties survive
 // a stream, the property page is named and creatable, a second control on the thread takes the
@@ -131,6 +132,11 @@ void CheckChildWindows(IUnknown* control, HWND window)
                "window leaving 6 pixels, of which the registry view shows",
                LaidOut(window)))
         return;
+
+    HWND policyView = Child(window, L"ozADMPolicyView");
+    Check("the policy view holds the policy tree and the parts panel",
+          Child(policyView, L"SysTreeView32") != nullptr &&
+              Child(policyView, L"ozADMPartsPanel") != nullptr);
 
     Com<IOleInPlaceObject> inPlace(control);
     RECT host, client;
