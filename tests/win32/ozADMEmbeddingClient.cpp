@@ -1,12 +1,12 @@
-// ozADM.ocx embedded in a window by the system's ActiveX host (atl.dll's AtlAxCreateControl,
-// as dialog-based hosts embed it): in-place activation creates the control's window inside the
-// shown host window with its child windows (found by their window classes) laid out and the
-// policy view's tree and parts panel in place, keys
-// taken from the queue as a host's message loop takes them go where the control sends them,
-// key presses fire KeyDown to an advised sink unless events are frozen, the properties survive
-// a stream, the property page is named and creatable, a second control on the thread takes the
-// keys over, and destroying the host windows takes the controls' windows with them, after
-// which the module unloads. Prints every check; the exit code is the number of failed checks.
+// ozADM.ocx embedded in a window by the system's ActiveX host (atl.dll's AtlAxCreateControl, as
+// dialog-based hosts embed it): in-place activation creates the control's window inside the shown
+// host window with its child windows (found by their window classes) laid out and the policy view's
+// tree and parts panel in place, keys taken from the queue as a host's message loop takes them go
+// where the control sends them, key presses fire KeyDown to an advised sink unless events are
+// frozen, the properties survive a stream, the property page is named and creatable, a second
+// control on the thread takes the keys over, and destroying the host windows takes the controls'
+// windows with them, after which the module unloads. Prints every check; the exit code is the
+// number of failed checks.
 //
 // Usage: ozADMEmbeddingClient [SIGNAL_FILE]
 // With SIGNAL_FILE, once the first control is shown the client creates that file and waits,
