@@ -408,6 +408,11 @@ int ozWin32FormControls::SelectedRow(int id) const
 void ozWin32FormControls::Range(int id, long long min, long long max, long long step)
 {
     m_ranges[id] = {min, max, step > 0 ? step : 1};
+    // A step of 0 asks for no spin control.
+    if (auto found = m_companions.find(id); found != m_companions.end())
+        for (HWND companion : found->second)
+            if (IsClass(companion, UPDOWN_CLASSW))
+                ShowWindow(companion, step > 0 ? SW_SHOWNA : SW_HIDE);
 }
 
 void ozWin32FormControls::Focus(int id)

@@ -6,7 +6,8 @@
 // controls notify their own changes too.
 //
 // A number is an edit with an up-down control beside it whose arrows step the edit's text
-// within the range set by Range (the up-down keeps no number of its own: the logic decides).
+// within the range set by Range (the up-down keeps no number of its own: the logic decides);
+// a step of 0 hides the up-down control.
 #pragma once
 
 #include <windows.h>

@@ -93,6 +93,12 @@ void ozWin32Panel::Build(const std::vector<ozControlSpec>& controls, ozFormEvent
     CreateControls();
 }
 
+void ozWin32Panel::Range(int id, long long min, long long max, long long step)
+{
+    m_controls.Range(id, min, max, step);
+    Layout();
+}
+
 void ozWin32Panel::Clear()
 {
     DestroyControls();
@@ -220,7 +226,8 @@ void ozWin32Panel::Layout()
         if (item.spec.kind == ozControlKind::Button)
             controlWidth = std::min(width, std::max(MulDiv(50, m_baseX, 4),
                                                     TextWidth(item.spec.caption) + 4 * m_baseX));
-        if (item.upDown != nullptr) {
+        if (item.upDown != nullptr &&
+            (GetWindowLongPtrW(item.upDown, GWL_STYLE) & WS_VISIBLE) != 0) {
             controlWidth = std::max(0, width - GetSystemMetrics(SM_CXVSCROLL));
             place(item.upDown, Inset + controlWidth, y, width - controlWidth, height);
         }

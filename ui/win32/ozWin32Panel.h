@@ -30,6 +30,8 @@ public:
     static void UnregisterClass(HINSTANCE instance);
 
     void Build(const std::vector<ozControlSpec>& controls, ozFormEvents* events) override;
+    // A number without a spin control takes the width its arrows leave.
+    void Range(int id, long long min, long long max, long long step) override;
     void Clear() override;
     // How many controls the panel shows.
     size_t Count() const { return m_items.size(); }
