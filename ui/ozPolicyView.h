@@ -15,7 +15,11 @@
 
 class CADMCtrl;
 class ozADMNode;
+class ozADMPolicy;
+class ozControlViews;
 class ozPartsPanel;
+class ozTreeNode;
+struct ozMenu;
 class ozViewPlatform;
 struct tTreeCodeHandle;
 
@@ -47,6 +51,9 @@ public:
     // The control whose document edits mark modified and whose host texts the view shows (not
     // owned).
     void Control(CADMCtrl* control) { m_control = control; }
+    // The views whose registry import dialog the action list editor browses with (not owned;
+    // null: browsing finds nothing).
+    void Views(ozControlViews* views) { m_views = views; }
     // Sets up the tree: its images and the placeholder item (host text 17).
     void Create();
     // Rebuilds the tree from code's policy tree (null: empties it), the user root only when
@@ -61,8 +68,12 @@ public:
     bool WithADMEdit() const { return m_withADMEdit; }
     // Starts renaming item when its node is a category or a policy.
     void Rename(ozTreeItem item);
-    // Runs a template-editing menu command on the node of the item last right-clicked.
+    // Runs a template-editing menu command on the node of the item last right-clicked; nothing
+    // when that item went with a Fill since.
     void RunCommand(unsigned int command);
+    // The template-editing menu for node, its entries enabled or disabled by the node's kind
+    // (root, category, policy with a registry key, policy without one).
+    static ozMenu TemplateMenu(ozADMNode& node);
 
     // ozTreeEvents
     void ItemExpanding(ozTreeItem item, bool expanding) override;
@@ -76,12 +87,25 @@ public:
     bool LabelEdited(ozTreeItem item, const std::string* text) override;
 
 private:
+    // Appends the items of first and its following siblings with their subtrees below parent;
+    // marked receives the item of the first policy marked selected.
+    void AppendItems(ozTreeItem parent, ozTreeNode* first, bool showUser, bool showMachine,
+                     ozTreeItem& marked);
+    // Expands item's parents, as the user would, and scrolls item into view.
+    void Reveal(ozTreeItem item);
+    ozADMNode* Node(ozTreeItem item) const;
+    void ShowHelp(ozADMPolicy& policy);
+    void EditActionList(ozADMPolicy& policy, bool actionListOn);
+
     ozViewPlatform& m_platform;
     ozPartsPanel& m_panel;
     CADMCtrl* m_control = nullptr;
+    ozControlViews* m_views = nullptr;
     tTreeCodeHandle* m_code = nullptr;
     ozTreeItem m_pressed = ozNoItem;
     ozTreeItem m_menuItem = ozNoItem;
     ozADMNode* m_menuNode = nullptr;
+    // The policy whose action list editor is open; null once its code object is no longer shown.
+    ozADMPolicy* m_actionListPolicy = nullptr;
     bool m_withADMEdit = false;
 };
