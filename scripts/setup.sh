@@ -13,6 +13,8 @@ packages=(
   g++-mingw-w64-x86-64 mingw-w64-tools wine wine64 libwine-dev xvfb xauth
   # the screenshot of the embedded control, and the Windows distribution's archive
   imagemagick zip unzip
+  # the generator of the views' bitmaps (ui/bitmaps)
+  python3
   # Samba's Registry.pol parser, for the interoperability test and the profile benchmark
   python3-samba
 )

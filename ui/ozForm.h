@@ -8,6 +8,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 enum class ozControlKind {
@@ -34,6 +35,20 @@ enum : unsigned int {
 };
 
 struct ozControlSpec {
+    ozControlSpec() = default;
+    ozControlSpec(int id, ozControlKind kind, std::string caption = {}, int x = 0, int y = 0,
+                  int width = 0, int height = 0, unsigned int style = 0)
+        : id(id),
+          kind(kind),
+          caption(std::move(caption)),
+          x(x),
+          y(y),
+          width(width),
+          height(height),
+          style(style)
+    {
+    }
+
     int id = 0;
     ozControlKind kind = ozControlKind::Label;
     std::string caption;  // caption of the control, or the label in front of it

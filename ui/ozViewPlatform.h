@@ -32,6 +32,9 @@ public:
 
     // Message boxes and questions, through the host.
     virtual ozHostUI& UI() = 0;
+    // Shows or hides the window of a display mode's view with its companions (the policy
+    // view's parts panel); the views call this from Show and Hide.
+    virtual void ShowView(int displayMode, bool visible) = 0;
     // The policy view's tree and the parts panel beside it.
     virtual ozTreeWidget& PolicyTree() = 0;
     virtual ozPanelWidget& PartsPanel() = 0;
