@@ -1,6 +1,7 @@
 #include "ozViews.h"
 
 #include "control/CADMCtrl.h"
+#include "ozViewPlatform.h"
 
 ozViews::ozViews(ozViewPlatform& platform)
     : m_platform(platform), m_panel(platform), m_policyView(platform, m_panel)
@@ -21,11 +22,15 @@ void ozViews::Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool s
     // Whichever view is shown, the policy view lets go of a code object that goes.
     if (displayMode == DisplayPolicies || code == nullptr)
         m_policyView.Fill(code, showUser, showMachine);
+    if (m_visibleMode != displayMode && m_visibleMode != -1)
+        m_platform.ShowView(m_visibleMode, false);
+    m_platform.ShowView(displayMode, true);
     m_visibleMode = displayMode;
 }
 
 void ozViews::Hide(int displayMode)
 {
+    m_platform.ShowView(displayMode, false);
     if (m_visibleMode == displayMode)
         m_visibleMode = -1;
 }

@@ -23,6 +23,9 @@ struct ozHeadlessPlatform::OpenDialog final : ozFormEvents {
     ozHeadlessForm form;
 };
 
+// Out of line, where OpenDialog is complete: a constructor that throws destroys the members.
+ozHeadlessPlatform::ozHeadlessPlatform(ozHostUI& ui) : m_ui(ui) {}
+
 ozHeadlessPlatform::~ozHeadlessPlatform() = default;
 
 bool ozHeadlessPlatform::ViewShown(int displayMode) const
