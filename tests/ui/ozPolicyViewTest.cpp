@@ -15,6 +15,7 @@
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
 #include "ui/headless/ozHeadlessPlatform.h"
+#include "ui/ozActionListDialog.h"
 #include "ui/ozHelpDialog.h"
 #include "ui/ozImages.h"
 #include "ui/ozViews.h"
@@ -212,6 +213,19 @@ TEST_F(PolicyViewTest, HelpFromTheMenuShowsThePolicysExplainText)
     EXPECT_TRUE(platform.EndDialog(true));
 }
 
+TEST_F(PolicyViewTest, AnActionListEditedTakesEffectOnOkOnly)
+{
+    control.WithADMEdit(true);
+    for (bool accept : {false, true}) {
+        Tree().RightClick(Item(Proxy));
+        ASSERT_TRUE(platform.Choose("Policy Actionlist On"));
+        ASSERT_TRUE(platform.ClickDialogButton(ozActionListDialog::InsertButton));
+        ASSERT_TRUE(platform.EndDialog(accept));
+        EXPECT_EQ(Policy(Proxy).ActionListOn()->Count(), accept ? 3 : 2);
+        EXPECT_EQ(control.ShouldSave(), accept);
+    }
+}
+
 TEST_F(PolicyViewTest, RenamingTakesTemplateEditingAndNeverARoot)
 {
     struct Case {
@@ -236,10 +250,11 @@ TEST_F(PolicyViewTest, RenamingTakesTemplateEditingAndNeverARoot)
     Tree().DoubleClick(Item(Proxy));
     ASSERT_TRUE(Tree().CancelLabelEdit());
     EXPECT_STREQ(Policy(Proxy).Name(), "Proxy server");
-    Tree().DoubleClick(Item(Proxy));
-    ASSERT_TRUE(Tree().EndLabelEdit("Proxy"));
-    EXPECT_STREQ(Policy("MACHINE\\Network\\Proxy").Name(), "Proxy");
-    EXPECT_STREQ(Policy("MACHINE\\Network\\Proxy").Path(), "MACHINE\\Network\\Proxy");
+    EXPECT_STREQ(Policy(Proxy).Path(), Proxy);
+    Tree().DoubleClick(Item("MACHINE\\Network"));
+    ASSERT_TRUE(Tree().EndLabelEdit("Net"));
+    EXPECT_STREQ(Policy("MACHINE\\Net").Name(), "Net");
+    EXPECT_STREQ(Policy("MACHINE\\Net\\Proxy server").Path(), "MACHINE\\Net\\Proxy server");
 }
 
 TEST_F(PolicyViewTest, MenuEntryStatesFollowTheNodesKind)
