@@ -71,9 +71,6 @@ public:
     // Runs a template-editing menu command on the node of the item last right-clicked; nothing
     // when that item went with a Fill since.
     void RunCommand(unsigned int command);
-    // The template-editing menu for node, its entries enabled or disabled by the node's kind
-    // (root, category, policy with a registry key, policy without one).
-    static ozMenu TemplateMenu(ozADMNode& node);
 
     // ozTreeEvents
     void ItemExpanding(ozTreeItem item, bool expanding) override;
@@ -94,6 +91,9 @@ private:
     // Expands item's parents, as the user would, and scrolls item into view.
     void Reveal(ozTreeItem item);
     ozADMNode* Node(ozTreeItem item) const;
+    // The template-editing menu for node, its entries enabled or disabled by the node's kind
+    // (root, category, policy with a registry key, policy without one).
+    static ozMenu TemplateMenu(ozADMNode& node);
     void ShowHelp(ozADMPolicy& policy);
     void EditActionList(ozADMPolicy& policy, bool actionListOn);
 
