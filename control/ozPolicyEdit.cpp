@@ -17,14 +17,20 @@
 
 namespace {
 
-struct ListEntry {
-    std::string name;
-    std::string value;
-};
+std::string EscapeEntry(const char* text)
+{
+    std::string escaped;
+    for (const char* c = text != nullptr ? text : ""; *c != '\0'; ++c) {
+        escaped += *c;
+        if (*c == ';')
+            escaped += ';';
+    }
+    return escaped;
+}
 
-// Splits the list box text at single ';' (";;" is a ';' inside an entry), dropping empty
-// entries.
-std::vector<std::string> SplitEntries(const std::string& text)
+}  // namespace
+
+std::vector<std::string> ozSplitListText(const std::string& text)
 {
     std::vector<std::string> entries;
     std::string entry;
@@ -45,21 +51,28 @@ std::vector<std::string> SplitEntries(const std::string& text)
     return entries;
 }
 
-std::string EscapeEntry(const char* text)
+std::string ozJoinListText(const std::vector<std::string>& entries)
 {
-    std::string escaped;
-    for (const char* c = text != nullptr ? text : ""; *c != '\0'; ++c) {
-        escaped += *c;
-        if (*c == ';')
-            escaped += ';';
+    std::string text;
+    for (const std::string& entry : entries) {
+        if (!text.empty())
+            text += ';';
+        text += EscapeEntry(entry.c_str());
     }
-    return escaped;
+    return text;
 }
+
+namespace {
+
+struct ListEntry {
+    std::string name;
+    std::string value;
+};
 
 bool ReadListEntries(const ozADMListBox& list, const std::string& text,
                      std::vector<ListEntry>& entries, std::string& why)
 {
-    std::vector<std::string> parts = SplitEntries(text);
+    std::vector<std::string> parts = ozSplitListText(text);
     const char* prefix = list.ValuePrefix() != nullptr ? list.ValuePrefix() : "";
     for (std::size_t i = 0; i < parts.size(); ++i) {
         ListEntry entry;

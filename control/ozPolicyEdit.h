@@ -18,6 +18,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/adm/ozADMPolicy.h"
 
@@ -45,6 +46,12 @@ bool ozSetPartValue(ozADMCtrl& part, const std::string& text, std::string& why);
 
 // The part's value in the text form above ("" for a TEXT part).
 std::string ozPartValueText(const ozADMCtrl& part);
+
+// A list box text's entries, as written (name=value in a list box with EXPLICITVALUE), split at
+// single ';' with ";;" read as a ';' inside an entry; empty entries are dropped. And back: the
+// entries joined by ';', each ';' inside an entry doubled.
+std::vector<std::string> ozSplitListText(const std::string& text);
+std::string ozJoinListText(const std::vector<std::string>& entries);
 
 // Sets the state of policy, a policy of control's code object, and marks the document
 // modified.

@@ -210,6 +210,9 @@ intptr_t DropdownAddItem(intptr_t)
                 return ozFail(LoadErrorDropdownItem);
             if (!part.AddItem(name.get(), *value, list.release()))
                 return ozFail(LoadErrorDropdownItem);
+            // DEFAULT comes before its item is added, when it cannot select it yet.
+            if (part.Default() == part.ItemList().Count() - 1)
+                part.Selected(part.Default());
             return true;
         },
         LoadErrorDropdownItem);

@@ -67,7 +67,9 @@ public:
     std::vector<EditorView> Editors() const;
     // Types text (the part value text form) into the editor of the part named partName
     // (without regard to case), as a user does with keyboard and mouse; nothing is stored
-    // until Commit. False when no editor has that name or it is disabled.
+    // until Commit. False when no editor has that name, it is disabled, or no user could enter
+    // the text there (a drop-down list without that item, a check box given neither TRUE nor
+    // FALSE, a TEXT part). A text is kept as typed, even beyond MAXLEN: Commit refuses it.
     bool Type(const std::string& partName, const std::string& text);
 
 private:

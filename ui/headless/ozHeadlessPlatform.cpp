@@ -23,7 +23,7 @@ struct ozHeadlessPlatform::OpenDialog final : ozFormEvents {
     ozHeadlessForm form;
 };
 
-// Out of line, where OpenDialog is complete: a constructor that throws destroys the members.
+// Out of line, where an open dialog's type is complete.
 ozHeadlessPlatform::ozHeadlessPlatform(ozHostUI& ui) : m_ui(ui) {}
 
 ozHeadlessPlatform::~ozHeadlessPlatform() = default;
