@@ -142,7 +142,7 @@ void ozPolicyView::Fill(tTreeCodeHandle* code, bool showUser, bool showMachine)
     m_menuItem = ozNoItem;
     m_menuNode = nullptr;
     if (code != m_code || code == nullptr)
-        m_actionListPolicy = nullptr;
+        ++m_codeGeneration;
     m_code = code;
     tree.DeleteAll();
     if (code == nullptr || code->tree == nullptr)
@@ -368,15 +368,14 @@ void ozPolicyView::EditActionList(ozADMPolicy& policy, bool actionListOn)
         return views != nullptr && views->AskRegistryImport(choice);
     };
     const ozADMActionList* list = actionListOn ? policy.ActionListOn() : policy.ActionListOff();
-    m_actionListPolicy = &policy;
+    unsigned long generation = m_codeGeneration;
+    ozADMPolicy* edited = &policy;
     m_platform.RunDialog(std::make_unique<ozActionListDialog>(key, list, browse),
-                         [this, actionListOn](ozDialog& dialog, bool accepted) {
-                             ozADMPolicy* edited = m_actionListPolicy;
-                             m_actionListPolicy = nullptr;
-                             if (!accepted || edited == nullptr)
+                         [this, generation, edited, actionListOn](ozDialog& dialog, bool accepted) {
+                             if (!accepted || generation != m_codeGeneration)
                                  return;
-                             auto& editor = static_cast<ozActionListDialog&>(dialog);
-                             std::unique_ptr<ozADMActionList> list = editor.TakeList();
+                             std::unique_ptr<ozADMActionList> list =
+                                 static_cast<ozActionListDialog&>(dialog).TakeList();
                              if (actionListOn)
                                  edited->ActionListOn(list.release());
                              else

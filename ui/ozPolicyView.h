@@ -105,7 +105,8 @@ private:
     ozTreeItem m_pressed = ozNoItem;
     ozTreeItem m_menuItem = ozNoItem;
     ozADMNode* m_menuNode = nullptr;
-    // The policy whose action list editor is open; null once its code object is no longer shown.
-    ozADMPolicy* m_actionListPolicy = nullptr;
+    // Counts the code objects shown (and the emptyings), so that a dialog still open when its
+    // tree goes knows that its policy may be gone.
+    unsigned long m_codeGeneration = 0;
     bool m_withADMEdit = false;
 };
