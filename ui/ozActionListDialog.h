@@ -54,6 +54,31 @@ public:
     void Command(ozForm& form, int id, ozFormEvent event) override;
 
 private:
+    // The handlers of the controls' events; each ends by refreshing the fields unless said
+    // otherwise.
+    void SelectionChanged(ozForm& form);
+    void Insert(ozForm& form);
+    void Delete(ozForm& form);
+    void OwnKeyClicked(ozForm& form);
+    // Rebinds the current entry to the key edit's path, in the tree and below the root of its
+    // present key; leaves the fields as they are.
+    void KeyChanged(ozForm& form);
+    void ValueNameChanged(ozForm& form);
+    // Sets the current entry's value from the value edit as the radio button `kind` says (0:
+    // none checked, read as text).
+    void ValueChanged(ozForm& form, int kind);
+    void Browse(ozForm& form);
+    // Shows every entry's value name, in list order, keeping the selected row.
+    void FillList(ozForm& form);
+    // Sets every control from the working list, the selected row and the current entry.
+    void UpdateFields(ozForm& form);
+    // The key the entry at the selected row inherits: the key of the entry above it, or the
+    // default key for the first row or no row.
+    ozSubKey* InheritedKey(const ozForm& form) const;
+    // The current entry's key, or the default key when it has none: where its key is looked up.
+    ozSubKey* PresentKey() const;
+    static int CheckedRadio(const ozForm& form);
+
     ozSubKey* m_defaultKey;
     std::unique_ptr<ozADMActionList> m_list;
     ozActionItem* m_current = nullptr;
