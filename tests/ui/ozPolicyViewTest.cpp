@@ -112,7 +112,7 @@ TEST_F(PolicyViewTest, ClicksOnTheIconCycleTheState)
         EXPECT_EQ(Policy(Proxy).State(), state);
         EXPECT_EQ(Tree().Image(Item(Proxy)), image);
         EXPECT_EQ(Tree().SelectedImage(Item(Proxy)), image);
-        EXPECT_EQ(views.PartsPanel().Editors().front().enabled, state == PolicyEnabled);
+        EXPECT_EQ(views.PartsPanel().Editors().at(0).enabled, state == PolicyEnabled);
     }
     EXPECT_TRUE(control.ShouldSave());
 
