@@ -15,24 +15,10 @@ ozHelpDialog::ozHelpDialog(const ozADMPolicy& policy) : m_text(DisplayText(polic
     m_layout.caption = name != nullptr && *name != '\0' ? name : "Help";
     m_layout.width = 320;
     m_layout.height = 200;
-    ozControlSpec text;
-    text.id = ExplainText;
-    text.kind = ozControlKind::TextBox;
-    text.x = 7;
-    text.y = 7;
-    text.width = 306;
-    text.height = 163;
-    text.style = ozControlReadOnly;
-    ozControlSpec ok;
-    ok.id = ozDialogOK;
-    ok.kind = ozControlKind::Button;
-    ok.caption = "OK";
-    ok.x = 263;
-    ok.y = 179;
-    ok.width = 50;
-    ok.height = 14;
-    ok.style = ozControlDefault;
-    m_layout.controls = {text, ok};
+    m_layout.controls = {
+        ozControlSpec(ExplainText, ozControlKind::TextBox, "", 7, 7, 306, 163, ozControlReadOnly),
+        ozControlSpec(ozDialogOK, ozControlKind::Button, "OK", 263, 179, 50, 14, ozControlDefault),
+    };
 }
 
 std::string ozHelpDialog::DisplayText(const char* explain)
