@@ -107,6 +107,11 @@ void BM_FillGenerated(benchmark::State& state)
     FillRepeatedly(state, path);
     std::filesystem::remove(path);
 }
-BENCHMARK(BM_FillGenerated)->Arg(120)->Arg(1140)->Arg(11460)->Arg(22920)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FillGenerated)
+    ->Arg(120)
+    ->Arg(1140)
+    ->Arg(11460)
+    ->Arg(22920)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
