@@ -1,7 +1,7 @@
 // Filling the policy view through the headless widgets, as the control does after every load
 // and refresh: from the corpus's msedge.adm (1146 policies) and from generated templates of a
-// tenth, the same and ten times as many policies, to show that the fill grows linearly with
-// the number of items.
+// tenth, the same, ten and twenty times as many policies, to show that the fill grows linearly
+// with the number of items.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
