@@ -57,8 +57,9 @@ public:
     // Sets up the tree: its images and the placeholder item (host text 17).
     void Create();
     // Rebuilds the tree from code's policy tree (null: empties it), the user root only when
-    // showUser, the machine root only when showMachine. The first policy marked selected is
-    // selected again and every mark is consumed.
+    // showUser, the machine root only when showMachine. The parts panel is emptied first
+    // (values not committed are dropped); the first policy marked selected is then made visible
+    // and selected again, and every mark is consumed.
     void Fill(tTreeCodeHandle* code, bool showUser, bool showMachine);
     // Marks the selected policy's registry key as selected, so that a profile saved now selects
     // the policy again when loaded, and the policy itself, so that the next Fill (the control
