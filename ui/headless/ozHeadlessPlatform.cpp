@@ -23,6 +23,8 @@ struct ozHeadlessPlatform::OpenDialog final : ozFormEvents {
     ozHeadlessForm form;
 };
 
+ozHeadlessPlatform::ozHeadlessPlatform(ozHostUI& ui) : m_ui(ui) {}
+
 ozHeadlessPlatform::~ozHeadlessPlatform() = default;
 
 bool ozHeadlessPlatform::ViewShown(int displayMode) const

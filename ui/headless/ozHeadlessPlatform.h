@@ -13,7 +13,7 @@
 
 class ozHeadlessPlatform final : public ozViewPlatform {
 public:
-    explicit ozHeadlessPlatform(ozHostUI& ui) : m_ui(ui) {}
+    explicit ozHeadlessPlatform(ozHostUI& ui);
     ~ozHeadlessPlatform() override;
 
     ozHeadlessTree& Tree() { return m_tree; }
