@@ -15,7 +15,11 @@
 
 class CADMCtrl;
 class ozADMNode;
+class ozADMPolicy;
+class ozControlViews;
 class ozPartsPanel;
+class ozTreeNode;
+struct ozMenu;
 class ozViewPlatform;
 struct tTreeCodeHandle;
 
@@ -47,11 +51,15 @@ public:
     // The control whose document edits mark modified and whose host texts the view shows (not
     // owned).
     void Control(CADMCtrl* control) { m_control = control; }
+    // The views whose registry import dialog the action list editor browses with (not owned;
+    // null: browsing finds nothing).
+    void Views(ozControlViews* views) { m_views = views; }
     // Sets up the tree: its images and the placeholder item (host text 17).
     void Create();
     // Rebuilds the tree from code's policy tree (null: empties it), the user root only when
-    // showUser, the machine root only when showMachine. The first policy marked selected is
-    // selected again and every mark is consumed.
+    // showUser, the machine root only when showMachine. The parts panel is emptied first
+    // (values not committed are dropped); the first policy marked selected is then made visible
+    // and selected again, and every mark is consumed.
     void Fill(tTreeCodeHandle* code, bool showUser, bool showMachine);
     // Marks the selected policy's registry key as selected, so that a profile saved now selects
     // the policy again when loaded, and the policy itself, so that the next Fill (the control
@@ -61,7 +69,8 @@ public:
     bool WithADMEdit() const { return m_withADMEdit; }
     // Starts renaming item when its node is a category or a policy.
     void Rename(ozTreeItem item);
-    // Runs a template-editing menu command on the node of the item last right-clicked.
+    // Runs a template-editing menu command on the node of the item last right-clicked; nothing
+    // when that item went with a Fill since.
     void RunCommand(unsigned int command);
 
     // ozTreeEvents
@@ -76,12 +85,29 @@ public:
     bool LabelEdited(ozTreeItem item, const std::string* text) override;
 
 private:
+    // Appends the items of first and its following siblings with their subtrees below parent;
+    // marked receives the item of the first policy marked selected.
+    void AppendItems(ozTreeItem parent, ozTreeNode* first, bool showUser, bool showMachine,
+                     ozTreeItem& marked);
+    // Expands item's parents, as the user would, and scrolls item into view.
+    void Reveal(ozTreeItem item);
+    ozADMNode* Node(ozTreeItem item) const;
+    // The template-editing menu for node, its entries enabled or disabled by the node's kind
+    // (root, category, policy with a registry key, policy without one).
+    static ozMenu TemplateMenu(ozADMNode& node);
+    void ShowHelp(ozADMPolicy& policy);
+    void EditActionList(ozADMPolicy& policy, bool actionListOn);
+
     ozViewPlatform& m_platform;
     ozPartsPanel& m_panel;
     CADMCtrl* m_control = nullptr;
+    ozControlViews* m_views = nullptr;
     tTreeCodeHandle* m_code = nullptr;
     ozTreeItem m_pressed = ozNoItem;
     ozTreeItem m_menuItem = ozNoItem;
     ozADMNode* m_menuNode = nullptr;
+    // Counts the code objects shown (and the emptyings), so that a dialog still open when its
+    // tree goes knows that its policy may be gone.
+    unsigned long m_codeGeneration = 0;
     bool m_withADMEdit = false;
 };

@@ -15,6 +15,9 @@ public:
     // configured answer for a question, false for anything else.
     bool ShowMessage(tHOSTMESSAGEKIND kind, const std::string& text) override;
 
+    // How questions are answered from now on.
+    void AnswerYes(bool yes) { m_answerYes = yes; }
+
     // ERROR, QUESTION, WARNING or INFO.
     static const char* KindName(tHOSTMESSAGEKIND kind);
 

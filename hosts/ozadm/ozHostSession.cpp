@@ -58,7 +58,11 @@ std::string ozHostSession::TemplatePath(const std::string& file)
 }
 
 ozHostSession::ozHostSession(const ozHostOptions& options, std::ostream& messages)
-    : m_options(options), m_ui(messages, options.answerYes), m_control(m_ui)
+    : m_options(options),
+      m_ui(messages, options.answerYes),
+      m_platform(m_ui),
+      m_views(m_platform),
+      m_control(m_ui, &m_views)
 {
 }
 
@@ -80,6 +84,8 @@ bool ozHostSession::Prepare(std::ostream& err)
                 return false;
             }
     }
+    // The views take their first texts (the placeholder item) from the string table.
+    m_views.Attach(m_control);
     if (m_options.loadGrammar) {
         std::string file = m_options.grammar.empty() ? BundledFile("adm.bnf") : m_options.grammar;
         if (!m_control.SetEBNF(file.c_str())) {

@@ -11,6 +11,9 @@
 #include "control/CADMCtrl.h"
 #include "ozConsoleHostUI.h"
 #include "ozHostOptions.h"
+#include "ozScriptViews.h"
+#include "ui/headless/ozHeadlessPlatform.h"
+#include "ui/ozViews.h"
 
 class ozHostSession {
 public:
@@ -23,6 +26,8 @@ public:
     bool Prepare(std::ostream& err);
 
     CADMCtrl& Control() { return m_control; }
+    // The control's views on headless widgets, for the script's view calls.
+    ozScriptViews ScriptViews() { return {m_views, m_platform, m_ui}; }
 
     // The name a template file is handed to the control by. On Windows a relative name
     // becomes absolute: the [strings] section is read through the system's private-profile
@@ -35,5 +40,7 @@ public:
 private:
     ozHostOptions m_options;
     ozConsoleHostUI m_ui;
+    ozHeadlessPlatform m_platform;
+    ozViews m_views;
     CADMCtrl m_control;
 };

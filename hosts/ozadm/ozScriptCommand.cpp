@@ -35,7 +35,7 @@ Members (properties are read by name and set with Name = value):
         std::string line = std::string("  ") + member.name;
         if (member.isProperty)
             line += member.set ? "  (property)" : "  (read-only property)";
-        else if (member.argumentCount > 0)
+        else if (member.argumentCount != 0)
             line += std::string(" ") + member.signature;
         std::cout << line << '\n';
     }
@@ -76,6 +76,7 @@ int ozScriptCommand(const ozCommandArgs& args)
     ozHostSession session(line.host, std::cout);
     if (!session.Prepare(std::cerr))
         return 1;
-    ozScriptRunner runner(session.Control(), std::cout, std::cerr);
+    ozScriptViews views = session.ScriptViews();
+    ozScriptRunner runner(session.Control(), std::cout, std::cerr, &views);
     return runner.Run(file == "-" ? std::cin : in, file == "-" ? "<stdin>" : file);
 }

@@ -298,6 +298,7 @@ std::vector<ozScriptMember> MakeMembers()
                            return PrintLines(call, ozRegistryTreeLines(call.control.Code()));
                        },
                        nullptr});
+    ozAddViewMembers(members);
     return members;
 }
 

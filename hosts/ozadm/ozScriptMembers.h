@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "ozScriptResult.h"
+#include "ozScriptViews.h"
 
 class CADMCtrl;
 
@@ -31,12 +32,17 @@ struct ozScriptCall {
     const std::vector<std::string>& arguments;
     std::ostream& out;
     std::string note;
+    // The views the view calls drive; null when the control has none.
+    ozScriptViews* views = nullptr;
 };
+
+inline constexpr int AnyArgumentCount = -1;
 
 struct ozScriptMember {
     const char* name;
     bool isProperty;
-    // Arguments a call takes (a property read takes none).
+    // Arguments a call takes (a property read takes none); AnyArgumentCount for a call that
+    // checks its arguments itself.
     int argumentCount;
     // Argument names for messages and help, e.g. "UsrReg MacReg".
     const char* signature;
@@ -46,6 +52,9 @@ struct ozScriptMember {
     // ozScriptUsageError for a value text that does not read.
     std::function<void(CADMCtrl&, const std::string&)> set;
 };
+
+// The view calls: what a user does with mouse and keyboard in the views, and what they show.
+void ozAddViewMembers(std::vector<ozScriptMember>& members);
 
 // Every member, properties first, in dispatch order, then the host's own.
 const std::vector<ozScriptMember>& ozScriptMembers();

@@ -34,6 +34,7 @@ int ozScriptRunner::Run(std::istream& in, const std::string& source)
             problem = std::string(member->name) +
                       (member->isProperty ? " is read-only" : " is a method, not a property");
         } else if (line.kind == ozScriptLine::Kind::Call &&
+                   member->argumentCount != AnyArgumentCount &&
                    static_cast<int>(line.arguments.size()) != member->argumentCount) {
             problem = std::string(member->name) + " takes " + Arguments(member->argumentCount);
             if (member->argumentCount > 0)
@@ -45,7 +46,7 @@ int ozScriptRunner::Run(std::istream& in, const std::string& source)
                 member->set(m_control, line.arguments[0]);
                 m_out << member->name << ":\n";
             } else if (problem.empty()) {
-                ozScriptCall call{m_control, line.arguments, m_out, {}};
+                ozScriptCall call{m_control, line.arguments, m_out, {}, m_views};
                 ozScriptResult result = member->call(call);
                 result.Write(m_out, member->name);
                 if (!call.note.empty()) {

@@ -8,12 +8,15 @@
 #include <string>
 
 class CADMCtrl;
+struct ozScriptViews;
 
 class ozScriptRunner {
 public:
-    // Results and messages go to out; diagnostics to err.
-    ozScriptRunner(CADMCtrl& control, std::ostream& out, std::ostream& err)
-        : m_control(control), m_out(out), m_err(err)
+    // Results and messages go to out; diagnostics to err. views: what the view calls drive
+    // (null: the view calls refuse to run).
+    ozScriptRunner(CADMCtrl& control, std::ostream& out, std::ostream& err,
+                   ozScriptViews* views = nullptr)
+        : m_control(control), m_out(out), m_err(err), m_views(views)
     {
     }
 
@@ -27,4 +30,5 @@ private:
     CADMCtrl& m_control;
     std::ostream& m_out;
     std::ostream& m_err;
+    ozScriptViews* m_views;
 };

@@ -1,0 +1,268 @@
+// The view calls of a script: each stands for what a user does with mouse and keyboard, or
+// prints what the user sees, on the control's views over headless widgets.
+#include <cstdlib>
+
+#include "control/CADMCtrl.h"
+#include "control/ozParameterText.h"
+#include "ozConsoleHostUI.h"
+#include "ozScriptMembers.h"
+#include "ozViewText.h"
+#include "platform/ozAsciiCase.h"
+#include "ui/headless/ozHeadlessPlatform.h"
+#include "ui/ozViews.h"
+
+namespace {
+
+using Result = ozScriptResult;
+
+ozScriptViews& Views(const char* member, ozScriptCall& call)
+{
+    if (call.views == nullptr)
+        throw ozScriptUsageError(std::string(member) + ": this host shows no views");
+    return *call.views;
+}
+
+// The item at PATH in the policy view; a path that names no item cannot run.
+ozTreeItem Item(const char* member, ozScriptCall& call, const std::string& path)
+{
+    ozTreeItem item = Views(member, call).platform.Tree().Find(path);
+    if (item == ozNoItem)
+        throw ozScriptUsageError(std::string(member) + ": the view has no item \"" + path + "\"");
+    return item;
+}
+
+Result Print(ozScriptCall& call, const std::vector<std::string>& lines)
+{
+    for (const std::string& line : lines)
+        call.out << line << '\n';
+    return Result();
+}
+
+// A member taking PATH and acting on its item.
+ozScriptMember ItemAction(const char* name, void (ozHeadlessTree::*action)(ozTreeItem))
+{
+    return {name,
+            false,
+            1,
+            "Path",
+            [name, action](ozScriptCall& call) {
+                ozTreeItem item = Item(name, call, call.arguments[0]);
+                (Views(name, call).platform.Tree().*action)(item);
+                return Result();
+            },
+            nullptr};
+}
+
+Result View(ozScriptCall& call)
+{
+    ozScriptViews& views = Views("View", call);
+    if (views.views.VisibleMode() != DisplayPolicies)
+        return Result();
+    Print(call, ozTreeViewLines(views.platform.Tree()));
+    return Print(call, ozPartsPanelLines(views.views.PartsPanel()));
+}
+
+// F2, Insert, Delete, Tab or a virtual-key number.
+int VirtualKey(const std::string& text)
+{
+    static const struct {
+        const char* name;
+        int key;
+    } names[] = {
+        {"F2", ozKeyF2}, {"Insert", ozKeyInsert}, {"Delete", ozKeyDelete}, {"Tab", ozKeyTab}};
+    for (const auto& name : names)
+        if (ozAsciiSameIgnoringCase(text, name.name))
+            return name.key;
+    long long key = 0;
+    if (!ozReadInteger(text, 1, 255, key))
+        throw ozScriptUsageError(
+            "Key: KEY must be F2, Insert, Delete, Tab or a virtual-key number "
+            "from 1 to 255, not \"" +
+            text + "\"");
+    return static_cast<int>(key);
+}
+
+// The key goes to the tree with the item selected, as a tree takes keys for its selection.
+Result Key(ozScriptCall& call)
+{
+    ozTreeItem item = Item("Key", call, call.arguments[0]);
+    int key = VirtualKey(call.arguments[1]);
+    ozHeadlessTree& tree = Views("Key", call).platform.Tree();
+    if (!tree.SelectByUser(item)) {
+        call.note = "the selection did not move to \"" + call.arguments[0] + "\"";
+        return Result::Bool(false);
+    }
+    tree.Key(key);
+    return Result::Bool(true);
+}
+
+Result Edit(ozScriptCall& call)
+{
+    ozTreeItem item = Item("Edit", call, call.arguments[0]);
+    ozScriptViews& views = Views("Edit", call);
+    if (!views.platform.Tree().SelectByUser(item)) {
+        call.note = "the selection did not move to \"" + call.arguments[0] + "\"";
+        return Result::Bool(false);
+    }
+    if (!views.views.PartsPanel().Type(call.arguments[1], call.arguments[2])) {
+        call.note = "no enabled editor for a part \"" + call.arguments[1] + "\"";
+        return Result::Bool(false);
+    }
+    return Result::Bool(views.views.PartsPanel().Commit());
+}
+
+Result Menu(ozScriptCall& call)
+{
+    ozTreeItem item = Item("Menu", call, call.arguments[0]);
+    ozScriptViews& views = Views("Menu", call);
+    views.platform.DismissMenu();
+    views.platform.Tree().RightClick(item);
+    if (const ozMenu* menu = views.platform.OpenMenu())
+        Print(call, ozMenuLines(*menu));
+    return Result();
+}
+
+Result Choose(ozScriptCall& call)
+{
+    ozHeadlessPlatform& platform = Views("Choose", call).platform;
+    if (platform.OpenMenu() == nullptr) {
+        call.note = "no menu is open";
+        return Result::Bool(false);
+    }
+    bool chosen = platform.Choose(call.arguments[0]);
+    if (!chosen)
+        call.note = "the menu has no enabled entry \"" + call.arguments[0] + "\"";
+    return Result::Bool(chosen);
+}
+
+// Dialog, Dialog Set "label" "text", Dialog Check "caption" on|off, Dialog Click "caption",
+// Dialog Row "list label" N, Dialog OK, Dialog Cancel.
+Result Dialog(ozScriptCall& call)
+{
+    ozHeadlessPlatform& platform = Views("Dialog", call).platform;
+    const std::vector<std::string>& args = call.arguments;
+    ozHeadlessForm* form = platform.TopForm();
+    if (args.empty()) {
+        if (form != nullptr)
+            Print(call, ozDialogLines(platform.TopDialog()->Layout().caption, *form));
+        return Result();
+    }
+    struct Action {
+        const char* name;
+        std::size_t arguments;
+    };
+    static const Action actions[] = {{"Set", 3}, {"Check", 3}, {"Click", 2},
+                                     {"Row", 3}, {"OK", 1},    {"Cancel", 1}};
+    const Action* action = nullptr;
+    for (const Action& candidate : actions)
+        if (ozAsciiSameIgnoringCase(args[0], candidate.name))
+            action = &candidate;
+    if (action == nullptr)
+        throw ozScriptUsageError("Dialog: \"" + args[0] +
+                                 "\" is none of Set, Check, Click, Row, OK, Cancel");
+    if (args.size() != action->arguments)
+        throw ozScriptUsageError(std::string("Dialog ") + action->name + " takes " +
+                                 std::to_string(action->arguments - 1) + " arguments");
+    if (form == nullptr) {
+        call.note = "no dialog is open";
+        return Result::Bool(false);
+    }
+    const std::string& what = action->name;
+    if (what == "OK" || what == "Cancel")
+        return Result::Bool(platform.EndDialog(what == "OK"));
+    using Kind = ozControlKind;
+    const ozHeadlessForm::Control* control = nullptr;
+    if (what == "Set")
+        control = form->Find(args[1], {Kind::Edit, Kind::Number, Kind::ComboBox});
+    else if (what == "Check")
+        control = form->Find(args[1], {Kind::CheckBox, Kind::Radio});
+    else if (what == "Click")
+        control = form->Find(args[1], {Kind::Button});
+    else
+        control = form->Find(args[1], {Kind::List, Kind::DropDown, Kind::ComboBox});
+    if (control == nullptr) {
+        call.note = "the dialog has no such control \"" + args[1] + "\"";
+        return Result::Bool(false);
+    }
+    int id = control->spec.id;
+    if (what == "Set")
+        return Result::Bool(form->Type(id, args[2]));
+    if (what == "Check") {
+        bool on = ozAsciiSameIgnoringCase(args[2], "on");
+        if (!on && !ozAsciiSameIgnoringCase(args[2], "off"))
+            throw ozScriptUsageError("Dialog Check: the state must be on or off, not \"" + args[2] +
+                                     "\"");
+        return Result::Bool(form->CheckByUser(id, on));
+    }
+    if (what == "Click")
+        return Result::Bool(platform.ClickDialogButton(id));
+    long long row = 0;
+    if (!ozReadInteger(args[2], -1, 2147483647, row))
+        throw ozScriptUsageError("Dialog Row: N must be a row number, not \"" + args[2] + "\"");
+    return Result::Bool(form->ChooseRow(id, static_cast<int>(row)));
+}
+
+Result Answer(ozScriptCall& call)
+{
+    const std::string& answer = call.arguments[0];
+    bool yes = ozAsciiSameIgnoringCase(answer, "yes");
+    if (!yes && !ozAsciiSameIgnoringCase(answer, "no"))
+        throw ozScriptUsageError("Answer: the answer must be yes or no, not \"" + answer + "\"");
+    Views("Answer", call).ui.AnswerYes(yes);
+    return Result();
+}
+
+}  // namespace
+
+void ozAddViewMembers(std::vector<ozScriptMember>& members)
+{
+    members.push_back({"View", false, 0, "", View, nullptr});
+    members.push_back(ItemAction("Click", &ozHeadlessTree::Click));
+    members.push_back(ItemAction("Press", &ozHeadlessTree::Press));
+    members.push_back(ItemAction("Release", &ozHeadlessTree::Release));
+    members.push_back({"Select", false, 1, "Path",
+                       [](ozScriptCall& call) {
+                           ozTreeItem item = Item("Select", call, call.arguments[0]);
+                           return Result::Bool(
+                               Views("Select", call).platform.Tree().SelectByUser(item));
+                       },
+                       nullptr});
+    members.push_back({"Expand", false, 1, "Path",
+                       [](ozScriptCall& call) {
+                           ozTreeItem item = Item("Expand", call, call.arguments[0]);
+                           Views("Expand", call).platform.Tree().ExpandByUser(item, true);
+                           return Result();
+                       },
+                       nullptr});
+    members.push_back({"Collapse", false, 1, "Path",
+                       [](ozScriptCall& call) {
+                           ozTreeItem item = Item("Collapse", call, call.arguments[0]);
+                           Views("Collapse", call).platform.Tree().ExpandByUser(item, false);
+                           return Result();
+                       },
+                       nullptr});
+    members.push_back(ItemAction("DoubleClick", &ozHeadlessTree::DoubleClick));
+    members.push_back({"Key", false, 2, "Path Key", Key, nullptr});
+    members.push_back({"Edit", false, 3, "Path Part Value", Edit, nullptr});
+    members.push_back({"Menu", false, 1, "Path", Menu, nullptr});
+    members.push_back({"Choose", false, 1, "Entry", Choose, nullptr});
+    members.push_back(
+        {"Dialog", false, AnyArgumentCount,
+         "[Set Label Text | Check Caption on|off | Click Caption | Row Label N | OK | "
+         "Cancel]",
+         Dialog, nullptr});
+    members.push_back({"Answer", false, 1, "yes|no", Answer, nullptr});
+    members.push_back(
+        {"EndLabelEdit", false, 1, "Text",
+         [](ozScriptCall& call) {
+             return Result::Bool(
+                 Views("EndLabelEdit", call).platform.Tree().EndLabelEdit(call.arguments[0]));
+         },
+         nullptr});
+    members.push_back({"CancelLabelEdit", false, 0, "",
+                       [](ozScriptCall& call) {
+                           return Result::Bool(
+                               Views("CancelLabelEdit", call).platform.Tree().CancelLabelEdit());
+                       },
+                       nullptr});
+}

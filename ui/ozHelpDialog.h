@@ -1,0 +1,32 @@
+// The dialog "Help" (dialog 102): a policy's explain text, read only, and an OK button. The
+// dialog copies what it shows, so it holds nothing of the policy while it is open.
+#pragma once
+
+#include <string>
+
+#include "ozForm.h"
+
+class ozADMPolicy;
+
+class ozHelpDialog : public ozDialog {
+public:
+    // The controls, in tab order (OK is ozDialogOK).
+    enum : int {
+        ExplainText = 1000,
+    };
+
+    // Captioned with the policy's name ("Help" for a policy without one).
+    explicit ozHelpDialog(const ozADMPolicy& policy);
+
+    // The explain text as the dialog shows it: every two-character sequence backslash n, the
+    // line-break escape of a template's strings, becomes a carriage return and a line feed.
+    // Null gives "".
+    static std::string DisplayText(const char* explain);
+
+    const ozDialogTemplate& Layout() const override { return m_layout; }
+    void Init(ozForm& form) override;
+
+private:
+    ozDialogTemplate m_layout;
+    std::string m_text;
+};

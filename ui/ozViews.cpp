@@ -1,0 +1,73 @@
+#include "ozViews.h"
+
+#include "control/CADMCtrl.h"
+#include "ozViewPlatform.h"
+
+ozViews::ozViews(ozViewPlatform& platform)
+    : m_platform(platform), m_panel(platform), m_policyView(platform, m_panel)
+{
+}
+
+void ozViews::Attach(CADMCtrl& control)
+{
+    m_panel.Control(&control);
+    m_policyView.Control(&control);
+    m_policyView.Views(this);
+    m_policyView.WithADMEdit(control.WithADMEdit());
+    m_policyView.Create();
+}
+
+void ozViews::Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool showMachine)
+{
+    // Whichever view is shown, the policy view lets go of a code object that goes.
+    if (displayMode == DisplayPolicies || code == nullptr)
+        m_policyView.Fill(code, showUser, showMachine);
+    if (m_visibleMode != displayMode && m_visibleMode != -1)
+        m_platform.ShowView(m_visibleMode, false);
+    m_platform.ShowView(displayMode, true);
+    m_visibleMode = displayMode;
+}
+
+void ozViews::Hide(int displayMode)
+{
+    m_platform.ShowView(displayMode, false);
+    if (m_visibleMode == displayMode)
+        m_visibleMode = -1;
+}
+
+bool ozViews::IsVisible(int displayMode) const
+{
+    return m_visibleMode == displayMode;
+}
+
+bool ozViews::CommitPartsPanel()
+{
+    return m_panel.Commit();
+}
+
+void ozViews::ClearPartsPanel()
+{
+    m_panel.Clear();
+}
+
+void ozViews::MarkSelection(int displayMode)
+{
+    if (displayMode == DisplayPolicies)
+        m_policyView.MarkSelection();
+}
+
+void ozViews::StorePendingEdit(int) {}
+
+void ozViews::WithADMEdit(bool withEdit)
+{
+    m_policyView.WithADMEdit(withEdit);
+}
+
+bool ozViews::AskRegistryImport(RegistryChoice&)
+{
+    return false;
+}
+
+void ozViews::ShowLegend() {}
+
+void ozViews::ShowAbout() {}
