@@ -73,7 +73,7 @@ private:
 };
 
 // What goes with each window of a dialog, in creation order: the control number it labels or
-// steps (0: none) and the spec of a control.
+// steps (0: none) and the description of a control (none for a label or an up-down).
 struct DialogWindow {
     int companionOf = 0;
     const ozControlSpec* spec = nullptr;
