@@ -1,5 +1,5 @@
 // The control drawn for containers (IViewObject2) and in its own window: the content aspect,
-// for now the window background; the views come later.
+// the window background; the views' windows draw themselves over it.
 #include <windows.h>
 
 #include "ozADMControl.h"
