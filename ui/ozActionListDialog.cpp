@@ -36,7 +36,7 @@ ozDialogTemplate BuildLayout()
             ozControlSpec(D::EntryList, K::List, "", 7, 7, 92, 118),
             ozControlSpec(D::KeyGroup, K::Group, "Key", 106, 7, 169, 50),
             ozControlSpec(D::OwnKeyCheck, K::CheckBox, "Has own key", 114, 18, 90, 10),
-            ozControlSpec(D::KeyEdit, K::Edit, "Key", 114, 34, 136, 14),
+            ozControlSpec(D::KeyEdit, K::Edit, "Key", 114, 34, 136, 14, ozControlReportOnLeave),
             ozControlSpec(D::BrowseButton, K::Button, "...", 254, 34, 14, 14),
             ozControlSpec(D::ValueGroup, K::Group, "Value", 106, 62, 169, 66),
             ozControlSpec(D::ValueNameEdit, K::Edit, "Valuename", 114, 74, 154, 14),

@@ -32,6 +32,10 @@ enum : unsigned int {
     ozControlSorted = 2,      // a list, drop-down or combo box that sorts its rows
     ozControlDefault = 4,     // the default push button
     ozControlTwoColumns = 8,  // a list whose rows hold two columns separated by '\t'
+    // An edit whose typing is reported once, when the user leaves it (or ends the dialog with
+    // OK), not at every keystroke: for text that is only meaningful whole, such as a key path
+    // that would otherwise create a key for every prefix typed.
+    ozControlReportOnLeave = 16,
 };
 
 struct ozControlSpec {

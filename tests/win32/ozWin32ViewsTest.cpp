@@ -21,7 +21,10 @@
 #include <string>
 
 #include "control/CADMCtrl.h"
+#include "core/adm/ozADMActionList.h"
 #include "core/adm/ozADMPolicy.h"
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozSubKey.h"
 #include "ozControlWindows.h"
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTemplateLoad.h"
@@ -359,11 +362,21 @@ TEST_F(Win32ViewsTest, ContextMenuOpensTheActionListEditor)
             SetWindowTextW(GetDlgItem(dialog, ozActionListDialog::ValueNameEdit), L"Audit");
             SetWindowTextW(GetDlgItem(dialog, ozActionListDialog::ValueEdit), L"on");
             Screenshot(dialog, "actionlist-editor");
+            // A key path typed letter by letter binds the whole path once, on OK.
+            SendMessageW(GetDlgItem(dialog, ozActionListDialog::OwnKeyCheck), BM_CLICK, 0, 0);
+            for (const wchar_t* typed : {L"S", L"So", L"Software\\Typed"})
+                SetWindowTextW(GetDlgItem(dialog, ozActionListDialog::KeyEdit), typed);
             SendMessageW(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
             return true;
         },
         [&] { RightClick(wallpaper); });
     ASSERT_NE(Policy(wallpaper).ActionListOn(), nullptr);
+    ozSubKey* typedKey = Policy(wallpaper).ActionListOn()->At(0)->RegKey();
+    ASSERT_NE(typedKey, nullptr);
+    char path[ozSubKey::KeyPathCapacity + 1] = {};
+    ASSERT_TRUE(typedKey->GetKeyPath(path));
+    EXPECT_STREQ(path, "Software\\Typed");
+    EXPECT_EQ(Policy(wallpaper).RegistryTree()->HasKey(HKEY_CURRENT_USER, "S"), nullptr);
     const std::string configured = Configured("USER\\Desktop\\Wallpaper");
     EXPECT_NE(configured.find("Audit"), std::string::npos) << configured;
 }

@@ -132,6 +132,7 @@ INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     if (message == WM_COMMAND) {
         const int id = LOWORD(wParam);
         if (id == IDOK && HIWORD(wParam) == BN_CLICKED) {
+            form->Controls().ReportTyping(*form, &form->Dialog());
             if (form->Dialog().Accept(*form))
                 EndDialog(window, IDOK);
             return TRUE;

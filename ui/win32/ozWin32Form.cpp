@@ -169,8 +169,19 @@ bool ozWin32HasLabel(const ozControlSpec& spec)
     }
 }
 
+namespace {
+
+// What an edit with ozControlReportOnLeave keeps in its user data: the style, and whether the
+// user has typed since the edit last reported.
+constexpr LONG_PTR ReportsOnLeave = 1;
+constexpr LONG_PTR TypedSinceReport = 2;
+
+}  // namespace
+
 void ozWin32PrepareControl(HWND control, const ozControlSpec& spec)
 {
+    if ((spec.style & ozControlReportOnLeave) != 0 && IsClass(control, L"Edit"))
+        SetWindowLongPtrW(control, GWLP_USERDATA, ReportsOnLeave);
     if (!IsListView(control))
         return;
     SendMessageW(control, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
@@ -460,6 +471,18 @@ bool ozWin32FormControls::Command(WPARAM wParam, LPARAM lParam, ozForm& form, oz
         case EN_CHANGE:
             if (!IsClass(control, L"Edit"))
                 return false;
+            if ((GetWindowLongPtrW(control, GWLP_USERDATA) & ReportsOnLeave) != 0) {
+                if (m_quiet == 0)
+                    SetWindowLongPtrW(control, GWLP_USERDATA, ReportsOnLeave | TypedSinceReport);
+                return true;
+            }
+            event = ozFormEvent::TextChanged;
+            break;
+        case EN_KILLFOCUS:
+            if (!IsClass(control, L"Edit") ||
+                GetWindowLongPtrW(control, GWLP_USERDATA) != (ReportsOnLeave | TypedSinceReport))
+                return false;
+            SetWindowLongPtrW(control, GWLP_USERDATA, ReportsOnLeave);
             event = ozFormEvent::TextChanged;
             break;
         case CBN_EDITCHANGE:
@@ -478,6 +501,18 @@ bool ozWin32FormControls::Command(WPARAM wParam, LPARAM lParam, ozForm& form, oz
     if (m_quiet == 0 && events != nullptr)
         events->Command(form, id, event);
     return true;
+}
+
+void ozWin32FormControls::ReportTyping(ozForm& form, ozFormEvents* events)
+{
+    for (HWND child = GetWindow(m_parent, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT))
+        if (IsClass(child, L"Edit") &&
+            GetWindowLongPtrW(child, GWLP_USERDATA) == (ReportsOnLeave | TypedSinceReport)) {
+            SetWindowLongPtrW(child, GWLP_USERDATA, ReportsOnLeave);
+            if (events != nullptr)
+                events->Command(form, GetDlgCtrlID(child), ozFormEvent::TextChanged);
+        }
 }
 
 bool ozWin32FormControls::Notify(LPARAM lParam, ozForm& form, ozFormEvents* events, LRESULT& result)

@@ -63,6 +63,9 @@ public:
     // was handled (result: what the parent's procedure returns).
     bool Command(WPARAM wParam, LPARAM lParam, ozForm& form, ozFormEvents* events);
     bool Notify(LPARAM lParam, ozForm& form, ozFormEvents* events, LRESULT& result);
+    // Reports the typing of edits that report when left (ozControlReportOnLeave) and were not
+    // left yet: a dialog ended with OK from the keyboard takes what they hold.
+    void ReportTyping(ozForm& form, ozFormEvents* events);
 
     // Counts programmatic changes under way: while positive no event is reported.
     class Quiet {
