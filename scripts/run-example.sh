@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds ozadm on a fresh Debian 12 machine and runs it on the bundled example: the policy
 # tree with its states, one policy configured, the profile saved (into the build folder, never
-# over examples/example.ozp), and the configured policies with their registry entries.
+# over examples/example.ozp), the configured policies with their registry entries, and the
+# policy view as a user sees it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -33,3 +34,7 @@ step "The policy tree with the saved profile"
 
 step "The configured policies and the registry entries each configures"
 "$ozadm" configured "$template" --profile "$saved" --entries
+
+step "The policy view as a user sees it, with the saved profile (ozadm script, docs/cli.md)"
+printf '%s\n' "SetADM \"$template\"" "Load \"$saved\" \"\"" 'DisplayMode = 0' 'Refresh' \
+  "Select \"$proxy\"" 'View' | "$ozadm" script -
