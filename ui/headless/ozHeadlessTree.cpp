@@ -1,29 +1,15 @@
 #include "ozHeadlessTree.h"
 
-#include <algorithm>
-
 const ozHeadlessTree::Item* ozHeadlessTree::Find(ozTreeItem item) const
 {
-    auto found = m_items.find(item);
-    return found != m_items.end() ? &found->second : nullptr;
+    if (item == ozNoItem || item > m_items.size() || m_items[item - 1].deleted)
+        return nullptr;
+    return &m_items[item - 1];
 }
 
 ozHeadlessTree::Item* ozHeadlessTree::Find(ozTreeItem item)
 {
-    auto found = m_items.find(item);
-    return found != m_items.end() ? &found->second : nullptr;
-}
-
-std::vector<ozTreeItem>& ozHeadlessTree::Siblings(ozTreeItem parent)
-{
-    Item* item = Find(parent);
-    return item != nullptr ? item->children : m_top;
-}
-
-const std::vector<ozTreeItem>& ozHeadlessTree::Siblings(ozTreeItem parent) const
-{
-    const Item* item = Find(parent);
-    return item != nullptr ? item->children : m_top;
+    return const_cast<Item*>(static_cast<const ozHeadlessTree*>(this)->Find(item));
 }
 
 ozTreeItem ozHeadlessTree::Find(const std::string& path) const
@@ -33,12 +19,9 @@ ozTreeItem ozHeadlessTree::Find(const std::string& path) const
     for (;;) {
         std::string::size_type end = path.find('\\', start);
         std::string text = path.substr(start, end - start);
-        ozTreeItem found = ozNoItem;
-        for (ozTreeItem child : Siblings(parent))
-            if (Find(child)->text == text) {
-                found = child;
-                break;
-            }
+        ozTreeItem found = parent == ozNoItem ? m_firstTop : FirstChild(parent);
+        while (found != ozNoItem && Find(found)->text != text)
+            found = Find(found)->next;
         if (found == ozNoItem || end == std::string::npos)
             return found;
         parent = found;
@@ -80,7 +63,7 @@ bool ozHeadlessTree::SelectByUser(ozTreeItem item)
 void ozHeadlessTree::ExpandByUser(ozTreeItem item, bool expand)
 {
     Item* found = Find(item);
-    if (found == nullptr || found->children.empty())
+    if (found == nullptr || found->firstChild == ozNoItem)
         return;
     if (m_events != nullptr)
         m_events->ItemExpanding(item, expand);
@@ -130,7 +113,7 @@ bool ozHeadlessTree::CancelLabelEdit()
 void ozHeadlessTree::DeleteAll()
 {
     m_items.clear();
-    m_top.clear();
+    m_firstTop = m_lastTop = ozNoItem;
     m_selection = m_pressed = m_edited = ozNoItem;
 }
 
@@ -139,37 +122,60 @@ ozTreeItem ozHeadlessTree::Append(ozTreeItem parent, const std::string& text, in
 {
     if (parent != ozNoItem && Find(parent) == nullptr)
         return ozNoItem;
-    ozTreeItem item = m_next++;
-    m_items[item] = Item{text, image, selectedImage, expanded, data, parent, {}};
-    Siblings(parent).push_back(item);
+    Item added;
+    added.text = text;
+    added.image = image;
+    added.selectedImage = selectedImage;
+    added.expanded = expanded;
+    added.data = data;
+    added.parent = parent;
+    added.previous = parent == ozNoItem ? m_lastTop : Find(parent)->lastChild;
+    m_items.push_back(std::move(added));
+    ozTreeItem item = m_items.size();
+    ozTreeItem previous = m_items.back().previous;
+    if (previous != ozNoItem)
+        m_items[previous - 1].next = item;
+    else if (parent == ozNoItem)
+        m_firstTop = item;
+    else
+        m_items[parent - 1].firstChild = item;
+    (parent == ozNoItem ? m_lastTop : m_items[parent - 1].lastChild) = item;
     return item;
 }
 
 void ozHeadlessTree::Forget(ozTreeItem item)
 {
-    Item* found = Find(item);
-    if (found == nullptr)
-        return;
-    for (ozTreeItem child : std::vector<ozTreeItem>(found->children))
+    for (ozTreeItem child = m_items[item - 1].firstChild; child != ozNoItem;
+         child = m_items[child - 1].next)
         Forget(child);
     if (m_pressed == item)
         m_pressed = ozNoItem;
     if (m_edited == item)
         m_edited = ozNoItem;
-    m_items.erase(item);
+    if (m_selection == item)
+        m_selection = ozNoItem;
+    m_items[item - 1].deleted = true;
 }
 
 void ozHeadlessTree::Delete(ozTreeItem item)
 {
-    const Item* found = Find(item);
+    Item* found = Find(item);
     if (found == nullptr)
         return;
-    for (ozTreeItem at = m_selection; at != ozNoItem; at = Parent(at))
-        if (at == item)
-            m_selection = ozNoItem;
-    std::vector<ozTreeItem>& siblings = Siblings(found->parent);
-    siblings.erase(std::find(siblings.begin(), siblings.end(), item));
+    ozTreeItem parent = found->parent, previous = found->previous, next = found->next;
     Forget(item);
+    if (previous != ozNoItem)
+        m_items[previous - 1].next = next;
+    else if (parent == ozNoItem)
+        m_firstTop = next;
+    else
+        m_items[parent - 1].firstChild = next;
+    if (next != ozNoItem)
+        m_items[next - 1].previous = previous;
+    else if (parent == ozNoItem)
+        m_lastTop = previous;
+    else
+        m_items[parent - 1].lastChild = previous;
 }
 
 void ozHeadlessTree::Text(ozTreeItem item, const std::string& text)
@@ -244,7 +250,7 @@ bool ozHeadlessTree::Expanded(ozTreeItem item) const
 
 ozTreeItem ozHeadlessTree::Root() const
 {
-    return m_top.empty() ? ozNoItem : m_top.front();
+    return m_firstTop;
 }
 
 ozTreeItem ozHeadlessTree::Parent(ozTreeItem item) const
@@ -256,15 +262,11 @@ ozTreeItem ozHeadlessTree::Parent(ozTreeItem item) const
 ozTreeItem ozHeadlessTree::FirstChild(ozTreeItem item) const
 {
     const Item* found = Find(item);
-    return found != nullptr && !found->children.empty() ? found->children.front() : ozNoItem;
+    return found != nullptr ? found->firstChild : ozNoItem;
 }
 
 ozTreeItem ozHeadlessTree::NextSibling(ozTreeItem item) const
 {
     const Item* found = Find(item);
-    if (found == nullptr)
-        return ozNoItem;
-    const std::vector<ozTreeItem>& siblings = Siblings(found->parent);
-    auto at = std::find(siblings.begin(), siblings.end(), item);
-    return at + 1 < siblings.end() ? *(at + 1) : ozNoItem;
+    return found != nullptr ? found->next : ozNoItem;
 }

@@ -3,7 +3,6 @@
 // ozadm's view calls drive the views through it.
 #pragma once
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -59,26 +58,31 @@ public:
     ozTreeItem NextSibling(ozTreeItem item) const override;
 
 private:
+    // Items live in one vector, an item's number being its index plus one, linked as first
+    // child and next sibling, so that every step through the tree takes constant time.
     struct Item {
         std::string text;
         int image = 0;
         int selectedImage = 0;
         bool expanded = false;
+        bool deleted = false;
         void* data = nullptr;
         ozTreeItem parent = ozNoItem;
-        std::vector<ozTreeItem> children;
+        ozTreeItem firstChild = ozNoItem;
+        ozTreeItem lastChild = ozNoItem;
+        ozTreeItem previous = ozNoItem;
+        ozTreeItem next = ozNoItem;
     };
     const Item* Find(ozTreeItem item) const;
     Item* Find(ozTreeItem item);
-    std::vector<ozTreeItem>& Siblings(ozTreeItem parent);
-    const std::vector<ozTreeItem>& Siblings(ozTreeItem parent) const;
+    // Marks item and its children deleted.
     void Forget(ozTreeItem item);
 
     ozTreeEvents* m_events = nullptr;
     std::vector<int> m_bitmaps;
-    std::map<ozTreeItem, Item> m_items;
-    std::vector<ozTreeItem> m_top;
-    ozTreeItem m_next = 1;
+    std::vector<Item> m_items;
+    ozTreeItem m_firstTop = ozNoItem;
+    ozTreeItem m_lastTop = ozNoItem;
     ozTreeItem m_selection = ozNoItem;
     ozTreeItem m_pressed = ozNoItem;
     ozTreeItem m_edited = ozNoItem;
