@@ -1,7 +1,9 @@
 #include "ozADMListBox.h"
 
 #include <cstring>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
@@ -26,9 +28,13 @@ bool ozADMListBox::_AddRegWrites(ozADMRegWrites& writes, bool enabled) const
     ozADMRegWrite keyWrite;
     keyWrite.key = key;
     // Disabled: the whole key is emptied, whatever values it holds, including ones this part
-    // never wrote. Enabled: the key is marked as written, so that a list left empty still
-    // reads back as enabled; the entries add to the key (additive or not, nothing is erased).
-    keyWrite.kind = enabled ? ozADMRegWrite::WriteInsertKey : ozADMRegWrite::WriteEraseKey;
+    // never wrote. Enabled with entries and not additive: the key is emptied too, and the
+    // entries replace what it held, as other policy editors write such a list. Otherwise the
+    // key is marked as written, so that a list left empty still reads back as enabled, and
+    // additive entries join the key's values.
+    bool replaces = enabled && !m_additive && !LeftEmpty();
+    keyWrite.kind =
+        enabled && !replaces ? ozADMRegWrite::WriteInsertKey : ozADMRegWrite::WriteEraseKey;
     writes.push_back(keyWrite);
     if (!enabled || m_values == nullptr)
         return true;
@@ -74,27 +80,37 @@ tSYNCSTATE ozADMListBox::Sync()
     ozSubKey* key = Key();
     if (key == nullptr)
         return SyncFailed;
-    if (key->Op() == KeyOpEraseValues)
-        return SyncDisabled;
     const CCollection<ozRegValue>& values = key->Values();
+    bool erased = key->Op() == KeyOpEraseValues;
     // A key saved without values is a list left empty; a key merely there says nothing.
-    if (values.Count() == 0 && !key->Save())
+    if (values.Count() == 0 && !erased && !key->Save())
         return SyncConflict;
-    CCollection<ozADMListItem>& items = ClearValues();
+    std::vector<std::unique_ptr<ozADMListItem>> entries;
     ozRegValue* value = nullptr;
-    for (int pos = 0; (value = values.At(pos)) != nullptr; ++pos) {
-        if (!m_explicitValue && !_IsValidName(value->Name()))
+    bool conflict = false;
+    for (int pos = 0; !conflict && (value = values.At(pos)) != nullptr; ++pos) {
+        // A deletion is no entry: the other parts of a disabled policy sharing the key write
+        // theirs next to the erasure.
+        if (value->IsDelete() || (!m_explicitValue && !_IsValidName(value->Name())))
             continue;
         // Entries are strings; any other type was not written by this part. The entries
         // gathered so far stay, for the user to see.
-        if (value->Type() != RegSz)
-            return SyncConflict;
+        conflict = value->Type() != RegSz;
+        if (conflict)
+            continue;
         auto item = std::make_unique<ozADMListItem>();
         item->Name(value->Name());
         item->Value().SetString(value->DataText().c_str());
-        items.Add(item.release());
+        entries.push_back(std::move(item));
     }
-    return SyncEnabled;
+    // An erased key without entries is a disabled list, which keeps the entries it has; with
+    // entries, it is a list whose entries replace the machine's.
+    if (!conflict && erased && entries.empty())
+        return SyncDisabled;
+    CCollection<ozADMListItem>& items = ClearValues();
+    for (std::unique_ptr<ozADMListItem>& entry : entries)
+        items.Add(entry.release());
+    return conflict ? SyncConflict : SyncEnabled;
 }
 
 ozADMCtrl* ozADMListBox::Copy() const

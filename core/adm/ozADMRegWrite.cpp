@@ -19,8 +19,12 @@ bool Apply(const ozADMRegWrite& write)
         return false;
     switch (write.kind) {
         case ozADMRegWrite::WriteEraseKey:
+            // The values go from the tree too: a profile that kept them would set them again
+            // after the erasure, and a disabled list would read back enabled.
             key->Op(KeyOpEraseValues);
             key->Save(true);
+            while (key->Values().Count() > 0)
+                key->RemoveValue(key->Values().At(0));
             return true;
         case ozADMRegWrite::WriteInsertKey:
             // Saved even without values: a list left empty still says "enabled, no entries".
@@ -44,9 +48,13 @@ bool Apply(const ozADMRegWrite& write)
 
 bool ozApplyRegWrites(const ozADMRegWrites& writes)
 {
-    for (const ozADMRegWrite& write : writes) {
-        if (!Apply(write))
-            return false;
+    // Erasures first, as a profile writes a key's erasure before its values: a value the
+    // policy sets in a list's key stays.
+    for (bool erasures : {true, false}) {
+        for (const ozADMRegWrite& write : writes) {
+            if ((write.kind == ozADMRegWrite::WriteEraseKey) == erasures && !Apply(write))
+                return false;
+        }
     }
     return true;
 }

@@ -19,9 +19,10 @@ class ozSubKey;
 struct ozADMRegWrite {
     enum tWRITEKIND {
         WriteValue,      // valueName gets value (a string as an expandable one when expand)
-        WriteEraseKey,   // every value of the key is removed (a list box of a disabled policy)
+        WriteEraseKey,   // every value of the key is removed, operation 'E' (a list box of a
+                         // disabled policy, or one whose entries replace the key's values)
         WriteInsertKey,  // the key is marked as written: operation 'I', saved even without
-                         // values (a list box of an enabled policy)
+                         // values (an additive or empty list box of an enabled policy)
     };
 
     tWRITEKIND kind = WriteValue;
@@ -41,7 +42,8 @@ struct ozADMRegWrite {
 
 using ozADMRegWrites = std::vector<ozADMRegWrite>;
 
-// Applies writes to their keys in order, creating the keys and values they set. False at the
+// Applies writes to their keys, the erasures first and the others in order, creating the keys
+// and values they set; an erasure removes the key's values from the tree. False at the
 // first write without key, with an empty value (which would leave a value without type behind) or
 // whose value cannot be written; the writes before it stay applied.
 bool ozApplyRegWrites(const ozADMRegWrites& writes);

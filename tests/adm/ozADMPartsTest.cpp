@@ -143,6 +143,7 @@ std::unique_ptr<ozADMCtrl> MakePart(const std::string& variant, ozSubKey* key)
         auto* listBox = new ozADMListBox;
         listBox->ValuePrefix("Item");
         listBox->ExplicitValue(has("explicit"));
+        listBox->Additive(has("additive"));
         CCollection<ozADMListItem>& values = listBox->ClearValues();
         for (const char* name : {"Item1", "Item2"}) {
             auto* item = new ozADMListItem;
@@ -229,13 +230,18 @@ TEST_F(PartsTest, SyncReadsEachPartsValueAndJudgesIt)
         {"dropdown", "Val=dword:1", SyncEnabled, "Val=dword:1"},
         {"dropdown", "Val=dword:1 Extra=dword:5", SyncEnabled, "Val=dword:1 Extra=dword:5"},
         {"dropdown on two", "Val=dword:3", SyncConflict, "Val=sz:two"},  // Extra is missing
-        {"list box", "", SyncConflict, "Item1=sz:a Item2=sz:b"},
-        {"list box", "erase Item1=sz:x", SyncDisabled, "Item1=sz:a Item2=sz:b"},
+        {"additive list box", "", SyncConflict, "Item1=sz:a Item2=sz:b"},
+        // An erasure alone disables the list, which keeps its entries; one before entries
+        // (or beside deletions only) does not.
+        {"list box", "erase", SyncDisabled, "erase Item1=sz:a Item2=sz:b"},
+        {"list box", "erase Val=deleted Other=dword:1", SyncDisabled,
+         "erase Item1=sz:a Item2=sz:b"},
+        {"list box", "erase Item1=sz:x", SyncEnabled, "erase Item1=sz:x"},
         // The gathered entries replace the part's own; names are filtered before types.
         {"list box", "Item1=sz:x Item1x=sz:y Item=sz:z Other=dword:1", SyncEnabled,
-         "Item1=sz:x Item=sz:z"},
-        {"explicit list box", "Item1=sz:x Other=sz:w", SyncEnabled, "Item1=sz:x Other=sz:w"},
-        {"list box", "Item1=sz:x Item2=expand:y Item3=sz:z", SyncConflict, "Item1=sz:x"},
+         "erase Item1=sz:x Item=sz:z"},
+        {"explicit list box", "Item1=sz:x Other=sz:w", SyncEnabled, "erase Item1=sz:x Other=sz:w"},
+        {"list box", "Item1=sz:x Item2=expand:y Item3=sz:z", SyncConflict, "erase Item1=sz:x"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.variant) + " with " + c.held);
@@ -290,8 +296,9 @@ TEST_F(PartsTest, SaveToRegistryWritesEachPartsValueOrDeletesIt)
         {"dropdown", true, "Val=sz:x", "Val=dword:1"},  // no selection: the first
         {"dropdown on two", true, "Val=dword:1", "Val=sz:two"},
         {"dropdown on also one", true, "", "Val=dword:1 Extra=dword:5"},
-        {"list box", true, "Item9=sz:z", "Item9=sz:z Item1=sz:a Item2=sz:b"},
-        {"list box", false, "Item1=sz:a", "erase Item1=sz:a"},
+        {"additive list box", true, "Item9=sz:z", "Item9=sz:z Item1=sz:a Item2=sz:b"},
+        {"list box", true, "Item9=sz:z", "erase Item1=sz:a Item2=sz:b"},  // replaces
+        {"list box", false, "Item1=sz:a", "erase"},
         {"text", true, "Val=sz:x", "Val=sz:x"},
     };
     for (const auto& c : cases) {
@@ -316,8 +323,9 @@ TEST_F(PartsTest, SaveToRegistryWritesEachPartsValueOrDeletesIt)
     auto listBox = MakePart("list box", key);
     listBox->SaveToRegistry(tree, false);
     EXPECT_TRUE(key->Save()) << "a disabled list box saves its emptied key";
+    static_cast<ozADMListBox&>(*listBox).ClearValues();
     listBox->SaveToRegistry(tree, true);
-    EXPECT_EQ(key->Op(), KeyOpInsert);
+    EXPECT_EQ(key->Op(), KeyOpInsert) << "an enabled list left empty";
 }
 
 TEST_F(PartsTest, BindingAKeyAndFailingWithoutKeyOrValueName)

@@ -200,4 +200,36 @@ TEST(PolicyRoundTripTest, ValueNameAloneMeansOneOrDeleted)
                                         "- USER\\Explorer\\Remove Shut Down"}));
 }
 
+// A Registry.pol as a policy editor wrote it: a list that replaces the machine's entries is its
+// key's erasure followed by the entries. It reads back enabled and is saved as it was.
+TEST(PolicyRoundTripTest, ReplacingListOfARealProfileComesBackAsItWas)
+{
+    if (ozCorpusPath("").empty())
+        GTEST_SKIP() << "no corpus";
+    ozRecordingHostUI ui;
+    CADMCtrl control{ui};
+    ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
+    ASSERT_TRUE(control.SetADM(ozCorpusPath("adm/chrome73/chrome.adm").c_str()));
+    control.ozImpExLibrary(ozPlatformPath(OZ_POL_LIBRARY));
+    const std::string original = ozReadTestFile(ozCorpusPath("pol/shb_chrome_machine.pol"));
+    ozTestFile user("chrome-user.pol", std::string("PReg\1\0\0\0", 8));
+    ozTestFile machine("chrome-machine.pol", original);
+    ASSERT_TRUE(control.Load(user.Path(), machine.Path()));
+    const char* path =
+        "MACHINE\\Google\\Google Chrome\\Content Settings\\Allow the Flash plugin "
+        "on these sites";
+    const std::string key = R"("HKLM\Software\Policies\Google\Chrome\PluginsAllowedForUrls",)";
+    EXPECT_EQ(control.PolicyConfigures(path).Elements(),
+              (std::vector<std::string>{key + R"("**DelVals")", key + R"("1","REG_SZ","*.mil")",
+                                        key + R"("2","REG_SZ","*.gov")"}));
+    ASSERT_TRUE(control.Save(user.Path(), machine.Path()));
+    // From the key's first record to the end of its last, the entry *.gov with its NUL and "]".
+    auto records = [](const std::string& bytes) {
+        size_t from = bytes.find(
+            ozUtf16Bytes(u"[Software\\Policies\\Google\\Chrome\\PluginsAllowedForUrls").substr(2));
+        return bytes.substr(from, bytes.find(ozUtf16Bytes(u"*.gov").substr(2), from) + 14 - from);
+    };
+    EXPECT_EQ(records(ozReadTestFile(machine.Path())), records(original));
+}
+
 }  // namespace
