@@ -43,7 +43,9 @@ Members (properties are read by name and set with Name = value):
 SetState PATH STATE sets a policy's state (enabled, disabled, notconfigured); SetPart PATH
 PART VALUE a part's value; Parts PATH lists the parts with their values; Tree prints the
 policy tree and RegTree the user and machine registry trees, before their result line.
-docs/cli.md describes the value forms and the output.
+View, Click, Select, Edit, Menu, Choose, Dialog and the other view calls do what a user does
+in the visible view and print what the user sees (set DisplayMode = 0 and Refresh for the
+policy view). docs/cli.md describes the value forms, the view calls and the output.
 
 )" << ozCommonOptionsHelp();
 }
