@@ -1,10 +1,8 @@
-// The parts dialog driven through the headless platform: the buttons' states, Insert of every
-// part type, Delete, Up and Down as the written template has them after OK, and Cancel.
+// The parts dialog through the headless platform: the buttons' states, Insert of every type,
+// Delete, Up and Down as the written template has them after OK, and Cancel.
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <string>
-#include <vector>
 
 #include "control/ozPolicyEdit.h"
 #include "tests/support/ozRecordingHostUI.h"
@@ -16,6 +14,7 @@
 
 namespace {
 
+using Strings = std::vector<std::string>;
 const char* const Wallpaper = "USER\\Desktop\\Wallpaper";
 
 class PartsDialogTest : public testing::Test {
@@ -26,46 +25,43 @@ protected:
     {
         ASSERT_TRUE(original.Load(ozSourcePath("tests/templates/every-part.adm")));
         policy = ozFindPolicy(original.Code(), Wallpaper);
-        ASSERT_NE(policy, nullptr);
         platform.RunDialog(ozCreatePartsDialog(*policy, context), nullptr);
         form = platform.TopForm();
     }
-    // Selects row and presses a button of the parts dialog.
-    void Press(int id, int row)
+    // Selects row, presses button id (0: none) and tells which of Delete, Up, Down and Props
+    // are enabled then.
+    std::string Press(int id, int row)
     {
-        ASSERT_TRUE(form->ChooseRow(PartsDialogList, row));
-        ASSERT_TRUE(form->Click(id));
+        EXPECT_TRUE(form->ChooseRow(PartsDialogList, row) && (id == 0 || form->Click(id)));
+        std::string states;
+        for (int button : {PartsDialogDelete, PartsDialogUp, PartsDialogDown, PartsDialogProps})
+            states += form->Enabled(button) ? '+' : '-';
+        return states;
     }
-    // Inserts a part of type after row through the question; a part page that opens is
-    // cancelled.
+    // Inserts a part of type after row; a part page that opens is cancelled.
     void Insert(unsigned long type, int row)
     {
         Press(PartsDialogInsert, row);
         ASSERT_TRUE(platform.TopForm()->CheckByUser(PartTypeDialogGroup + int(type), true));
         ASSERT_TRUE(platform.EndDialog(true));
-        if (platform.TopForm() != form) {
-            ASSERT_TRUE(platform.EndDialog(false));
-        }
+        if (platform.TopForm() != form)
+            platform.EndDialog(false);
     }
-    // The Wallpaper policy's parts as "name TYPE" after writing the template and loading it
-    // again; the reloaded tree must equal the edited one.
-    std::vector<std::string> PartsAfterReload()
+    // The policy's parts as "name TYPE", once writing the template and loading it again gave
+    // the edited tree.
+    Strings PartsAfterReload()
     {
         ozTestFile file("ozadm-parts-dialog.adm");
         FILE* out = std::fopen(file.Path(), "wb");
-        EXPECT_TRUE(original.Tree().Save(out));
-        std::fclose(out);
+        EXPECT_TRUE(original.Tree().Save(out) && std::fclose(out) == 0);
         ozTemplateLoad reloaded;
         EXPECT_TRUE(reloaded.Load(file.Path())) << reloaded.Message();
         EXPECT_EQ(
             ozFirstDifference(ozDescribeTree(original.Tree()), ozDescribeTree(reloaded.Tree())),
             "");
-        std::vector<std::string> parts;
-        const CCollection<ozADMCtrl>& controls =
-            ozFindPolicy(reloaded.Code(), Wallpaper)->Controls();
-        for (int pos = 0; pos < controls.Count(); ++pos)
-            parts.push_back(std::string(controls.At(pos)->Name()) + " " +
-                            ozPartTypeName(*controls.At(pos)));
+        Strings parts;
+        for (int pos = 0; ozADMCtrl* part = policy->Controls().At(pos); ++pos)
+            parts.push_back(std::string(part->Name()) + " " + ozPartTypeName(*part));
         return parts;
     }
 
@@ -80,59 +76,33 @@ protected:
 
 TEST_F(PartsDialogTest, ButtonsNeedASelectedRowAndUpAndDownARowToMoveTo)
 {
-    EXPECT_EQ(
-        form->Rows(PartsDialogList),
-        (std::vector<std::string>{"Tile the picture (CHECKBOX)", "Center the picture (CHECKBOX)",
-                                  "Picture file (EDITTEXT)"}));
-    // Delete, Up, Down and Props by the selected row.
-    for (auto [row, states] : {std::pair{-1, "----"}, {0, "D-dP"}, {1, "DUdP"}, {2, "DU-P"}}) {
-        ASSERT_TRUE(form->ChooseRow(PartsDialogList, row));
-        std::string shown;
-        for (auto [id, letter] : {std::pair{PartsDialogDelete, 'D'},
-                                  {PartsDialogUp, 'U'},
-                                  {PartsDialogDown, 'd'},
-                                  {PartsDialogProps, 'P'}})
-            shown += form->Enabled(id) ? letter : '-';
-        EXPECT_EQ(shown, states) << row;
-    }
+    for (auto [row, states] : {std::pair{-1, "----"}, {0, "+-++"}, {1, "++++"}, {2, "++-+"}})
+        EXPECT_EQ(Press(0, row), states) << row;
 }
 
-TEST_F(PartsDialogTest, InsertAddsEveryTypeAfterTheSelectedRowOrAtTheEnd)
+TEST_F(PartsDialogTest, InsertDeleteUpAndDownGiveTheWrittenPartsOnOk)
 {
     Insert(CtrlNumeric, 0);
-    EXPECT_EQ(form->SelectedRow(PartsDialogList), 1);
+    EXPECT_EQ(form->Rows(PartsDialogList)[1], "Numeric (NUMERIC)");
     for (unsigned long type :
          {CtrlCheckBox, CtrlEditText, CtrlComboBox, CtrlText, CtrlDropdownList, CtrlListBox})
         Insert(type, -1);
     EXPECT_EQ(form->SelectedRow(PartsDialogList), 9);
-    ASSERT_TRUE(platform.EndDialog(true));
-    EXPECT_EQ(edits, 1);
-    EXPECT_EQ(
-        PartsAfterReload(),
-        (std::vector<std::string>{"Tile the picture CHECKBOX", "Numeric NUMERIC",
-                                  "Center the picture CHECKBOX", "Picture file EDITTEXT",
-                                  "Check box CHECKBOX", "Edit text EDITTEXT", "Combo box COMBOBOX",
-                                  "Text TEXT", "Drop-down list DROPDOWNLIST", "List box LISTBOX"}));
-}
-
-TEST_F(PartsDialogTest, DeleteUpAndDownReorderTheWrittenParts)
-{
-    Press(PartsDialogDelete, 1);
-    EXPECT_EQ(form->SelectedRow(PartsDialogList), 1) << "the next part takes the row";
-    Press(PartsDialogUp, 1);
-    Insert(CtrlText, 1);
-    Press(PartsDialogUp, 2);
-    Press(PartsDialogDown, 0);
-    EXPECT_EQ(form->SelectedRow(PartsDialogList), 1);
+    EXPECT_EQ(Press(PartsDialogDelete, 2), "++++") << "the next part takes the row";
+    EXPECT_EQ(Press(PartsDialogUp, 8), "++++");
+    EXPECT_EQ(Press(PartsDialogDown, 0), "++++");
     EXPECT_EQ(policy->Controls().Count(), 3) << "nothing stored before OK";
     ASSERT_TRUE(platform.EndDialog(true));
-    EXPECT_EQ(PartsAfterReload(), (std::vector<std::string>{"Text TEXT", "Picture file EDITTEXT",
-                                                            "Tile the picture CHECKBOX"}));
+    EXPECT_EQ(edits, 1);
+    EXPECT_EQ(PartsAfterReload(),
+              (Strings{"Numeric NUMERIC", "Tile the picture CHECKBOX", "Picture file EDITTEXT",
+                       "Check box CHECKBOX", "Edit text EDITTEXT", "Combo box COMBOBOX",
+                       "Text TEXT", "List box LISTBOX", "Drop-down list DROPDOWNLIST"}));
 }
 
 TEST_F(PartsDialogTest, CancelLeavesThePolicyAsItWas)
 {
-    std::vector<std::string> before = ozDescribeTree(original.Tree());
+    Strings before = ozDescribeTree(original.Tree());
     Insert(CtrlListBox, 0);
     Press(PartsDialogDelete, 2);
     Press(PartsDialogDown, 0);
