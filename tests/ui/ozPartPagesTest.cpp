@@ -97,17 +97,14 @@ public:
     int edits = 0;
 };
 
-struct PageCase {
-    const char* policy;
-    const char* part;
-    std::vector<Step> steps;
-    const char* name;
-    const char* expected;
-};
-
 TEST(PartPagesTest, EveryTypeStoresItsFieldsAndTheTemplateKeepsThem)
 {
-    const PageCase cases[] = {
+    const struct {
+        const char* policy;
+        const char* part;
+        std::vector<Step> steps;
+        const char* expected;  // the part's description, by its new name when it was renamed
+    } cases[] = {
         {Wallpaper,
          "Tile the picture",
          {{'T', P::NameEdit, "Tiled"},
@@ -121,10 +118,8 @@ TEST(PartPagesTest, EveryTypeStoresItsFieldsAndTheTemplateKeepsThem)
           {'B', P::ActionListOffButton, ""},
           {'B', ozActionListDialog::InsertButton, ""},
           {'O', 0, ""}},
-         "Tiled",
          "PART \"Tiled\" type 1 key 1:Software\\Policies\\ozADM\\Desktop\\Tile value name "
-         "\"TileIt\" "
-         "required no client ext \"{0A}\"\n"
+         "\"TileIt\" required no client ext \"{0A}\"\n"
          "  default no on NUMERIC 5 off DELETE\n"
          "  on actions 1\n"
          "    key 1:Software\\Policies\\ozADM\\Desktop\\Style value name \"Stretch\" value DELETE\n"
@@ -140,7 +135,6 @@ TEST(PartPagesTest, EveryTypeStoresItsFieldsAndTheTemplateKeepsThem)
           {'T', P::DefaultNumberEdit, ""},
           {'U', P::RequiredCheck, ""},
           {'C', P::TxtConvertCheck, ""}},
-         "Port",
          "PART \"Port\" type 2 key 2:Software\\Policies\\ozADM\\Network value name \"ProxyPort\" "
          "required no client ext none\n"
          "  default none min 2 max 4294967295 spin 0 txtconvert yes\n"},
@@ -150,7 +144,6 @@ TEST(PartPagesTest, EveryTypeStoresItsFieldsAndTheTemplateKeepsThem)
           {'T', P::DefaultTextEdit, "%HOST%"},
           {'C', P::ExpandableCheck, ""},
           {'T', P::KeyEdit, "Software\\Other"}},
-         "Server name",
          "PART \"Server name\" type 3 key 2:Software\\Other value name \"ProxyServer\" required "
          "yes "
          "client ext none\n"
@@ -165,7 +158,6 @@ TEST(PartPagesTest, EveryTypeStoresItsFieldsAndTheTemplateKeepsThem)
           {'T', P::MaxLenEdit, "10"},
           {'T', P::DefaultTextEdit, ""},
           {'C', P::RequiredCheck, ""}},
-         "Bypass the proxy for",
          "PART \"Bypass the proxy for\" type 4 key 2:Software\\Policies\\ozADM\\Network value name "
          "\"Bypass\" required yes client ext none\n"
          "  default none maxlen 10 expandable yes\n"
@@ -176,7 +168,6 @@ TEST(PartPagesTest, EveryTypeStoresItsFieldsAndTheTemplateKeepsThem)
         {Proxy,
          "This text explains the settings below.",
          {{'T', P::NameEdit, "Read me"}},
-         "Read me",
          "PART \"Read me\" type 5\n"},
         {Proxy,
          "Authentication",
@@ -197,7 +188,6 @@ TEST(PartPagesTest, EveryTypeStoresItsFieldsAndTheTemplateKeepsThem)
           {'O', 0, ""},
           {'T', P::KeyEdit, ""},
           {'C', P::NoSortCheck, ""}},
-         "Authentication",
          "PART \"Authentication\" type 6 key 2:Software\\Policies\\ozADM\\Network value name "
          "\"Method\" required no client ext \"{0E28E245-9368-4853-AD84-6DA3BA35BB75}\"\n"
          "  default 1 nosort yes\n"
@@ -215,19 +205,20 @@ TEST(PartPagesTest, EveryTypeStoresItsFieldsAndTheTemplateKeepsThem)
         {Hosts,
          "Hosts",
          {{'T', P::KeyEdit, ""}, {'C', P::ExplicitValueCheck, ""}, {'U', P::AdditiveCheck, ""}},
-         "Hosts",
          "PART \"Hosts\" type 7 key 2:Software\\Policies\\ozADM\\Hosts value name \"\" required no "
          "client ext none\n"
          "  prefix none explicit yes additive no\n"},
     };
-    for (const PageCase& test : cases) {
+    for (const auto& test : cases) {
         SCOPED_TRACE(test.part);
         PageSession session(test.policy, test.part);
         ASSERT_NE(session.part, nullptr);
         session.Run(test.steps);
+        std::string name =
+            test.steps.front().id == P::NameEdit ? test.steps.front().text : test.part;
         EXPECT_TRUE(session.platform.EndDialog(true)) << session.Message();
         EXPECT_EQ(session.edits, 1);
-        EXPECT_EQ(session.Reloaded(test.name), test.expected);
+        EXPECT_EQ(session.Reloaded(name), test.expected);
     }
 }
 
