@@ -30,9 +30,9 @@ public:
         : ozPartPage(part, context, "Check box", ValueFields,
                      {
                          {DefCheckedCheck, K::CheckBox, "Checked by default", 14, 0, 120, 10},
-                         {OnKindList, K::DropDown, "Value on", 14, 16, 110, 60},
+                         {OnKindList, K::DropDown, "Value on", 14, 16, 110, 14},
                          {OnValueEdit, K::Edit, "", 130, 16, 116, 14},
-                         {OffKindList, K::DropDown, "Value off", 14, 34, 110, 60},
+                         {OffKindList, K::DropDown, "Value off", 14, 34, 110, 14},
                          {OffValueEdit, K::Edit, "", 130, 34, 116, 14},
                          {ActionListOnButton, K::Button, "Action list on", 14, 54, 80, 14},
                          {ActionListOffButton, K::Button, "Action list off", 98, 54, 80, 14},
@@ -80,7 +80,8 @@ private:
     void TypeCommand(ozForm& form, int id, ozFormEvent) override
     {
         if (id == OnKindList || id == OffKindList)
-            form.Enable(id + 1, KindHasText(form.SelectedRow(id), true));
+            form.Enable(id == OnKindList ? OnValueEdit : OffValueEdit,
+                        KindHasText(form.SelectedRow(id), true));
         else if (id == ActionListOnButton)
             EditActionList(m_on);
         else if (id == ActionListOffButton)
