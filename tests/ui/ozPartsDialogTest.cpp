@@ -10,6 +10,7 @@
 #include "tests/support/ozTestFiles.h"
 #include "tests/support/ozTreeDescription.h"
 #include "ui/headless/ozHeadlessPlatform.h"
+#include "ui/ozPartPage.h"
 #include "ui/ozPartsDialog.h"
 
 namespace {
@@ -109,6 +110,17 @@ TEST_F(PartsDialogTest, CancelLeavesThePolicyAsItWas)
     ASSERT_TRUE(platform.EndDialog(false));
     EXPECT_EQ(edits, 0);
     EXPECT_EQ(ozFirstDifference(before, ozDescribeTree(original.Tree())), "");
+}
+
+TEST_F(PartsDialogTest, PropsEditsTheCopyThatOkStores)
+{
+    Press(PartsDialogProps, 0);
+    ASSERT_TRUE(platform.TopForm()->Type(ozPartPage::NameEdit, "Tiled"));
+    ASSERT_TRUE(platform.EndDialog(true));
+    EXPECT_EQ(form->Rows(PartsDialogList)[0], "Tiled (CHECKBOX)");
+    EXPECT_STREQ(policy->Controls().At(0)->Name(), "Tile the picture");
+    ASSERT_TRUE(platform.EndDialog(true));
+    EXPECT_EQ(PartsAfterReload()[0], "Tiled CHECKBOX");
 }
 
 }  // namespace
