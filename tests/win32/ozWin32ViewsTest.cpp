@@ -19,6 +19,7 @@
 #include <cstring>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "control/CADMCtrl.h"
 #include "core/adm/ozADMActionList.h"
@@ -31,6 +32,10 @@
 #include "tests/support/ozTestFiles.h"
 #include "ui/ozActionListDialog.h"
 #include "ui/ozListBoxDialog.h"
+#include "ui/ozPartPage.h"
+#include "ui/ozPartsDialog.h"
+#include "ui/ozPolicyPropertiesDialog.h"
+#include "ui/ozPolicyView.h"
 #include "ui/ozViews.h"
 #include "ui/win32/ozWin32Platform.h"
 
@@ -52,16 +57,12 @@ std::wstring WindowText(HWND window)
     return text;
 }
 
-// Saves the window as NAME.bmp into OZ_SCREENSHOT_DIR (nothing without it).
-void Screenshot(HWND window, const char* name)
+// Saves the screen's area as NAME.bmp into OZ_SCREENSHOT_DIR (nothing without it).
+void ScreenshotArea(RECT area, const char* name)
 {
     const char* folder = std::getenv("OZ_SCREENSHOT_DIR");
-    if (folder == nullptr || window == nullptr)
+    if (folder == nullptr)
         return;
-    RedrawWindow(window, nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    RECT area;
-    GetWindowRect(window, &area);
     const int width = area.right - area.left, height = area.bottom - area.top;
     HDC screen = GetDC(nullptr);
     HDC memory = CreateCompatibleDC(screen);
@@ -93,6 +94,18 @@ void Screenshot(HWND window, const char* name)
     ReleaseDC(nullptr, screen);
 }
 
+// Saves the window, drawn afresh, as NAME.bmp.
+void Screenshot(HWND window, const char* name)
+{
+    if (window == nullptr)
+        return;
+    RedrawWindow(window, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    RECT area;
+    GetWindowRect(window, &area);
+    ScreenshotArea(area, name);
+}
+
 // The user inside a modal menu or dialog: called from a thread timer until it returns true.
 std::function<bool()> g_user;
 int g_ticks = 0;
@@ -112,28 +125,66 @@ void CALLBACK UserTimer(HWND, UINT, UINT_PTR timer, DWORD)
         g_user = nullptr;
 }
 
-// Chooses the entry captioned caption of the open popup menu, by the keys a user presses.
+// The open popup menu (or submenu) that has an entry captioned caption, and the entry's
+// position.
+HWND MenuWith(const wchar_t* caption, int& position)
+{
+    for (HWND window = FindWindowExW(nullptr, nullptr, L"#32768", nullptr); window != nullptr;
+         window = FindWindowExW(nullptr, window, L"#32768", nullptr)) {
+        auto menu = reinterpret_cast<HMENU>(SendMessageW(window, MN_GETHMENU, 0, 0));
+        for (position = 0; IsWindowVisible(window) && position < GetMenuItemCount(menu);
+             ++position) {
+            wchar_t text[128] = {};
+            GetMenuStringW(menu, position, text, 128, MF_BYPOSITION);
+            if (lstrcmpW(text, caption) == 0)
+                return window;
+        }
+    }
+    return nullptr;
+}
+
+// Chooses the entry captioned caption of the open popup menu or submenu, by the keys a user
+// presses: down from the highlighted entry (from above the first without one), then Enter,
+// which opens a submenu.
 bool ChooseFromMenu(const wchar_t* caption)
 {
-    HWND window = FindWindowW(L"#32768", nullptr);
-    if (window == nullptr || !IsWindowVisible(window))
+    int target = 0;
+    HWND window = MenuWith(caption, target);
+    if (window == nullptr)
         return false;
     auto menu = reinterpret_cast<HMENU>(SendMessageW(window, MN_GETHMENU, 0, 0));
     int downs = 0;
-    for (int position = 0; position < GetMenuItemCount(menu); ++position) {
-        wchar_t text[128] = {};
-        GetMenuStringW(menu, position, text, 128, MF_BYPOSITION);
-        if ((GetMenuState(menu, position, MF_BYPOSITION) & MF_SEPARATOR) != 0)
-            continue;
-        ++downs;
-        if (lstrcmpW(text, caption) != 0)
-            continue;
-        while (downs-- > 0)
-            PostMessageW(window, WM_KEYDOWN, VK_DOWN, 0);
-        PostMessageW(window, WM_KEYDOWN, VK_RETURN, 0);
-        return true;
+    for (int position = 0; position <= target; ++position) {
+        const UINT state = GetMenuState(menu, position, MF_BYPOSITION);
+        if ((state & MF_SEPARATOR) == 0)
+            downs = (state & MF_HILITE) != 0 ? 0 : downs + 1;
     }
-    return false;
+    while (downs-- > 0)
+        PostMessageW(window, WM_KEYDOWN, VK_DOWN, 0);
+    PostMessageW(window, WM_KEYDOWN, VK_RETURN, 0);
+    return true;
+}
+
+// A user who takes steps one after the other, each tried on every tick until it succeeds.
+std::function<bool()> Steps(std::vector<std::function<bool()>> steps)
+{
+    return [steps = std::move(steps), next = std::size_t{0}]() mutable {
+        next += steps[next]() ? 1 : 0;
+        return next == steps.size();
+    };
+}
+
+// Clicks the button id of dialog, posted: a dialog the click opens then runs in the message
+// loop, not inside the user's tick.
+void Press(HWND dialog, int id)
+{
+    PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
+}
+
+void Type(HWND dialog, int id, const wchar_t* text)
+{
+    SetWindowTextW(GetDlgItem(dialog, id), text);
 }
 
 class Win32ViewsTest : public ::testing::Test {
@@ -446,6 +497,115 @@ TEST_F(Win32ViewsTest, ARealTemplateWithAProfile)
             return true;
         },
         [&] { SendMessageW(PanelControl(L"Show..."), BM_CLICK, 0, 0); });
+}
+
+TEST_F(Win32ViewsTest, TheTemplateMenuMakesAPolicyWithANumericPart)
+{
+    control.WithADMEdit(true);
+    control.AddString(HostTextNewElementName, "New policy");
+    WithUser(
+        Steps({[] { return ChooseFromMenu(L"New"); }, [] { return ChooseFromMenu(L"Policy"); }}),
+        [&] { RightClick(Item("USER\\Desktop")); });
+    const ozTreeItem added = Item("USER\\Desktop\\New policy");
+    ASSERT_NE(added, ozNoItem);
+    EXPECT_EQ(platform.Tree().Selection(), added);
+
+    // A new policy has no key yet, so its parts wait for the policy's properties.
+    using P = ozPolicyPropertiesDialog;
+    WithUser(Steps({[] { return ChooseFromMenu(L"Policy Properties"); },
+                    [] {
+                        HWND dialog = FindWindowW(nullptr, L"Policy Properties");
+                        if (dialog == nullptr)
+                            return false;
+                        Type(dialog, P::KeyEdit, L"Software\\Policies\\ozADM\\Level");
+                        Type(dialog, P::ValueNameEdit, L"LevelOn");
+                        Press(dialog, IDOK);
+                        return true;
+                    }}),
+             [&] { RightClick(added); });
+    WithUser(Steps({[] { return ChooseFromMenu(L"Control Properties"); },
+                    [] {
+                        HWND dialog = FindWindowW(nullptr, L"Control Properties");
+                        if (dialog != nullptr)
+                            Press(dialog, PartsDialogInsert);
+                        return dialog != nullptr;
+                    },
+                    [] {
+                        HWND dialog = FindWindowW(nullptr, L"New");
+                        if (dialog == nullptr)
+                            return false;
+                        SendMessageW(GetDlgItem(dialog, PartTypeDialogGroup + 2), BM_CLICK, 0, 0);
+                        Press(dialog, IDOK);
+                        return true;
+                    },
+                    [] {
+                        HWND page = FindWindowW(nullptr, L"Numeric properties");
+                        if (page == nullptr)
+                            return false;
+                        for (auto [id, text] : {std::pair{ozPartPage::NameEdit, L"Level"},
+                                                {ozPartPage::ValueNameEdit, L"Level"},
+                                                {ozPartPage::MinEdit, L"7"},
+                                                {ozPartPage::MaxEdit, L"77"},
+                                                {ozPartPage::SpinEdit, L"7"},
+                                                {ozPartPage::DefaultNumberEdit, L"14"}})
+                            Type(page, id, text);
+                        Screenshot(page, "part-page");
+                        Press(page, IDOK);
+                        return true;
+                    },
+                    [] {
+                        HWND dialog = FindWindowW(nullptr, L"Control Properties");
+                        if (dialog == nullptr || FindWindowW(nullptr, L"Numeric properties"))
+                            return false;
+                        Press(dialog, IDOK);
+                        return true;
+                    }}),
+             [&] { RightClick(added); });
+
+    // The template as written holds the policy with its part, and reads back the same.
+    ozTestFile written("template-edit.adm"), again("template-edit-again.adm");
+    ASSERT_TRUE(control.WriteADM(written.Path()));
+    std::string text = ozReadTestFile(written.Path());
+    std::erase(text, '\r');
+    const auto policy = text.find("KEYNAME \"Software\\Policies\\ozADM\\Level\"");
+    ASSERT_NE(policy, std::string::npos) << text;
+    const std::string block = text.substr(policy, text.find("END POLICY", policy) - policy);
+    for (const char* line : {"VALUENAME \"LevelOn\"", " NUMERIC\n", "VALUENAME \"Level\"",
+                             "MIN 7\n", "MAX 77\n", "SPIN 7\n", "DEFAULT 14\n"})
+        EXPECT_NE(block.find(line), std::string::npos) << line << " in\n" << block;
+    control.Cleanup();
+    Load(written.Path());
+    ASSERT_TRUE(control.WriteADM(again.Path()));
+    EXPECT_EQ(ozReadTestFile(again.Path()), ozReadTestFile(written.Path()));
+}
+
+TEST_F(Win32ViewsTest, ThePartsDialogListsThePolicysParts)
+{
+    control.WithADMEdit(true);
+    LRESULT rows = 0;
+    WithUser(Steps({[] {
+                        int position = 0;
+                        HWND menu = MenuWith(L"Control Properties", position);
+                        if (menu == nullptr)
+                            return false;
+                        RECT area, menuArea;
+                        GetWindowRect(host, &area);
+                        GetWindowRect(menu, &menuArea);
+                        UnionRect(&area, &area, &menuArea);
+                        ScreenshotArea(area, "template-menu");
+                        return ChooseFromMenu(L"Control Properties");
+                    },
+                    [&] {
+                        HWND dialog = FindWindowW(nullptr, L"Control Properties");
+                        if (dialog == nullptr)
+                            return false;
+                        rows = SendDlgItemMessageW(dialog, PartsDialogList, LB_GETCOUNT, 0, 0);
+                        Screenshot(dialog, "parts-dialog");
+                        Press(dialog, IDCANCEL);
+                        return true;
+                    }}),
+             [&] { RightClick(Item("MACHINE\\Network\\Proxy server")); });
+    EXPECT_EQ(rows, 6);
 }
 
 }  // namespace
