@@ -540,7 +540,7 @@ TEST_F(Win32ViewsTest, TheTemplateMenuMakesAPolicyWithANumericPart)
                     },
                     [] {
                         HWND page = FindWindowW(nullptr, L"Numeric properties");
-                        if (page == nullptr)
+                        if (page == nullptr || !IsWindowVisible(page))
                             return false;
                         for (auto [id, text] : {std::pair{ozPartPage::NameEdit, L"Level"},
                                                 {ozPartPage::ValueNameEdit, L"Level"},
@@ -549,6 +549,10 @@ TEST_F(Win32ViewsTest, TheTemplateMenuMakesAPolicyWithANumericPart)
                                                 {ozPartPage::SpinEdit, L"7"},
                                                 {ozPartPage::DefaultNumberEdit, L"14"}})
                             Type(page, id, text);
+                        return true;
+                    },
+                    [] {
+                        HWND page = FindWindowW(nullptr, L"Numeric properties");
                         Screenshot(page, "part-page");
                         Press(page, IDOK);
                         return true;
@@ -570,9 +574,11 @@ TEST_F(Win32ViewsTest, TheTemplateMenuMakesAPolicyWithANumericPart)
     const auto policy = text.find("KEYNAME \"Software\\Policies\\ozADM\\Level\"");
     ASSERT_NE(policy, std::string::npos) << text;
     const std::string block = text.substr(policy, text.find("END POLICY", policy) - policy);
-    for (const char* line : {"VALUENAME \"LevelOn\"", " NUMERIC\n", "VALUENAME \"Level\"",
-                             "MIN 7\n", "MAX 77\n", "SPIN 7\n", "DEFAULT 14\n"})
+    for (const char* line : {" NUMERIC\n", "MIN 7\n", "MAX 77\n", "SPIN 7\n", "DEFAULT 14\n"})
         EXPECT_NE(block.find(line), std::string::npos) << line << " in\n" << block;
+    // The value names, as the template's strings.
+    for (const char* line : {"=\"LevelOn\"\n", "=\"Level\"\n"})
+        EXPECT_NE(text.find(line), std::string::npos) << line << " in\n" << text;
     control.Cleanup();
     Load(written.Path());
     ASSERT_TRUE(control.WriteADM(again.Path()));
@@ -582,6 +588,8 @@ TEST_F(Win32ViewsTest, TheTemplateMenuMakesAPolicyWithANumericPart)
 TEST_F(Win32ViewsTest, ThePartsDialogListsThePolicysParts)
 {
     control.WithADMEdit(true);
+    const ozTreeItem proxy = Item("MACHINE\\Network\\Proxy server");
+    Select(proxy);
     LRESULT rows = 0;
     WithUser(Steps({[] {
                         int position = 0;
@@ -597,14 +605,22 @@ TEST_F(Win32ViewsTest, ThePartsDialogListsThePolicysParts)
                     },
                     [&] {
                         HWND dialog = FindWindowW(nullptr, L"Control Properties");
-                        if (dialog == nullptr)
+                        if (dialog == nullptr || !IsWindowVisible(dialog))
                             return false;
-                        rows = SendDlgItemMessageW(dialog, PartsDialogList, LB_GETCOUNT, 0, 0);
+                        HWND list = GetDlgItem(dialog, PartsDialogList);
+                        rows = SendMessageW(list, LB_GETCOUNT, 0, 0);
+                        SendMessageW(list, LB_SETCURSEL, 1, 0);
+                        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(PartsDialogList, LBN_SELCHANGE),
+                                     reinterpret_cast<LPARAM>(list));
                         Screenshot(dialog, "parts-dialog");
                         Press(dialog, IDCANCEL);
                         return true;
                     }}),
-             [&] { RightClick(Item("MACHINE\\Network\\Proxy server")); });
+             [&] {
+                 // Clicked low on the row, the menu leaves the policy's name seen.
+                 POINT point = IconPoint(proxy);
+                 Click({point.x + 20, point.y + 6}, WM_RBUTTONDOWN, WM_RBUTTONUP);
+             });
     EXPECT_EQ(rows, 6);
 }
 

@@ -3,7 +3,9 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <map>
 #include <string>
+#include <utility>
 
 #include "ozWin32Form.h"
 
@@ -29,6 +31,13 @@ int LabelWidth(const std::wstring& caption)
                      ? 6
                      : 4;
     return width;
+}
+
+// Whether a control's label goes above it (a list, a tree, an edit of several lines) rather than
+// in front of it.
+bool SpansRows(const ozControlSpec& spec)
+{
+    return spec.kind == ozControlKind::List || spec.kind == ozControlKind::Tree;
 }
 
 class TemplateWriter {
@@ -177,6 +186,14 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
     writer.Word(8);
     writer.Text(L"MS Shell Dlg");
 
+    // One-line controls placed in one column (the same left edge and width) share the widest
+    // of their labels, so that their fields line up.
+    std::map<std::pair<int, int>, int> columnLabels;
+    for (const ozControlSpec& spec : layout.controls)
+        if (ozWin32HasLabel(spec) && !SpansRows(spec)) {
+            int& column = columnLabels[{spec.x, spec.width}];
+            column = std::max(column, LabelWidth(ozWin32Wide(spec.caption)));
+        }
     bool previousRadio = false;
     for (const ozControlSpec& spec : layout.controls) {
         const bool radio = spec.kind == ozControlKind::Radio;
@@ -186,12 +203,12 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
         if (ozWin32HasLabel(spec)) {
             const std::wstring caption = ozWin32Wide(spec.caption);
             const DWORD style = WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX;
-            if (spec.kind == ozControlKind::List || spec.kind == ozControlKind::Tree) {
+            if (SpansRows(spec)) {
                 writer.Item(style, 0, x, y, width, LabelHeight, -1, L"Static", caption);
                 y += LabelHeight + 1;
                 height -= LabelHeight + 1;
             } else {
-                const int labelWidth = std::min(width / 2, LabelWidth(caption));
+                const int labelWidth = std::min(width / 2, columnLabels[{spec.x, spec.width}]);
                 writer.Item(style, 0, x, y + 3, labelWidth, LabelHeight, -1, L"Static", caption);
                 x += labelWidth + LabelGap;
                 width -= labelWidth + LabelGap;
