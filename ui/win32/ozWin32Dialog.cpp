@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <map>
 #include <string>
-#include <utility>
 
 #include "ozWin32Form.h"
 
@@ -186,12 +185,12 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
     writer.Word(8);
     writer.Text(L"MS Shell Dlg");
 
-    // One-line controls placed in one column (the same left edge and width) share the widest
+    // One-line controls placed in one column (the same left edge) share the widest
     // of their labels, so that their fields line up.
-    std::map<std::pair<int, int>, int> columnLabels;
+    std::map<int, int> columnLabels;
     for (const ozControlSpec& spec : layout.controls)
         if (ozWin32HasLabel(spec) && !SpansRows(spec)) {
-            int& column = columnLabels[{spec.x, spec.width}];
+            int& column = columnLabels[spec.x];
             column = std::max(column, LabelWidth(ozWin32Wide(spec.caption)));
         }
     bool previousRadio = false;
@@ -208,7 +207,7 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
                 y += LabelHeight + 1;
                 height -= LabelHeight + 1;
             } else {
-                const int labelWidth = std::min(width / 2, columnLabels[{spec.x, spec.width}]);
+                const int labelWidth = std::min(width / 2, columnLabels[spec.x]);
                 writer.Item(style, 0, x, y + 3, labelWidth, LabelHeight, -1, L"Static", caption);
                 x += labelWidth + LabelGap;
                 width -= labelWidth + LabelGap;
