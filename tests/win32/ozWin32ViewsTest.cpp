@@ -174,6 +174,25 @@ std::function<bool()> Steps(std::vector<std::function<bool()>> steps)
     };
 }
 
+// A step that chooses the menu entry captioned caption.
+std::function<bool()> Menu(const wchar_t* caption)
+{
+    return [caption] { return ChooseFromMenu(caption); };
+}
+
+// A step in the dialog captioned caption, once it is shown and takes input (no dialog of its
+// own open above it).
+std::function<bool()> InDialog(const wchar_t* caption, std::function<void(HWND)> action)
+{
+    return [caption, action] {
+        HWND dialog = FindWindowW(nullptr, caption);
+        if (dialog == nullptr || !IsWindowVisible(dialog) || !IsWindowEnabled(dialog))
+            return false;
+        action(dialog);
+        return true;
+    };
+}
+
 // Clicks the button id of dialog, posted: a dialog the click opens then runs in the message
 // loop, not inside the user's tick.
 void Press(HWND dialog, int id)
@@ -503,68 +522,48 @@ TEST_F(Win32ViewsTest, TheTemplateMenuMakesAPolicyWithANumericPart)
 {
     control.WithADMEdit(true);
     control.AddString(HostTextNewElementName, "New policy");
-    WithUser(
-        Steps({[] { return ChooseFromMenu(L"New"); }, [] { return ChooseFromMenu(L"Policy"); }}),
-        [&] { RightClick(Item("USER\\Desktop")); });
+    WithUser(Steps({Menu(L"New"), Menu(L"Policy")}), [&] { RightClick(Item("USER\\Desktop")); });
     const ozTreeItem added = Item("USER\\Desktop\\New policy");
     ASSERT_NE(added, ozNoItem);
     EXPECT_EQ(platform.Tree().Selection(), added);
 
     // A new policy has no key yet, so its parts wait for the policy's properties.
-    using P = ozPolicyPropertiesDialog;
-    WithUser(Steps({[] { return ChooseFromMenu(L"Policy Properties"); },
-                    [] {
-                        HWND dialog = FindWindowW(nullptr, L"Policy Properties");
-                        if (dialog == nullptr)
-                            return false;
-                        Type(dialog, P::KeyEdit, L"Software\\Policies\\ozADM\\Level");
-                        Type(dialog, P::ValueNameEdit, L"LevelOn");
-                        Press(dialog, IDOK);
-                        return true;
-                    }}),
+    WithUser(Steps({Menu(L"Policy Properties"),
+                    InDialog(L"Policy Properties",
+                             [](HWND dialog) {
+                                 Type(dialog, ozPolicyPropertiesDialog::KeyEdit,
+                                      L"Software\\Policies\\ozADM\\Level");
+                                 Type(dialog, ozPolicyPropertiesDialog::ValueNameEdit, L"LevelOn");
+                                 Press(dialog, IDOK);
+                             })}),
              [&] { RightClick(added); });
-    WithUser(Steps({[] { return ChooseFromMenu(L"Control Properties"); },
-                    [] {
-                        HWND dialog = FindWindowW(nullptr, L"Control Properties");
-                        if (dialog != nullptr)
-                            Press(dialog, PartsDialogInsert);
-                        return dialog != nullptr;
-                    },
-                    [] {
-                        HWND dialog = FindWindowW(nullptr, L"New");
-                        if (dialog == nullptr)
-                            return false;
-                        SendMessageW(GetDlgItem(dialog, PartTypeDialogGroup + 2), BM_CLICK, 0, 0);
-                        Press(dialog, IDOK);
-                        return true;
-                    },
-                    [] {
-                        HWND page = FindWindowW(nullptr, L"Numeric properties");
-                        if (page == nullptr || !IsWindowVisible(page))
-                            return false;
-                        for (auto [id, text] : {std::pair{ozPartPage::NameEdit, L"Level"},
-                                                {ozPartPage::ValueNameEdit, L"Level"},
-                                                {ozPartPage::MinEdit, L"7"},
-                                                {ozPartPage::MaxEdit, L"77"},
-                                                {ozPartPage::SpinEdit, L"7"},
-                                                {ozPartPage::DefaultNumberEdit, L"14"}})
-                            Type(page, id, text);
-                        return true;
-                    },
-                    [] {
-                        HWND page = FindWindowW(nullptr, L"Numeric properties");
-                        Screenshot(page, "part-page");
-                        Press(page, IDOK);
-                        return true;
-                    },
-                    [] {
-                        HWND dialog = FindWindowW(nullptr, L"Control Properties");
-                        if (dialog == nullptr || FindWindowW(nullptr, L"Numeric properties"))
-                            return false;
-                        Press(dialog, IDOK);
-                        return true;
-                    }}),
-             [&] { RightClick(added); });
+    WithUser(
+        Steps(
+            {Menu(L"Control Properties"),
+             InDialog(L"Control Properties", [](HWND dialog) { Press(dialog, PartsDialogInsert); }),
+             InDialog(L"New",
+                      [](HWND dialog) {
+                          SendDlgItemMessageW(dialog, PartTypeDialogGroup + 2, BM_CLICK, 0, 0);
+                          Press(dialog, IDOK);
+                      }),
+             InDialog(L"Numeric properties",
+                      [](HWND page) {
+                          for (auto [id, text] : {std::pair{ozPartPage::NameEdit, L"Level"},
+                                                  {ozPartPage::ValueNameEdit, L"Level"},
+                                                  {ozPartPage::MinEdit, L"7"},
+                                                  {ozPartPage::MaxEdit, L"77"},
+                                                  {ozPartPage::SpinEdit, L"7"},
+                                                  {ozPartPage::DefaultNumberEdit, L"14"}})
+                              Type(page, id, text);
+                      }),
+             // The picture once the page has painted what was typed.
+             InDialog(L"Numeric properties",
+                      [](HWND page) {
+                          Screenshot(page, "part-page");
+                          Press(page, IDOK);
+                      }),
+             InDialog(L"Control Properties", [](HWND dialog) { Press(dialog, IDOK); })}),
+        [&] { RightClick(added); });
 
     // The template as written holds the policy with its part, and reads back the same.
     ozTestFile written("template-edit.adm"), again("template-edit-again.adm");
@@ -591,31 +590,30 @@ TEST_F(Win32ViewsTest, ThePartsDialogListsThePolicysParts)
     const ozTreeItem proxy = Item("MACHINE\\Network\\Proxy server");
     Select(proxy);
     LRESULT rows = 0;
-    WithUser(Steps({[] {
-                        int position = 0;
-                        HWND menu = MenuWith(L"Control Properties", position);
-                        if (menu == nullptr)
-                            return false;
-                        RECT area, menuArea;
-                        GetWindowRect(host, &area);
-                        GetWindowRect(menu, &menuArea);
-                        UnionRect(&area, &area, &menuArea);
-                        ScreenshotArea(area, "template-menu");
-                        return ChooseFromMenu(L"Control Properties");
-                    },
-                    [&] {
-                        HWND dialog = FindWindowW(nullptr, L"Control Properties");
-                        if (dialog == nullptr || !IsWindowVisible(dialog))
-                            return false;
-                        HWND list = GetDlgItem(dialog, PartsDialogList);
-                        rows = SendMessageW(list, LB_GETCOUNT, 0, 0);
-                        SendMessageW(list, LB_SETCURSEL, 1, 0);
-                        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(PartsDialogList, LBN_SELCHANGE),
-                                     reinterpret_cast<LPARAM>(list));
-                        Screenshot(dialog, "parts-dialog");
-                        Press(dialog, IDCANCEL);
-                        return true;
-                    }}),
+    auto pictureOfTheMenu = [] {
+        int position = 0;
+        HWND menu = MenuWith(L"Control Properties", position);
+        if (menu == nullptr)
+            return false;
+        RECT area, menuArea;
+        GetWindowRect(host, &area);
+        GetWindowRect(menu, &menuArea);
+        UnionRect(&area, &area, &menuArea);
+        ScreenshotArea(area, "template-menu");
+        return true;
+    };
+    WithUser(Steps({pictureOfTheMenu, Menu(L"Control Properties"),
+                    InDialog(L"Control Properties",
+                             [&](HWND dialog) {
+                                 HWND list = GetDlgItem(dialog, PartsDialogList);
+                                 rows = SendMessageW(list, LB_GETCOUNT, 0, 0);
+                                 SendMessageW(list, LB_SETCURSEL, 1, 0);
+                                 SendMessageW(dialog, WM_COMMAND,
+                                              MAKEWPARAM(PartsDialogList, LBN_SELCHANGE),
+                                              reinterpret_cast<LPARAM>(list));
+                                 Screenshot(dialog, "parts-dialog");
+                                 Press(dialog, IDCANCEL);
+                             })}),
              [&] {
                  // Clicked low on the row, the menu leaves the policy's name seen.
                  POINT point = IconPoint(proxy);
