@@ -1,0 +1,274 @@
+#include "ozPolicyPropertiesDialog.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "control/CADMCtrl.h"
+#include "control/ozApplication.h"
+#include "control/ozMessageFormat.h"
+#include "core/adm/ozADMPolicy.h"
+#include "core/registry/ozRegTree.h"
+#include "core/registry/ozSubKey.h"
+#include "ozHelpDialog.h"
+#include "ozViewPlatform.h"
+#include "platform/ozRegistryTypes.h"
+
+namespace {
+
+ozDialogTemplate BuildLayout()
+{
+    using D = ozPolicyPropertiesDialog;
+    using K = ozControlKind;
+    return ozDialogTemplate{
+        DialogPolicyProperties,
+        "Policy Properties",
+        300,
+        236,
+        {
+            ozControlSpec(D::KeyEdit, K::Edit, "Key", 60, 7, 214, 14),
+            ozControlSpec(D::BrowseButton, K::Button, "...", 279, 7, 14, 14),
+            ozControlSpec(D::ValueNameEdit, K::Edit, "Valuename", 60, 25, 233, 14),
+            ozControlSpec(D::OnKindList, K::DropDown, "On value kind", 60, 43, 70, 60),
+            ozControlSpec(D::OnValueEdit, K::Edit, "On value", 185, 43, 108, 14),
+            ozControlSpec(D::OffKindList, K::DropDown, "Off value kind", 60, 61, 70, 60),
+            ozControlSpec(D::OffValueEdit, K::Edit, "Off value", 185, 61, 108, 14),
+            ozControlSpec(D::ClientExtEdit, K::Edit, "Client extension", 60, 79, 233, 14),
+            ozControlSpec(D::ExplainEdit, K::Edit, "Explain text", 60, 97, 233, 114,
+                          ozControlMultiLine),
+            ozControlSpec(ozDialogOK, K::Button, "OK", 189, 215, 50, 14, ozControlDefault),
+            ozControlSpec(ozDialogCancel, K::Button, "Cancel", 243, 215, 50, 14),
+        },
+    };
+}
+
+const char* const KindRows[] = {"none", "numeric", "string", "delete"};
+
+ozPolicyPropertiesDialog::ValueKind KindOf(const ozADMValue& value)
+{
+    switch (value.Type()) {
+        case ozADMValue::ValueNumeric:
+            return ozPolicyPropertiesDialog::KindNumeric;
+        case ozADMValue::ValueString:
+            return ozPolicyPropertiesDialog::KindString;
+        case ozADMValue::ValueDelete:
+            return ozPolicyPropertiesDialog::KindDelete;
+        default:
+            return ozPolicyPropertiesDialog::KindNone;
+    }
+}
+
+std::string DataOf(const ozADMValue& value)
+{
+    if (value.Type() == ozADMValue::ValueNumeric)
+        return std::to_string(static_cast<unsigned long>(value));
+    const char* text = value;
+    return text != nullptr ? text : "";
+}
+
+void ShowValue(ozForm& form, int kindList, int edit, const ozADMValue& value)
+{
+    form.Rows(kindList, {std::begin(KindRows), std::end(KindRows)});
+    form.SelectRow(kindList, KindOf(value));
+    form.Text(edit, DataOf(value));
+}
+
+// A whole number from 0 to 4294967295, in decimal digits only.
+bool ReadWholeNumber(const std::string& text, unsigned long& number)
+{
+    if (text.empty() || text.size() > 10 || text.find_first_not_of("0123456789") != text.npos)
+        return false;
+    unsigned long long read = std::strtoull(text.c_str(), nullptr, 10);
+    if (read > 4294967295ULL)
+        return false;
+    number = static_cast<unsigned long>(read);
+    return true;
+}
+
+// Whether the key path is empty or has an empty component (a leading, trailing or doubled
+// backslash): the registry model would make a key without a name of it.
+bool HasEmptyPart(const std::string& path)
+{
+    return path.empty() || path.front() == '\\' || path.back() == '\\' ||
+           path.find("\\\\") != path.npos;
+}
+
+void StoreValue(ozADMValue& value, int kind, const std::string& text)
+{
+    unsigned long number = 0;
+    switch (kind) {
+        case ozPolicyPropertiesDialog::KindNumeric:
+            ReadWholeNumber(text, number);
+            value.SetNumeric(number);
+            break;
+        case ozPolicyPropertiesDialog::KindString:
+            value.SetString(text.c_str());
+            break;
+        case ozPolicyPropertiesDialog::KindDelete:
+            value.SetDelete();
+            break;
+        default:
+            value.SetInit();
+            break;
+    }
+}
+
+// What an optional text field stores: an empty field keeps the text absent when it was (and
+// an empty text when there was one), so that a template's VALUENAME "" survives unchanged.
+const char* Stored(const char* before, const std::string& text)
+{
+    return text.empty() && before == nullptr ? nullptr : text.c_str();
+}
+
+std::string Shown(const char* text)
+{
+    return text != nullptr ? text : "";
+}
+
+// Gives the parts and action-list entries that used the policy's key the new one, so that
+// they keep inheriting it as their KEYNAME-less lines in the template did.
+void MoveInheritedKeys(ozADMPolicy& policy, ozSubKey* oldKey, ozSubKey* newKey)
+{
+    if (oldKey == nullptr || oldKey == newKey)
+        return;
+    CCollection<ozADMCtrl>& parts = policy.Controls();
+    for (int pos = 0; pos < parts.Count(); ++pos)
+        if (parts.At(pos)->Key() == oldKey)
+            parts.At(pos)->Key(newKey);
+    for (ozADMActionList* list : {policy.ActionListOn(), policy.ActionListOff()})
+        for (int pos = 0; list != nullptr && pos < list->Count(); ++pos)
+            if (list->At(pos)->RegKey() == oldKey)
+                list->At(pos)->RegKey(newKey);
+}
+
+}  // namespace
+
+ozPolicyPropertiesDialog::ozPolicyPropertiesDialog(ozADMPolicy& policy, ozEditorContext context)
+    : m_policy(policy), m_context(std::move(context))
+{
+}
+
+std::string ozPolicyPropertiesDialog::ExplainForEditing(const char* explain)
+{
+    return ozHelpDialog::DisplayText(explain);
+}
+
+std::string ozPolicyPropertiesDialog::ExplainFromEditing(const std::string& text)
+{
+    std::string explain;
+    for (size_t pos = 0; pos < text.size(); ++pos) {
+        if (text[pos] == '\r' || text[pos] == '\n') {
+            explain += "\\n";
+            if (text[pos] == '\r' && pos + 1 < text.size() && text[pos + 1] == '\n')
+                ++pos;
+        } else {
+            explain += text[pos];
+        }
+    }
+    return explain;
+}
+
+const ozDialogTemplate& ozPolicyPropertiesDialog::Layout() const
+{
+    static const ozDialogTemplate layout = BuildLayout();
+    return layout;
+}
+
+void ozPolicyPropertiesDialog::Init(ozForm& form)
+{
+    ozSubKey* key = m_policy.RegKey();
+    form.Text(KeyEdit, key != nullptr ? key->KeyPath() : "");
+    form.Enable(BrowseButton, static_cast<bool>(m_context.browse));
+    form.Text(ValueNameEdit, Shown(m_policy.Valuename()));
+    ShowValue(form, OnKindList, OnValueEdit, m_policy.ValueOn());
+    ShowValue(form, OffKindList, OffValueEdit, m_policy.ValueOff());
+    form.Text(ClientExtEdit, Shown(m_policy.ClientExt()));
+    form.Text(ExplainEdit, ExplainForEditing(m_policy.Explain()));
+    EnableValueEdits(form);
+}
+
+void ozPolicyPropertiesDialog::Command(ozForm& form, int id, ozFormEvent event)
+{
+    if (id == BrowseButton)
+        Browse(form);
+    else if ((id == OnKindList || id == OffKindList) && event == ozFormEvent::SelectionChanged)
+        EnableValueEdits(form);
+}
+
+void ozPolicyPropertiesDialog::EnableValueEdits(ozForm& form)
+{
+    for (auto [list, edit] : {std::pair{OnKindList, OnValueEdit}, {OffKindList, OffValueEdit}}) {
+        int kind = form.SelectedRow(list);
+        form.Enable(edit, kind == KindNumeric || kind == KindString);
+    }
+}
+
+void ozPolicyPropertiesDialog::Browse(ozForm& form)
+{
+    ozControlViews::RegistryChoice choice;
+    choice.root = ozRootNumber(m_policy.RootKey());
+    choice.key = form.Text(KeyEdit);
+    if (!m_context.browse || !m_context.browse(choice.root, choice))
+        return;
+    form.Text(KeyEdit, choice.key);
+    if (!choice.value.empty())
+        form.Text(ValueNameEdit, choice.value);
+}
+
+void ozPolicyPropertiesDialog::Refuse(ozForm& form, int id, unsigned short number,
+                                      const std::string& text) const
+{
+    std::string message = m_context.control != nullptr
+                              ? m_context.control->GetString(number)
+                              : ozApplication::Instance().MessageText(number);
+    std::string label;
+    for (const ozControlSpec& spec : Layout().controls)
+        if (spec.id == id)
+            label = spec.caption;
+    m_context.platform.UI().ShowMessage(HostMessageError, ozFormatMessage(message, {label, text}));
+    form.Focus(id);
+}
+
+bool ozPolicyPropertiesDialog::Accept(ozForm& form)
+{
+    std::string path = form.Text(KeyEdit);
+    if (HasEmptyPart(path)) {
+        Refuse(form, KeyEdit, HostMessageKeyPathHasEmptyPart, path);
+        return false;
+    }
+    // Bound as the policy will bind it: the key found (or made) in its class's registry tree.
+    ozRegTree* tree = m_policy.RegistryTree();
+    ozSubKey* key = tree != nullptr && path.size() < ozSubKey::KeyPathCapacity
+                        ? tree->FindKey(m_policy.RootKey(), path.c_str())
+                        : nullptr;
+    if (key == nullptr || key->KeyPath().empty()) {
+        Refuse(form, KeyEdit, HostMessageKeyPathUnbound, path);
+        return false;
+    }
+    unsigned long number = 0;
+    for (auto [list, edit] : {std::pair{OnKindList, OnValueEdit}, {OffKindList, OffValueEdit}}) {
+        std::string text = form.Text(edit);
+        if (form.SelectedRow(list) == KindNumeric && !ReadWholeNumber(text, number)) {
+            Refuse(form, edit, HostMessageNotAWholeNumber, text);
+            return false;
+        }
+    }
+
+    ozSubKey* oldKey = m_policy.RegKey();
+    m_policy.RegKey(path.c_str());
+    MoveInheritedKeys(m_policy, oldKey, m_policy.RegKey());
+    m_policy.Valuename(Stored(m_policy.Valuename(), form.Text(ValueNameEdit)));
+    StoreValue(m_policy.ValueOn(), form.SelectedRow(OnKindList), form.Text(OnValueEdit));
+    StoreValue(m_policy.ValueOff(), form.SelectedRow(OffKindList), form.Text(OffValueEdit));
+    m_policy.ClientExt(Stored(m_policy.ClientExt(), form.Text(ClientExtEdit)));
+    std::string explain = ExplainFromEditing(form.Text(ExplainEdit));
+    m_policy.Explain(Stored(m_policy.Explain(), explain));
+    if (m_context.edited)
+        m_context.edited();
+    return true;
+}
+
+std::unique_ptr<ozDialog> ozCreatePolicyPropertiesDialog(ozADMPolicy& policy,
+                                                         const ozEditorContext& context)
+{
+    return std::make_unique<ozPolicyPropertiesDialog>(policy, context);
+}
