@@ -72,6 +72,9 @@ TEST_F(TemplateMenuTest, NewAppendsANamedNodeWhereTheMenuAllowsIt)
                  {Proxy, "New\\Category", false, NodeCategory, 0}};
     for (const Case& c : cases) {
         EXPECT_EQ(Choose(c.parent, c.entry), c.added) << c.parent << " " << c.entry;
+        // Called directly, the command keeps to the menu's table too.
+        views.PolicyView().RunCommand(c.type == NodePolicy ? PolicyCommandNewPolicy
+                                                           : PolicyCommandNewCategory);
         std::string path = std::string(c.parent) + "\\18";
         ozADMNode* node = Model().FindNode(path.c_str());
         ASSERT_EQ(node != nullptr, c.added) << path;
@@ -79,10 +82,11 @@ TEST_F(TemplateMenuTest, NewAppendsANamedNodeWhereTheMenuAllowsIt)
         if (!c.added)
             continue;
         EXPECT_EQ(node->NodeType(), c.type);
-        EXPECT_EQ(node->Next(), nullptr) << "appended as the last child";
+        ASSERT_NE(node->Next(), nullptr) << "the second of the same name follows";
+        EXPECT_EQ(node->Next()->Next(), nullptr) << "appended as the last children";
         EXPECT_EQ(platform.Tree().Data(Item(path)), node);
         EXPECT_EQ(platform.Tree().Image(Item(path)), c.image);
-        EXPECT_EQ(platform.Tree().Selection(), Item(path));
+        EXPECT_EQ(platform.Tree().Data(platform.Tree().Selection()), node->Next());
         EXPECT_TRUE(platform.Tree().Expanded(Item(c.parent)));
         EXPECT_TRUE(control.ShouldSave());
     }
