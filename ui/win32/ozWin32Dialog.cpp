@@ -173,12 +173,13 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
     for (const ozControlSpec& spec : layout.controls) {
         const bool radio = spec.kind == ozControlKind::Radio;
         // A label takes the front of its control's area: the left of a one-line control, the
-        // top of a list or tree.
+        // top of a list, a tree or an edit of several lines.
         int x = spec.x, y = spec.y, width = spec.width, height = spec.height;
         if (ozWin32HasLabel(spec)) {
             const std::wstring caption = ozWin32Wide(spec.caption);
             const DWORD style = WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX;
-            if (spec.kind == ozControlKind::List || spec.kind == ozControlKind::Tree) {
+            if (spec.kind == ozControlKind::List || spec.kind == ozControlKind::Tree ||
+                (spec.style & ozControlMultiLine) != 0) {
                 writer.Item(style, 0, x, y, width, LabelHeight, -1, L"Static", caption);
                 y += LabelHeight + 1;
                 height -= LabelHeight + 1;
