@@ -1,6 +1,8 @@
 #include "ozPolicyView.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "control/CADMCtrl.h"
 #include "control/ozControlViews.h"
@@ -117,6 +119,29 @@ void ClearPaths(ozADMNode& node)
             return true;
         });
 }
+
+// An element editor as the view runs it: once the tree it edits has gone (the view shows
+// another code object), its controls do nothing and OK closes it without storing.
+class EditorGuard : public ozDialog {
+public:
+    EditorGuard(std::unique_ptr<ozDialog> editor, std::function<bool()> treeKept)
+        : m_editor(std::move(editor)), m_treeKept(std::move(treeKept))
+    {
+    }
+    ozDialog& Editor() { return *m_editor; }
+    const ozDialogTemplate& Layout() const override { return m_editor->Layout(); }
+    void Init(ozForm& form) override { m_editor->Init(form); }
+    void Command(ozForm& form, int id, ozFormEvent event) override
+    {
+        if (m_treeKept())
+            m_editor->Command(form, id, event);
+    }
+    bool Accept(ozForm& form) override { return !m_treeKept() || m_editor->Accept(form); }
+
+private:
+    std::unique_ptr<ozDialog> m_editor;
+    std::function<bool()> m_treeKept;
+};
 
 }  // namespace
 
@@ -445,11 +470,12 @@ void ozPolicyView::RunEditor(std::unique_ptr<ozDialog> dialog,
 {
     ++m_editorsOpen;
     unsigned long generation = m_codeGeneration;
-    m_platform.RunDialog(std::move(dialog),
-                         [this, generation, ended](ozDialog& dialog, bool accepted) {
+    auto treeKept = [this, generation] { return generation == m_codeGeneration; };
+    m_platform.RunDialog(std::make_unique<EditorGuard>(std::move(dialog), treeKept),
+                         [this, treeKept, ended](ozDialog& dialog, bool accepted) {
                              --m_editorsOpen;
-                             if (generation == m_codeGeneration)
-                                 ended(dialog, accepted);
+                             if (treeKept())
+                                 ended(static_cast<EditorGuard&>(dialog).Editor(), accepted);
                          });
 }
 

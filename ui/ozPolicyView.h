@@ -111,7 +111,8 @@ private:
     // What the element editors are given: a finished edit marks the control modified and shows
     // the selected policy's parts again; browsing goes to the registry view's import dialog.
     ozEditorContext EditorContext();
-    // Runs an element editor; `ended` is not called when the tree it edits went meanwhile.
+    // Runs an element editor. When the tree it edits goes meanwhile (the view shows another
+    // code object), the editor no longer acts and `ended` is not called.
     void RunEditor(std::unique_ptr<ozDialog> dialog,
                    std::function<void(ozDialog& dialog, bool accepted)> ended);
     // The registry key browser of the action list editor and the element editors.

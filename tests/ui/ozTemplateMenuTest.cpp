@@ -144,6 +144,17 @@ TEST_F(TemplateMenuTest, PolicyPropertiesRefuseWhatCannotBeStoredNamingTheField)
     EXPECT_FALSE(control.ShouldSave());
 }
 
+TEST_F(TemplateMenuTest, AnOpenEditorKeepsItsPolicyAndStoresNothingOnceItsTreeWent)
+{
+    ASSERT_TRUE(Choose(Proxy, "Policy Properties"));
+    ui.answerYes = true;
+    ASSERT_TRUE(Choose(Proxy, "Delete"));
+    EXPECT_NE(Model().FindNode(Proxy), nullptr);
+    control.Cleanup();
+    ASSERT_TRUE(Form().Type(D::KeyEdit, "Software\\Gone"));
+    EXPECT_TRUE(platform.EndDialog(true));
+}
+
 TEST_F(TemplateMenuTest, PolicyPropertiesComeBackAfterWriteADMAndReload)
 {
     EXPECT_EQ(D::ExplainFromEditing("a\r\nb\nc\rd"), "a\\nb\\nc\\nd");
