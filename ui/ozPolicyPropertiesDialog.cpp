@@ -113,11 +113,13 @@ void StoreValue(ozADMValue& value, int kind, const std::string& text)
     }
 }
 
-// What an optional text field stores: an empty field keeps the text absent when it was (and
-// an empty text when there was one), so that a template's VALUENAME "" survives unchanged.
+// What an optional text field stores: an empty field removes the text, except an empty text
+// the policy had, so that a template's VALUENAME "" survives unchanged.
 const char* Stored(const char* before, const std::string& text)
 {
-    return text.empty() && before == nullptr ? nullptr : text.c_str();
+    if (!text.empty())
+        return text.c_str();
+    return before != nullptr && *before == '\0' ? "" : nullptr;
 }
 
 std::string Shown(const char* text)
