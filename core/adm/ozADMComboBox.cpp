@@ -64,6 +64,11 @@ const CCollection<char>& ozADMComboBox::Suggestions() const
     return m_suggestions;
 }
 
+void ozADMComboBox::ClearSuggestions()
+{
+    m_suggestions.RemoveAll();
+}
+
 void ozADMComboBox::NoSort(bool noSort)
 {
     m_noSort = noSort;

@@ -15,6 +15,8 @@ public:
     // Appends a copy of s; false for null s.
     virtual bool AddSuggestion(const char* s);
     virtual const CCollection<char>& Suggestions() const;
+    // Removes every suggestion.
+    virtual void ClearSuggestions();
     virtual void NoSort(bool noSort);
     virtual bool NoSort() const;
 
