@@ -1,14 +1,13 @@
 #include "ozPolicyPropertiesDialog.h"
 
-#include <cstdlib>
 #include <utility>
 
-#include "control/CADMCtrl.h"
-#include "control/ozApplication.h"
+#include "control/ozHostUI.h"
 #include "control/ozMessageFormat.h"
 #include "core/adm/ozADMPolicy.h"
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozSubKey.h"
+#include "ozEditorFields.h"
 #include "ozHelpDialog.h"
 #include "ozViewPlatform.h"
 #include "platform/ozRegistryTypes.h"
@@ -42,7 +41,7 @@ ozDialogTemplate BuildLayout()
     };
 }
 
-const char* const KindRows[] = {"none", "numeric", "string", "delete"};
+const char* const KindRows[] = {"None", "Numeric", "String", "Delete"};
 
 ozPolicyPropertiesDialog::ValueKind KindOf(const ozADMValue& value)
 {
@@ -73,32 +72,12 @@ void ShowValue(ozForm& form, int kindList, int edit, const ozADMValue& value)
     form.Text(edit, DataOf(value));
 }
 
-// A whole number from 0 to 4294967295, in decimal digits only.
-bool ReadWholeNumber(const std::string& text, unsigned long& number)
-{
-    if (text.empty() || text.size() > 10 || text.find_first_not_of("0123456789") != text.npos)
-        return false;
-    unsigned long long read = std::strtoull(text.c_str(), nullptr, 10);
-    if (read > 4294967295ULL)
-        return false;
-    number = static_cast<unsigned long>(read);
-    return true;
-}
-
-// Whether the key path is empty or has an empty component (a leading, trailing or doubled
-// backslash): the registry model would make a key without a name of it.
-bool HasEmptyPart(const std::string& path)
-{
-    return path.empty() || path.front() == '\\' || path.back() == '\\' ||
-           path.find("\\\\") != path.npos;
-}
-
 void StoreValue(ozADMValue& value, int kind, const std::string& text)
 {
     unsigned long number = 0;
     switch (kind) {
         case ozPolicyPropertiesDialog::KindNumeric:
-            ReadWholeNumber(text, number);
+            ozParseWholeNumber(text, number);
             value.SetNumeric(number);
             break;
         case ozPolicyPropertiesDialog::KindString:
@@ -220,9 +199,7 @@ void ozPolicyPropertiesDialog::Browse(ozForm& form)
 void ozPolicyPropertiesDialog::Refuse(ozForm& form, int id, unsigned short number,
                                       const std::string& text) const
 {
-    std::string message = m_context.control != nullptr
-                              ? m_context.control->GetString(number)
-                              : ozApplication::Instance().MessageText(number);
+    std::string message = ozEditorMessageText(m_context, number);
     std::string label;
     for (const ozControlSpec& spec : Layout().controls)
         if (spec.id == id)
@@ -234,7 +211,7 @@ void ozPolicyPropertiesDialog::Refuse(ozForm& form, int id, unsigned short numbe
 bool ozPolicyPropertiesDialog::Accept(ozForm& form)
 {
     std::string path = form.Text(KeyEdit);
-    if (HasEmptyPart(path)) {
+    if (!ozWellFormedKeyPath(path)) {
         Refuse(form, KeyEdit, HostMessageKeyPathHasEmptyPart, path);
         return false;
     }
@@ -250,7 +227,7 @@ bool ozPolicyPropertiesDialog::Accept(ozForm& form)
     unsigned long number = 0;
     for (auto [list, edit] : {std::pair{OnKindList, OnValueEdit}, {OffKindList, OffValueEdit}}) {
         std::string text = form.Text(edit);
-        if (form.SelectedRow(list) == KindNumeric && !ReadWholeNumber(text, number)) {
+        if (form.SelectedRow(list) == KindNumeric && !ozParseWholeNumber(text, number)) {
             Refuse(form, edit, HostMessageNotAWholeNumber, text);
             return false;
         }
