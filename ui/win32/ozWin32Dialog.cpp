@@ -9,6 +9,13 @@
 
 namespace {
 
+// The dialog of this thread that runs on top of the others, if any.
+thread_local HWND t_topDialog = nullptr;
+
+}  // namespace
+
+namespace {
+
 constexpr int LabelHeight = 8;
 constexpr int LabelGap = 3;
 
@@ -105,6 +112,7 @@ private:
 INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_INITDIALOG) {
+        t_topDialog = window;
         auto* form = reinterpret_cast<DialogForm*>(lParam);
         SetWindowLongPtrW(window, DWLP_USER, lParam);
         ozWin32FormControls& controls = form->Controls();
@@ -215,8 +223,12 @@ bool ozWin32RunDialog(ozDialog& dialog, HWND owner, HINSTANCE resources)
 {
     std::vector<DWORD> dialogTemplate = ozWin32DialogTemplate(dialog.Layout());
     DialogForm form(dialog);
+    // A dialog opened from a dialog is owned by it, so that the one below stays disabled
+    // until the one on top ends: its OK must not take away what the top one edits.
+    HWND below = t_topDialog;
     INT_PTR result = DialogBoxIndirectParamW(
-        resources, reinterpret_cast<const DLGTEMPLATE*>(dialogTemplate.data()), owner,
-        DialogProcedure, reinterpret_cast<LPARAM>(&form));
+        resources, reinterpret_cast<const DLGTEMPLATE*>(dialogTemplate.data()),
+        below != nullptr ? below : owner, DialogProcedure, reinterpret_cast<LPARAM>(&form));
+    t_topDialog = below;
     return result == IDOK;
 }

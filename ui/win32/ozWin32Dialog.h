@@ -16,6 +16,7 @@
 // The dialog template of layout, DWORD-aligned as DialogBoxIndirectParam needs it.
 std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout);
 
-// Runs dialog modally, owned by owner, with controls from resources' window classes; true when
-// it ended with OK. Returns false at once when the dialog cannot be created.
+// Runs dialog modally, owned by owner (or, when a dialog is open already, by the one on top),
+// with controls from resources' window classes; true when it ended with OK. Returns false at once
+// when the dialog cannot be created.
 bool ozWin32RunDialog(ozDialog& dialog, HWND owner, HINSTANCE resources);
