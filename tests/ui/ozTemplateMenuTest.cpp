@@ -144,6 +144,16 @@ TEST_F(TemplateMenuTest, PolicyPropertiesRefuseWhatCannotBeStoredNamingTheField)
     EXPECT_FALSE(control.ShouldSave());
 }
 
+TEST_F(TemplateMenuTest, ControlPropertiesHideThePanelWhileThePartsDialogRuns)
+{
+    ASSERT_TRUE(platform.Tree().SelectByUser(Item("USER\\Desktop\\Wallpaper")));
+    ASSERT_TRUE(Choose(Proxy, "Control Properties"));
+    EXPECT_EQ(platform.TopDialog()->Layout().resource, DialogParts);
+    EXPECT_EQ(views.PartsPanel().Policy(), nullptr);
+    ASSERT_TRUE(platform.EndDialog(false));
+    EXPECT_EQ(views.PartsPanel().Policy(), &Policy(Proxy)) << "the node's parts, as it ends";
+}
+
 TEST_F(TemplateMenuTest, AnOpenEditorKeepsItsPolicyAndStoresNothingOnceItsTreeWent)
 {
     ASSERT_TRUE(Choose(Proxy, "Policy Properties"));
