@@ -35,6 +35,12 @@ protected:
         ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/every-part.adm").c_str()));
         control.WithADMEdit(true);
     }
+    // The host texts are the process's: other tests run after this one expect none.
+    void TearDown() override
+    {
+        for (int n : {18, 79, 80, 190, 191, 192})
+            control.AddString(static_cast<unsigned short>(n), "");
+    }
     ozTreeItem Item(const std::string& path) { return platform.Tree().Find(path); }
     ozADMTree& Model()
     {
