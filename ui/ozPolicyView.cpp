@@ -19,6 +19,7 @@
 #include "ozMenu.h"
 #include "ozPartsPanel.h"
 #include "ozViewPlatform.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -398,11 +399,33 @@ void ozPolicyView::RunCommand(unsigned int command)
     }
 }
 
+namespace {
+
+// The name for a new element under parent: base, or base followed by a number when a sibling
+// has that name already. A template read back merges siblings of the same name, so a second
+// element left with the first one's name would vanish into it.
+std::string UnusedChildName(ozADMNode& parent, const std::string& base)
+{
+    for (int number = 1;; ++number) {
+        std::string name = number == 1 ? base : base + " " + std::to_string(number);
+        bool taken = false;
+        for (ozTreeNode* child = parent.Down(); child != nullptr && !taken; child = child->Next()) {
+            const char* childName = static_cast<ozADMNode*>(child)->Name();
+            taken = childName != nullptr && ozAsciiSameIgnoringCase(childName, name.c_str());
+        }
+        if (!taken)
+            return name;
+    }
+}
+
+}  // namespace
+
 void ozPolicyView::InsertNew(std::unique_ptr<ozADMNode> node)
 {
-    std::string name = m_control != nullptr ? m_control->GetString(HostTextNewElementName) : "";
-    node->Name(name.c_str());
     ozADMNode& parent = *m_menuNode;
+    std::string name = UnusedChildName(
+        parent, m_control != nullptr ? m_control->GetString(HostTextNewElementName) : "");
+    node->Name(name.c_str());
     ozADMTree* model = parent.ADMTree();
     if (model == nullptr || !model->AppendChild(&parent, parent.LastChild(), node.get()))
         return;

@@ -86,7 +86,9 @@ TEST_F(TemplateMenuTest, NewAppendsANamedNodeWhereTheMenuAllowsIt)
         if (!c.added)
             continue;
         EXPECT_EQ(node->NodeType(), c.type);
-        ASSERT_NE(node->Next(), nullptr) << "the second of the same name follows";
+        ASSERT_NE(node->Next(), nullptr) << "the second follows";
+        EXPECT_STREQ(static_cast<ozADMNode*>(node->Next())->Name(), "18 2")
+            << "a sibling's name is not taken: the two would merge when read back";
         EXPECT_EQ(node->Next()->Next(), nullptr) << "appended as the last children";
         EXPECT_EQ(platform.Tree().Image(Item(path)), policy ? 7 : 0);
         EXPECT_EQ(platform.Tree().Data(platform.Tree().Selection()), node->Next());
