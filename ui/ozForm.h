@@ -36,6 +36,8 @@ enum : unsigned int {
     // OK), not at every keystroke: for text that is only meaningful whole, such as a key path
     // that would otherwise create a key for every prefix typed.
     ozControlReportOnLeave = 16,
+    // An edit of several lines: the return key starts a new line, and lines end in "\r\n".
+    ozControlMultiLine = 32,
 };
 
 struct ozControlSpec {

@@ -3,8 +3,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "control/CADMCtrl.h"
-#include "control/ozApplication.h"
+#include "control/ozHostUI.h"
 #include "control/ozMessageFormat.h"
 #include "core/adm/ozADMActionList.h"
 #include "core/adm/ozADMCtrl.h"
@@ -13,6 +12,7 @@
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozSubKey.h"
 #include "ozActionListDialog.h"
+#include "ozEditorFields.h"
 #include "ozViewPlatform.h"
 
 namespace {
@@ -25,12 +25,6 @@ constexpr int FieldLeft = 14, FieldWidth = PageWidth - 28;
 std::string TextOf(const char* text)
 {
     return text != nullptr ? text : "";
-}
-
-// A key path is names separated by single backslashes: no empty name anywhere.
-bool WellFormedKeyPath(const std::string& path)
-{
-    return path.front() != '\\' && path.back() != '\\' && path.find("\\\\") == std::string::npos;
 }
 
 }  // namespace
@@ -144,7 +138,7 @@ bool ozPartPage::CheckKey(ozForm& form) const
     ozSubKey* home =
         policy != nullptr && policy->RegKey() != nullptr ? policy->RegKey() : m_part.Key();
     auto* tree = home != nullptr ? dynamic_cast<ozRegTree*>(home->GetTree()) : nullptr;
-    if (tree == nullptr || !WellFormedKeyPath(path) ||
+    if (tree == nullptr || !ozWellFormedKeyPath(path) ||
         tree->FindKey(ozRootHandle(home->Root()), path.c_str()) == nullptr)
         return Refuse(form, KeyEdit, HostMessagePartKeyNotBound, {"Key", path});
     return true;
@@ -153,9 +147,7 @@ bool ozPartPage::CheckKey(ozForm& form) const
 bool ozPartPage::Refuse(ozForm& form, int id, unsigned short message,
                         std::initializer_list<std::string> args) const
 {
-    std::string text = m_context.control != nullptr
-                           ? m_context.control->GetString(message)
-                           : ozApplication::Instance().MessageText(message);
+    std::string text = ozEditorMessageText(m_context, message);
     m_context.platform.UI().ShowMessage(HostMessageError, ozFormatMessage(text, args));
     form.Focus(id);
     return false;
@@ -176,15 +168,7 @@ bool ozPartPage::ReadNumber(ozForm& form, int id, const char* field, unsigned lo
 
 bool ozPartPage::ParseNumber(const std::string& text, unsigned long& number)
 {
-    // Ten digits at most, so that the value below cannot overflow before it is compared.
-    if (text.empty() || text.size() > 10 ||
-        text.find_first_not_of("0123456789") != std::string::npos)
-        return false;
-    unsigned long long value = std::strtoull(text.c_str(), nullptr, 10);
-    if (value > 4294967295ULL)
-        return false;
-    number = static_cast<unsigned long>(value);
-    return true;
+    return ozParseWholeNumber(text, number);
 }
 
 ozSubKey* ozPartPage::DefaultKey() const

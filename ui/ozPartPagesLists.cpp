@@ -36,7 +36,7 @@ public:
                          {DownButton, K::Button, "Down", 190, 68, 56, 14},
                          {ItemNameEdit, K::Edit, "Item name", 14, 94, 232, 14},
                          {ItemKindList, K::DropDown, "Item value", 14, 112, 110, 14},
-                         {ItemValueEdit, K::Edit, "", 130, 112, 116, 14},
+                         {ItemValueEdit, K::Edit, "Item data", 130, 112, 116, 14},
                          {DefaultItemCheck, K::CheckBox, "Default item", 14, 132, 100, 10},
                          {ItemActionListButton, K::Button, "Action list", 166, 130, 80, 14},
                      },

@@ -31,9 +31,9 @@ public:
                      {
                          {DefCheckedCheck, K::CheckBox, "Checked by default", 14, 0, 120, 10},
                          {OnKindList, K::DropDown, "Value on", 14, 16, 110, 14},
-                         {OnValueEdit, K::Edit, "", 130, 16, 116, 14},
+                         {OnValueEdit, K::Edit, "Data on", 130, 16, 116, 14},
                          {OffKindList, K::DropDown, "Value off", 14, 34, 110, 14},
-                         {OffValueEdit, K::Edit, "", 130, 34, 116, 14},
+                         {OffValueEdit, K::Edit, "Data off", 130, 34, 116, 14},
                          {ActionListOnButton, K::Button, "Action list on", 14, 54, 80, 14},
                          {ActionListOffButton, K::Button, "Action list off", 98, 54, 80, 14},
                      },
@@ -161,7 +161,7 @@ std::vector<ozControlSpec> EditTextControls(bool withSuggestions)
     if (withSuggestions) {
         controls.push_back({P::NoSortCheck, K::CheckBox, "Do not sort", 136, 36, 110, 10});
         controls.push_back({P::SuggestionList, K::List, "Suggestions", 14, 52, 160, 56});
-        controls.push_back({P::SuggestionEdit, K::Edit, "", 14, 112, 160, 14});
+        controls.push_back({P::SuggestionEdit, K::Edit, "Suggestion", 14, 112, 160, 14});
         controls.push_back({P::AddSuggestionButton, K::Button, "Add", 180, 112, 50, 14});
         controls.push_back({P::RemoveSuggestionButton, K::Button, "Remove", 180, 52, 50, 14});
     }

@@ -1,12 +1,16 @@
 #include "ozPolicyView.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "control/CADMCtrl.h"
 #include "control/ozControlViews.h"
 #include "control/ozPolicyEdit.h"
+#include "core/adm/ozADMCategory.h"
 #include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMRoot.h"
+#include "core/adm/ozADMTree.h"
 #include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozSubKey.h"
 #include "ozActionListDialog.h"
@@ -15,6 +19,7 @@
 #include "ozMenu.h"
 #include "ozPartsPanel.h"
 #include "ozViewPlatform.h"
+#include "platform/ozAsciiCase.h"
 
 namespace {
 
@@ -115,6 +120,29 @@ void ClearPaths(ozADMNode& node)
             return true;
         });
 }
+
+// An element editor as the view runs it: once the tree it edits has gone (the view shows
+// another code object), its controls do nothing and OK closes it without storing.
+class EditorGuard : public ozDialog {
+public:
+    EditorGuard(std::unique_ptr<ozDialog> editor, std::function<bool()> treeKept)
+        : m_editor(std::move(editor)), m_treeKept(std::move(treeKept))
+    {
+    }
+    ozDialog& Editor() { return *m_editor; }
+    const ozDialogTemplate& Layout() const override { return m_editor->Layout(); }
+    void Init(ozForm& form) override { m_editor->Init(form); }
+    void Command(ozForm& form, int id, ozFormEvent event) override
+    {
+        if (m_treeKept())
+            m_editor->Command(form, id, event);
+    }
+    bool Accept(ozForm& form) override { return !m_treeKept() || m_editor->Accept(form); }
+
+private:
+    std::unique_ptr<ozDialog> m_editor;
+    std::function<bool()> m_treeKept;
+};
 
 }  // namespace
 
@@ -332,13 +360,34 @@ void ozPolicyView::RunCommand(unsigned int command)
     if (m_menuNode == nullptr)
         return;
     ozADMPolicy* policy = AsPolicy(m_menuNode);
+    MenuNodeKind kind = KindOf(*m_menuNode);
     switch (command) {
+        case PolicyCommandNewCategory:
+            if (kind == MenuRoot || kind == MenuCategory)
+                InsertNew(std::make_unique<ozADMCategory>());
+            break;
+        case PolicyCommandNewPolicy:
+            if (kind == MenuCategory)
+                InsertNew(std::make_unique<ozADMPolicy>());
+            break;
+        case PolicyCommandDelete:
+            if (kind != MenuRoot)
+                DeleteMenuNode();
+            break;
         case PolicyCommandRename:
             Rename(m_menuItem);
             break;
         case PolicyCommandHelp:
             if (policy != nullptr)
                 ShowHelp(*policy);
+            break;
+        case PolicyCommandPolicyProperties:
+            if (policy != nullptr)
+                EditPolicyProperties(*policy);
+            break;
+        case PolicyCommandControlProperties:
+            if (kind == MenuKeyedPolicy)
+                EditParts(*policy);
             break;
         case PolicyCommandActionListOn:
         case PolicyCommandActionListOff:
@@ -350,9 +399,120 @@ void ozPolicyView::RunCommand(unsigned int command)
     }
 }
 
+namespace {
+
+// The name for a new element under parent: base, or base followed by a number when a sibling
+// has that name already. A template read back merges siblings of the same name, so a second
+// element left with the first one's name would vanish into it.
+std::string UnusedChildName(ozADMNode& parent, const std::string& base)
+{
+    for (int number = 1;; ++number) {
+        std::string name = number == 1 ? base : base + " " + std::to_string(number);
+        bool taken = false;
+        for (ozTreeNode* child = parent.Down(); child != nullptr && !taken; child = child->Next()) {
+            const char* childName = static_cast<ozADMNode*>(child)->Name();
+            taken = childName != nullptr && ozAsciiSameIgnoringCase(childName, name.c_str());
+        }
+        if (!taken)
+            return name;
+    }
+}
+
+}  // namespace
+
+void ozPolicyView::InsertNew(std::unique_ptr<ozADMNode> node)
+{
+    ozADMNode& parent = *m_menuNode;
+    std::string name = UnusedChildName(
+        parent, m_control != nullptr ? m_control->GetString(HostTextNewElementName) : "");
+    node->Name(name.c_str());
+    ozADMTree* model = parent.ADMTree();
+    if (model == nullptr || !model->AppendChild(&parent, parent.LastChild(), node.get()))
+        return;
+    ozADMNode* added = node.release();
+    int image =
+        added->NodeType() == NodePolicy ? PolicyImage(PolicyNotConfigured) : PolicyImageCategory;
+    ozTreeWidget& tree = m_platform.PolicyTree();
+    ozTreeItem item = tree.Append(m_menuItem, name, image, image, false, added);
+    Reveal(item);
+    tree.Select(item);
+    if (m_control != nullptr)
+        ozMarkDocumentEdited(*m_control);
+}
+
+void ozPolicyView::DeleteMenuNode()
+{
+    if (m_editorsOpen > 0)
+        return;
+    m_panel.Show(nullptr);
+    unsigned short question =
+        m_menuNode->NodeType() == NodeCategory ? HostTextDeleteCategory : HostTextDeleteElement;
+    std::string text = m_control != nullptr ? m_control->GetString(question) : "";
+    if (m_platform.UI().ShowMessage(HostMessageQuestion, text)) {
+        ozADMTree* model = m_menuNode->ADMTree();
+        if (model != nullptr && model->SetCurrentNode(m_menuNode) && model->Delete()) {
+            m_platform.PolicyTree().Delete(m_menuItem);
+            m_pressed = ozNoItem;
+            m_menuItem = ozNoItem;
+            m_menuNode = nullptr;
+        }
+    }
+    // Marked even when the user answers No, as the control always has.
+    if (m_control != nullptr)
+        ozMarkDocumentEdited(*m_control);
+}
+
 void ozPolicyView::ShowHelp(ozADMPolicy& policy)
 {
     m_platform.RunDialog(std::make_unique<ozHelpDialog>(policy), [](ozDialog&, bool) {});
+}
+
+bool ozPolicyView::BrowseRegistry(unsigned int root, ozControlViews::RegistryChoice& choice)
+{
+    choice.root = root;
+    return m_views != nullptr && m_views->AskRegistryImport(choice);
+}
+
+ozEditorContext ozPolicyView::EditorContext()
+{
+    ozEditorContext context{m_platform, m_control, {}, {}};
+    context.edited = [this] {
+        if (m_control != nullptr)
+            ozMarkDocumentEdited(*m_control);
+        if (m_panel.Policy() != nullptr)
+            m_panel.Show(AsPolicy(Node(m_platform.PolicyTree().Selection())));
+    };
+    context.browse = [this](unsigned int root, ozControlViews::RegistryChoice& choice) {
+        return BrowseRegistry(root, choice);
+    };
+    return context;
+}
+
+void ozPolicyView::RunEditor(std::unique_ptr<ozDialog> dialog,
+                             std::function<void(ozDialog& dialog, bool accepted)> ended)
+{
+    ++m_editorsOpen;
+    unsigned long generation = m_codeGeneration;
+    auto treeKept = [this, generation] { return generation == m_codeGeneration; };
+    m_platform.RunDialog(std::make_unique<EditorGuard>(std::move(dialog), treeKept),
+                         [this, treeKept, ended](ozDialog& dialog, bool accepted) {
+                             --m_editorsOpen;
+                             if (treeKept())
+                                 ended(static_cast<EditorGuard&>(dialog).Editor(), accepted);
+                         });
+}
+
+void ozPolicyView::EditPolicyProperties(ozADMPolicy& policy)
+{
+    RunEditor(ozCreatePolicyPropertiesDialog(policy, EditorContext()), [](ozDialog&, bool) {});
+}
+
+void ozPolicyView::EditParts(ozADMPolicy& policy)
+{
+    m_panel.Show(nullptr);
+    ozADMPolicy* edited = &policy;
+    RunEditor(ozCreatePartsDialog(policy, EditorContext()),
+              [this, edited](ozDialog&, bool) { m_panel.Show(edited); });
 }
 
 void ozPolicyView::EditActionList(ozADMPolicy& policy, bool actionListOn)
@@ -362,25 +522,22 @@ void ozPolicyView::EditActionList(ozADMPolicy& policy, bool actionListOn)
         m_platform.UI().ShowMessage(HostMessageError, "You have to set a key first!");
         return;
     }
-    ozControlViews* views = m_views;
-    auto browse = [views](unsigned int root, ozControlViews::RegistryChoice& choice) {
-        choice.root = root;
-        return views != nullptr && views->AskRegistryImport(choice);
+    auto browse = [this](unsigned int root, ozControlViews::RegistryChoice& choice) {
+        return BrowseRegistry(root, choice);
     };
     const ozADMActionList* list = actionListOn ? policy.ActionListOn() : policy.ActionListOff();
-    unsigned long generation = m_codeGeneration;
     ozADMPolicy* edited = &policy;
-    m_platform.RunDialog(std::make_unique<ozActionListDialog>(key, list, browse),
-                         [this, generation, edited, actionListOn](ozDialog& dialog, bool accepted) {
-                             if (!accepted || generation != m_codeGeneration)
-                                 return;
-                             std::unique_ptr<ozADMActionList> list =
-                                 static_cast<ozActionListDialog&>(dialog).TakeList();
-                             if (actionListOn)
-                                 edited->ActionListOn(list.release());
-                             else
-                                 edited->ActionListOff(list.release());
-                             if (m_control != nullptr)
-                                 ozMarkDocumentEdited(*m_control);
-                         });
+    RunEditor(std::make_unique<ozActionListDialog>(key, list, browse),
+              [this, edited, actionListOn](ozDialog& dialog, bool accepted) {
+                  if (!accepted)
+                      return;
+                  std::unique_ptr<ozADMActionList> list =
+                      static_cast<ozActionListDialog&>(dialog).TakeList();
+                  if (actionListOn)
+                      edited->ActionListOn(list.release());
+                  else
+                      edited->ActionListOff(list.release());
+                  if (m_control != nullptr)
+                      ozMarkDocumentEdited(*m_control);
+              });
 }

@@ -9,14 +9,17 @@
 // (Fill with null empties it).
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 
+#include "control/ozControlViews.h"
+#include "ozElementEditors.h"
 #include "ozTreeWidget.h"
 
 class CADMCtrl;
 class ozADMNode;
 class ozADMPolicy;
-class ozControlViews;
 class ozPartsPanel;
 class ozTreeNode;
 struct ozMenu;
@@ -97,6 +100,23 @@ private:
     static ozMenu TemplateMenu(ozADMNode& node);
     void ShowHelp(ozADMPolicy& policy);
     void EditActionList(ozADMPolicy& policy, bool actionListOn);
+    // "New": names node by host text 18, appends it below the menu's node in the model and
+    // below its item in the tree, and selects it. The tree stays as it was when the model
+    // refuses the node (which is then destroyed).
+    void InsertNew(std::unique_ptr<ozADMNode> node);
+    // "Delete": after the user's Yes, removes the menu's node from the model and its item.
+    void DeleteMenuNode();
+    void EditPolicyProperties(ozADMPolicy& policy);
+    void EditParts(ozADMPolicy& policy);
+    // What the element editors are given: a finished edit marks the control modified and shows
+    // the selected policy's parts again; browsing goes to the registry view's import dialog.
+    ozEditorContext EditorContext();
+    // Runs an element editor. When the tree it edits goes meanwhile (the view shows another
+    // code object), the editor no longer acts and `ended` is not called.
+    void RunEditor(std::unique_ptr<ozDialog> dialog,
+                   std::function<void(ozDialog& dialog, bool accepted)> ended);
+    // The registry key browser of the action list editor and the element editors.
+    bool BrowseRegistry(unsigned int root, ozControlViews::RegistryChoice& choice);
 
     ozViewPlatform& m_platform;
     ozPartsPanel& m_panel;
@@ -109,5 +129,7 @@ private:
     // Counts the code objects shown (and the emptyings), so that a dialog still open when its
     // tree goes knows that its policy may be gone.
     unsigned long m_codeGeneration = 0;
+    // Element editors open now (headless ones stay open): no node is deleted meanwhile.
+    int m_editorsOpen = 0;
     bool m_withADMEdit = false;
 };

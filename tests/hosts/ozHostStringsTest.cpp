@@ -29,7 +29,8 @@ int Arguments(const std::string& text)
 
 TEST(BundledStrings, CoverEveryMessageInBothLanguages)
 {
-    std::vector<unsigned short> required = {17,   55,   56,   75,   94,   95,   96,   97,  1001,
+    std::vector<unsigned short> required = {17,   18,   55,   56,   75,   79,   80,   94,
+                                            95,   96,   97,   180,  190,  191,  192,  1001,
                                             1002, 1003, 1004, 1005, 1006, 1007, 1011, 1015};
     for (unsigned short n :
          {1100, 1101, 1102, 1103, 1104, 1106, 1107, 1108, 1109, 1110, 1111, 1112, 1113, 1114,

@@ -36,7 +36,8 @@ int LabelWidth(const std::wstring& caption)
 // in front of it.
 bool SpansRows(const ozControlSpec& spec)
 {
-    return spec.kind == ozControlKind::List || spec.kind == ozControlKind::Tree;
+    return spec.kind == ozControlKind::List || spec.kind == ozControlKind::Tree ||
+           (spec.style & ozControlMultiLine) != 0;
 }
 
 class TemplateWriter {
@@ -185,8 +186,8 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
     writer.Word(8);
     writer.Text(L"MS Shell Dlg");
 
-    // One-line controls placed in one column (the same left edge) share the widest
-    // of their labels, so that their fields line up.
+    // One-line controls placed in one column (the same left edge) share the widest of their
+    // labels, so that their fields line up.
     std::map<int, int> columnLabels;
     for (const ozControlSpec& spec : layout.controls)
         if (ozWin32HasLabel(spec) && !SpansRows(spec)) {
@@ -197,7 +198,7 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
     for (const ozControlSpec& spec : layout.controls) {
         const bool radio = spec.kind == ozControlKind::Radio;
         // A label takes the front of its control's area: the left of a one-line control, the
-        // top of a list or tree.
+        // top of a list, a tree or an edit of several lines.
         int x = spec.x, y = spec.y, width = spec.width, height = spec.height;
         if (ozWin32HasLabel(spec)) {
             const std::wstring caption = ozWin32Wide(spec.caption);

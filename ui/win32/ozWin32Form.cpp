@@ -109,7 +109,11 @@ ozWin32ControlStyle ozWin32StyleOf(const ozControlSpec& spec)
             return {L"Static", child | SS_LEFT | SS_NOPREFIX, 0};
         case ozControlKind::Edit:
         case ozControlKind::Number: {
-            DWORD style = child | WS_TABSTOP | ES_AUTOHSCROLL;
+            DWORD style = child | WS_TABSTOP;
+            if ((spec.style & ozControlMultiLine) != 0)
+                style |= ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL;
+            else
+                style |= ES_AUTOHSCROLL;
             if ((spec.style & ozControlReadOnly) != 0)
                 style |= ES_READONLY;
             return {L"Edit", style, WS_EX_CLIENTEDGE};

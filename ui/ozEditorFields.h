@@ -1,0 +1,17 @@
+// What the element editors check and tell alike: whole numbers as a template holds them, key
+// paths a registry tree can bind, and the host's text of an editor's message.
+#pragma once
+
+#include <string>
+
+struct ozEditorContext;
+
+// A whole number from 0 to 4294967295 written in decimal digits only; false (number untouched)
+// for anything else.
+bool ozParseWholeNumber(const std::string& text, unsigned long& number);
+// Whether path names a key: not empty, and no empty name in it (a leading, trailing or doubled
+// backslash), which the registry model would otherwise make a key without a name of.
+bool ozWellFormedKeyPath(const std::string& path);
+// The host's text of message number (the control's, else the application's), arguments not yet
+// filled in.
+std::string ozEditorMessageText(const ozEditorContext& context, unsigned short number);
