@@ -34,7 +34,7 @@ enum : unsigned short {
     HostMessageWrongCodeKind = 55,
     HostMessageOldCodeVersion = 56,
     HostMessageSaveAfterFailedLoad = 75,
-    HostMessageRequiredPartEmpty = 76,  // %s the policy's path, %s the part's name
+    HostMessageRequiredPartEmpty = 99,  // %s the policy's path, %s the part's name
     // %s the key being read, %s the error code, %s the system's text (or what is wrong)
     HostMessageRegistryNotRead = 98,
 };

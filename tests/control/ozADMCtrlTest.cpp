@@ -77,7 +77,7 @@ TEST_F(ControlTest, PolicyViewSaveWritesThePolicies)
 // written, naming the policy and the part.
 TEST_F(ControlTest, RequiredPartLeftEmptyRefusesTheSave)
 {
-    control.AddString(76, "%s|%s");
+    control.AddString(99, "%s|%s");
     ASSERT_TRUE(control.SetADM(Template.c_str()));
     control.DisplayMode(DisplayPolicies);
     Enable("MACHINE\\Network\\Proxy server");
