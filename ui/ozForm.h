@@ -24,6 +24,9 @@ enum class ozControlKind {
     DropDown,  // a list to choose one row from; caption is the label in front of it
     List,      // a list box; caption is the label in front of it (may be empty)
     Tree,      // a tree; caption is the label in front of it
+    // Rows the dialog paints itself, one every 15 dialog units from the top of the control's
+    // area: an image of the registry view's (11 by 10 units at the left) and a label beside it.
+    ImageRows,
 };
 
 // Control styles.
@@ -103,6 +106,10 @@ public:
     virtual void Range(int id, long long min, long long max, long long step) = 0;
     // Puts the keyboard focus on the control.
     virtual void Focus(int id) = 0;
+    // The rows of an ImageRows control: each an image index of the registry view's images and
+    // a label. Without images only the control's background is drawn, rows and all.
+    virtual void ImageRows(int id, const std::vector<std::pair<int, std::string>>& rows,
+                           bool withImages) = 0;
 };
 
 // A dialog's layout: its resource number, caption, size in dialog units and controls in tab

@@ -1,6 +1,7 @@
 #include "ozViews.h"
 
 #include "control/CADMCtrl.h"
+#include "ozLegendDialog.h"
 #include "ozViewPlatform.h"
 
 ozViews::ozViews(ozViewPlatform& platform)
@@ -10,6 +11,7 @@ ozViews::ozViews(ozViewPlatform& platform)
 
 void ozViews::Attach(CADMCtrl& control)
 {
+    m_control = &control;
     m_panel.Control(&control);
     m_policyView.Control(&control);
     m_policyView.Views(this);
@@ -68,6 +70,11 @@ bool ozViews::AskRegistryImport(RegistryChoice&)
     return false;
 }
 
-void ozViews::ShowLegend() {}
+void ozViews::ShowLegend()
+{
+    if (m_control != nullptr)
+        m_platform.RunDialog(std::make_unique<ozLegendDialog>(*m_control, false),
+                             [](ozDialog&, bool) {});
+}
 
 void ozViews::ShowAbout() {}

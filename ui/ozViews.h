@@ -44,6 +44,7 @@ public:
 
 private:
     ozViewPlatform& m_platform;
+    CADMCtrl* m_control = nullptr;
     ozPartsPanel m_panel;
     ozPolicyView m_policyView;
     int m_visibleMode = -1;

@@ -79,6 +79,8 @@ const char* KindName(ozControlKind kind)
             return "LIST";
         case ozControlKind::Tree:
             return "TREE";
+        case ozControlKind::ImageRows:
+            return "IMAGEROWS";
     }
     return "LABEL";
 }
@@ -123,6 +125,9 @@ std::vector<std::string> ozDialogLines(const std::string& caption, const ozHeadl
         lines.push_back(line + " = " + ozQuoteScriptText(control.text));
         for (std::size_t row = 0; row < control.rows.size(); ++row)
             lines.push_back("ROW " + std::to_string(row) + " " +
+                            (row < control.images.size()
+                                 ? "image=" + std::to_string(control.images[row]) + " "
+                                 : "") +
                             ozQuoteScriptText(control.rows[row]) +
                             (control.selectedRow == static_cast<int>(row) ? " selected" : ""));
     }

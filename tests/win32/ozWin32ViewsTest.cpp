@@ -2,8 +2,9 @@
 // mouse and keys drive them, with the model checked afterwards: state cycling by clicks on a
 // policy's icon, a selection refused while a part's value does not fit, the parts panel's
 // editors stored by SaveSelState, the context menu's action list editor, the list box dialog.
-// Also reports how long filling the tree from a large template takes, and, when
-// OZ_SCREENSHOT_DIR is set, saves pictures of the policy view and the two dialogs there.
+// The legend without its images (ShowLegend) and with them. Also reports how long filling the tree
+// from a large template takes, and, when OZ_SCREENSHOT_DIR is set, saves pictures of the policy
+// view and the two dialogs there.
 //
 // Menus and dialogs are modal: a thread timer, dispatched by their message loops, plays the
 // user's part in them.
@@ -18,6 +19,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,7 @@
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
 #include "ui/ozActionListDialog.h"
+#include "ui/ozLegendDialog.h"
 #include "ui/ozListBoxDialog.h"
 #include "ui/ozPartPage.h"
 #include "ui/ozPartsDialog.h"
@@ -623,3 +626,29 @@ TEST_F(Win32ViewsTest, ThePartsDialogListsThePolicysParts)
 }
 
 }  // namespace
+
+TEST_F(Win32ViewsTest, TheLegendOpensWithoutAndWithItsImages)
+{
+    const char* const texts[] = {"Key not saved",       "Key saved",
+                                 "Key deleted",         "Template key not saved",
+                                 "Template key saved",  "Template key deleted",
+                                 "Key's values erased", "Template key's values erased"};
+    for (int text = 0; text < 8; ++text)
+        control.AddString(static_cast<unsigned short>(66 + text), texts[text]);
+    control.AddString(ozLegendDialog::CaptionText, "Legend");
+    bool drawn = false;
+    auto pressOK = [&](HWND dialog) {
+        HWND rows = GetDlgItem(dialog, ozLegendDialog::Rows);
+        drawn = rows != nullptr && (GetWindowLongW(rows, GWL_STYLE) & SS_TYPEMASK) == SS_OWNERDRAW;
+        Screenshot(dialog, "legend");
+        Press(dialog, IDOK);
+    };
+    WithUser(InDialog(L"Legend", pressOK), [&] { control.ShowLegend(); });
+    EXPECT_TRUE(drawn);
+    bool accepted = false;
+    WithUser(InDialog(L"Legend", pressOK), [&] {
+        platform.RunDialog(std::make_unique<ozLegendDialog>(control, true),
+                           [&](ozDialog&, bool ok) { accepted = ok; });
+    });
+    EXPECT_TRUE(accepted);
+}

@@ -114,7 +114,7 @@ void ozHeadlessForm::Build(const std::vector<ozControlSpec>& controls, ozFormEve
 {
     m_controls.clear();
     for (const ozControlSpec& spec : controls)
-        m_controls.push_back(Control{spec, {}, true, false, {}, -1, 0, 0, 1});
+        m_controls.push_back(Control{spec, {}, true, false, {}, -1, 0, 0, 1, {}});
     m_events = events;
     m_focus = 0;
 }
@@ -197,6 +197,21 @@ int ozHeadlessForm::SelectedRow(int id) const
 {
     const Control* control = Find(id);
     return control != nullptr ? control->selectedRow : -1;
+}
+
+void ozHeadlessForm::ImageRows(int id, const std::vector<std::pair<int, std::string>>& rows,
+                               bool withImages)
+{
+    Control* control = FindControl(id);
+    if (control == nullptr)
+        return;
+    control->rows.clear();
+    control->images.clear();
+    for (const auto& [image, label] : rows) {
+        control->rows.push_back(label);
+        if (withImages)
+            control->images.push_back(image);
+    }
 }
 
 void ozHeadlessForm::Range(int id, long long min, long long max, long long step)

@@ -17,6 +17,9 @@ public:
         std::vector<std::string> rows;
         int selectedRow = -1;
         long long min = 0, max = 0, step = 1;
+        // An ImageRows control's rows: their image indexes (empty when shown without images)
+        // beside the labels in rows.
+        std::vector<int> images;
     };
 
     // The controls in tab order.
@@ -51,6 +54,8 @@ public:
     int SelectedRow(int id) const override;
     void Range(int id, long long min, long long max, long long step) override;
     void Focus(int id) override { m_focus = id; }
+    void ImageRows(int id, const std::vector<std::pair<int, std::string>>& rows,
+                   bool withImages) override;
     int Focused() const { return m_focus; }
 
 private:

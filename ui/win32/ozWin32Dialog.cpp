@@ -160,6 +160,8 @@ INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         }
         return form->Controls().Command(wParam, lParam, *form, &form->Dialog()) ? TRUE : FALSE;
     }
+    if (message == WM_DRAWITEM)
+        return form->Controls().DrawItem(lParam) ? TRUE : FALSE;
     if (message == WM_NOTIFY) {
         LRESULT result = 0;
         if (!form->Controls().Notify(lParam, *form, &form->Dialog(), result))

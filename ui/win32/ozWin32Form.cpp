@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "ozWin32Tree.h"
 #include "platform/ozTextConversion.h"
+#include "ui/ozImages.h"
 
 namespace {
 
@@ -149,6 +151,8 @@ ozWin32ControlStyle ozWin32StyleOf(const ozControlSpec& spec)
                     child | WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT |
                         (sorted ? LBS_SORT : 0),
                     WS_EX_CLIENTEDGE};
+        case ozControlKind::ImageRows:
+            return {L"Static", child | SS_OWNERDRAW, 0};
         case ozControlKind::Tree:
             return {WC_TREEVIEWW,
                     child | WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT |
@@ -549,5 +553,51 @@ bool ozWin32FormControls::Notify(LPARAM lParam, ozForm& form, ozFormEvents* even
         return false;
     if (m_quiet == 0 && events != nullptr)
         events->Command(form, static_cast<int>(header->idFrom), ozFormEvent::SelectionChanged);
+    return true;
+}
+
+void ozWin32FormControls::ImageRows(int id, const std::vector<std::pair<int, std::string>>& rows,
+                                    bool withImages)
+{
+    m_imageRows[id] = {rows, withImages};
+    if (HWND control = Control(id))
+        InvalidateRect(control, nullptr, TRUE);
+}
+
+bool ozWin32FormControls::DrawItem(LPARAM lParam)
+{
+    const auto* item = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+    const auto found = m_imageRows.find(static_cast<int>(item->CtlID));
+    if (item->CtlType != ODT_STATIC || found == m_imageRows.end())
+        return false;
+    FillRect(item->hDC, &item->rcItem, GetSysColorBrush(COLOR_BTNFACE));
+    if (!found->second.withImages)
+        return true;
+    NONCLIENTMETRICSW metrics = {};
+    metrics.cbSize = sizeof(metrics);
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
+    HFONT font = CreateFontIndirectW(&metrics.lfStatusFont);
+    HGDIOBJ oldFont = SelectObject(item->hDC, font);
+    SetBkColor(item->hDC, GetSysColor(COLOR_BTNFACE));
+    SetTextColor(item->hDC, GetSysColor(COLOR_BTNTEXT));
+    HMODULE module = nullptr;
+    GetModuleHandleExW(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+        reinterpret_cast<LPCWSTR>(&ozWin32WindowText), &module);
+    HIMAGELIST images = ozWin32ImageList(module, ozRegistryViewBitmaps());
+    const auto& rows = found->second.rows;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        // The image area of a row: 11 by 10 dialog units, one row every 15.
+        RECT place = {0, static_cast<LONG>(row) * 15, 11, static_cast<LONG>(row) * 15 + 10};
+        MapDialogRect(m_parent, &place);
+        const int top = item->rcItem.top + place.top;
+        ImageList_Draw(images, rows[row].first, item->hDC, item->rcItem.left, top, ILD_TRANSPARENT);
+        const std::wstring label = ozWin32Wide(rows[row].second);
+        TextOutW(item->hDC, item->rcItem.left + place.right + 10, top, label.c_str(),
+                 static_cast<int>(label.size()));
+    }
+    ImageList_Destroy(images);
+    SelectObject(item->hDC, oldFont);
+    DeleteObject(font);
     return true;
 }

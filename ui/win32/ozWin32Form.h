@@ -15,6 +15,7 @@
 #include <climits>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ui/ozForm.h"
@@ -58,6 +59,11 @@ public:
     int SelectedRow(int id) const;
     void Range(int id, long long min, long long max, long long step);
     void Focus(int id);
+    void ImageRows(int id, const std::vector<std::pair<int, std::string>>& rows, bool withImages);
+    // The parent's WM_DRAWITEM: paints an ImageRows control (true), in the status-bar font on
+    // the button face, each row's image transparent at its place and the label 10 pixels to
+    // the right of the image area.
+    bool DrawItem(LPARAM lParam);
 
     // The parent's WM_COMMAND and WM_NOTIFY: true when the message concerned a control and
     // was handled (result: what the parent's procedure returns).
@@ -90,8 +96,14 @@ private:
     // Steps the number whose up-down control reported delta arrow presses.
     void StepNumber(HWND upDown, int delta);
 
+    struct ImageRowSet {
+        std::vector<std::pair<int, std::string>> rows;
+        bool withImages = false;
+    };
+
     HWND m_parent = nullptr;
     std::map<int, std::vector<HWND>> m_companions;
+    std::map<int, ImageRowSet> m_imageRows;
     std::map<int, NumberRange> m_ranges;
     mutable int m_quiet = 0;
 };
@@ -115,6 +127,11 @@ public:
         m_controls.Range(id, min, max, step);
     }
     void Focus(int id) override { m_controls.Focus(id); }
+    void ImageRows(int id, const std::vector<std::pair<int, std::string>>& rows,
+                   bool withImages) override
+    {
+        m_controls.ImageRows(id, rows, withImages);
+    }
 
 protected:
     ozWin32FormControls m_controls;

@@ -90,19 +90,25 @@ void ozWin32Tree::Images(const std::vector<int>& bitmapResources)
         LoadImages();
 }
 
+HIMAGELIST ozWin32ImageList(HINSTANCE resources, const std::vector<int>& bitmaps)
+{
+    HIMAGELIST images = ImageList_Create(ImageSize, ImageSize, ILC_COLOR24 | ILC_MASK, 8, 8);
+    for (int resource : bitmaps) {
+        auto bitmap = static_cast<HBITMAP>(
+            LoadImageW(resources, MAKEINTRESOURCEW(resource), IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
+        if (bitmap == nullptr)
+            bitmap = BlankBitmap();
+        ImageList_AddMasked(images, bitmap, MaskColour);
+        DeleteObject(bitmap);
+    }
+    return images;
+}
+
 void ozWin32Tree::LoadImages()
 {
     if (m_images != nullptr)
         ImageList_Destroy(m_images);
-    m_images = ImageList_Create(ImageSize, ImageSize, ILC_COLOR24 | ILC_MASK, 8, 8);
-    for (int resource : m_bitmaps) {
-        auto bitmap = static_cast<HBITMAP>(LoadImageW(m_resources, MAKEINTRESOURCEW(resource),
-                                                      IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
-        if (bitmap == nullptr)
-            bitmap = BlankBitmap();
-        ImageList_AddMasked(m_images, bitmap, MaskColour);
-        DeleteObject(bitmap);
-    }
+    m_images = ozWin32ImageList(m_resources, m_bitmaps);
     TreeView_SetImageList(m_window, m_images, TVSIL_NORMAL);
 }
 

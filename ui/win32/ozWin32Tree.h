@@ -17,6 +17,10 @@
 
 #include "ui/ozTreeWidget.h"
 
+// A masked 16 by 16 image list of the bitmaps of resources, in the order given (a bitmap that
+// is missing becomes a blank image, so that the indexes stay). The caller destroys it.
+HIMAGELIST ozWin32ImageList(HINSTANCE resources, const std::vector<int>& bitmaps);
+
 class ozWin32Tree final : public ozTreeWidget {
 public:
     ozWin32Tree() = default;
