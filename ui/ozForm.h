@@ -107,7 +107,7 @@ public:
     // Puts the keyboard focus on the control.
     virtual void Focus(int id) = 0;
     // The rows of an ImageRows control: each an image index of the registry view's images and
-    // a label. Without images only the control's background is drawn, rows and all.
+    // a label. Without images the rows are kept but not drawn: only the background shows.
     virtual void ImageRows(int id, const std::vector<std::pair<int, std::string>>& rows,
                            bool withImages) = 0;
 };
