@@ -21,6 +21,8 @@ if [[ ! -f $WINEPREFIX/drive_c/windows/Fonts/marlett.ttf ]]; then
   cp /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
 fi
 
+# The view tests save their pictures here; a fresh build has no such folder yet.
+mkdir -p build/windows/artifacts
 status=0
 ctest --preset windows --timeout 300 || status=$?
 wineserver -k || true
