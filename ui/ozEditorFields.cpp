@@ -4,6 +4,7 @@
 
 #include "control/CADMCtrl.h"
 #include "control/ozApplication.h"
+#include "core/adm/ozADMValue.h"
 #include "ozElementEditors.h"
 
 bool ozParseWholeNumber(const std::string& text, unsigned long& number)
@@ -29,4 +30,57 @@ std::string ozEditorMessageText(const ozEditorContext& context, unsigned short n
 {
     return context.control != nullptr ? context.control->GetString(number)
                                       : ozApplication::Instance().MessageText(number);
+}
+
+// The kind lists: "None" (only where a value may be left out), then the kinds a value has.
+std::vector<std::string> ozValueKindRows(bool withNone)
+{
+    std::vector<std::string> rows = {"Numeric", "String", "Delete"};
+    if (withNone)
+        rows.insert(rows.begin(), "None");
+    return rows;
+}
+
+int ozValueKindRow(const ozADMValue& value, bool withNone)
+{
+    int offset = withNone ? 1 : 0;
+    switch (value.Type()) {
+        case ozADMValue::ValueNumeric:
+            return offset;
+        case ozADMValue::ValueString:
+            return offset + 1;
+        case ozADMValue::ValueDelete:
+            return offset + 2;
+        default:
+            return withNone ? 0 : 1;
+    }
+}
+
+std::string ozValueKindText(const ozADMValue& value)
+{
+    if (value.Type() == ozADMValue::ValueNumeric)
+        return std::to_string(static_cast<unsigned long>(value));
+    return value.Type() == ozADMValue::ValueString
+               ? std::string(static_cast<const char*>(value) != nullptr
+                                 ? static_cast<const char*>(value)
+                                 : "")
+               : "";
+}
+
+void ozStoreValueKind(ozADMValue& value, int row, bool withNone, const std::string& text)
+{
+    switch (row - (withNone ? 1 : 0)) {
+        case 0:
+            value.SetNumeric(static_cast<unsigned long>(std::strtoul(text.c_str(), nullptr, 10)));
+            break;
+        case 1:
+            value.SetString(text.c_str());
+            break;
+        case 2:
+            value.SetDelete();
+            break;
+        default:
+            value.SetInit();
+            break;
+    }
 }

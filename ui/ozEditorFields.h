@@ -3,6 +3,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+class ozADMValue;
 
 struct ozEditorContext;
 
@@ -15,3 +18,12 @@ bool ozWellFormedKeyPath(const std::string& path);
 // The host's text of message number (the control's, else the application's), arguments not yet
 // filled in.
 std::string ozEditorMessageText(const ozEditorContext& context, unsigned short number);
+
+// The kind lists of a value (a policy's or check box's on and off values, a drop-down item's):
+// their rows "Numeric", "String", "Delete", after "None" where a value may be left out
+// (withNone); the row of a value, and its text in the value edit; and the value stored back
+// from a row and the edit's text (a number checked before).
+std::vector<std::string> ozValueKindRows(bool withNone);
+int ozValueKindRow(const ozADMValue& value, bool withNone);
+std::string ozValueKindText(const ozADMValue& value);
+void ozStoreValueKind(ozADMValue& value, int row, bool withNone, const std::string& text);

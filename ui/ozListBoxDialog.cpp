@@ -7,21 +7,6 @@
 
 namespace {
 
-ozControlSpec Control(int id, ozControlKind kind, const std::string& caption, int x, int y,
-                      int width, int height, unsigned int style = 0)
-{
-    ozControlSpec spec;
-    spec.id = id;
-    spec.kind = kind;
-    spec.caption = caption;
-    spec.x = x;
-    spec.y = y;
-    spec.width = width;
-    spec.height = height;
-    spec.style = style;
-    return spec;
-}
-
 // The value name of a row with value names: what stands before the tab.
 std::string RowName(const std::string& row)
 {
@@ -45,27 +30,28 @@ ozListBoxDialog::ozListBoxDialog(const std::string& caption, bool withNames,
     m_layout.caption = caption;
     m_layout.width = 220;
     m_layout.height = 160;
-    ozControlSpec list = Control(EntryList, ozControlKind::List, "", 7, 7, 206, 90,
-                                 m_withNames ? ozControlTwoColumns : 0u);
+    ozControlSpec list = ozControlSpec(EntryList, ozControlKind::List, "", 7, 7, 206, 90,
+                                       m_withNames ? ozControlTwoColumns : 0u);
     if (m_withNames)
         list.columns = {"Value name", "Value"};
     m_layout.controls.push_back(list);
     if (m_withNames) {
         m_layout.controls.push_back(
-            Control(NameEdit, ozControlKind::Edit, "Value name", 7, 102, 100, 14));
+            ozControlSpec(NameEdit, ozControlKind::Edit, "Value name", 7, 102, 100, 14));
         m_layout.controls.push_back(
-            Control(ValueEdit, ozControlKind::Edit, "Value", 113, 102, 100, 14));
+            ozControlSpec(ValueEdit, ozControlKind::Edit, "Value", 113, 102, 100, 14));
     } else {
         m_layout.controls.push_back(
-            Control(ValueEdit, ozControlKind::Edit, "Value", 7, 102, 206, 14));
+            ozControlSpec(ValueEdit, ozControlKind::Edit, "Value", 7, 102, 206, 14));
     }
-    m_layout.controls.push_back(Control(AddButton, ozControlKind::Button, "Add", 7, 120, 50, 14));
     m_layout.controls.push_back(
-        Control(RemoveButton, ozControlKind::Button, "Remove", 61, 120, 50, 14));
+        ozControlSpec(AddButton, ozControlKind::Button, "Add", 7, 120, 50, 14));
     m_layout.controls.push_back(
-        Control(ozDialogOK, ozControlKind::Button, "OK", 109, 140, 50, 14, ozControlDefault));
+        ozControlSpec(RemoveButton, ozControlKind::Button, "Remove", 61, 120, 50, 14));
     m_layout.controls.push_back(
-        Control(ozDialogCancel, ozControlKind::Button, "Cancel", 163, 140, 50, 14));
+        ozControlSpec(ozDialogOK, ozControlKind::Button, "OK", 109, 140, 50, 14, ozControlDefault));
+    m_layout.controls.push_back(
+        ozControlSpec(ozDialogCancel, ozControlKind::Button, "Cancel", 163, 140, 50, 14));
 }
 
 std::string ozListBoxDialog::Text() const

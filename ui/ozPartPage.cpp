@@ -191,55 +191,6 @@ void ozPartPage::EditActionList(std::unique_ptr<ozADMActionList>& list)
         });
 }
 
-// The kind lists: "None" (only where a value may be left out), then the kinds a value has.
-std::vector<std::string> ozPartPage::KindRows(bool withNone)
-{
-    std::vector<std::string> rows = {"Numeric", "String", "Delete"};
-    if (withNone)
-        rows.insert(rows.begin(), "None");
-    return rows;
-}
-
-int ozPartPage::KindRow(const ozADMValue& value, bool withNone)
-{
-    int offset = withNone ? 1 : 0;
-    switch (value.Type()) {
-        case ozADMValue::ValueNumeric:
-            return offset;
-        case ozADMValue::ValueString:
-            return offset + 1;
-        case ozADMValue::ValueDelete:
-            return offset + 2;
-        default:
-            return withNone ? 0 : 1;
-    }
-}
-
-std::string ozPartPage::ValueText(const ozADMValue& value)
-{
-    if (value.Type() == ozADMValue::ValueNumeric)
-        return std::to_string(static_cast<unsigned long>(value));
-    return value.Type() == ozADMValue::ValueString ? TextOf(static_cast<const char*>(value)) : "";
-}
-
-void ozPartPage::StoreValue(ozADMValue& value, int row, bool withNone, const std::string& text)
-{
-    switch (row - (withNone ? 1 : 0)) {
-        case 0:
-            value.SetNumeric(static_cast<unsigned long>(std::strtoul(text.c_str(), nullptr, 10)));
-            break;
-        case 1:
-            value.SetString(text.c_str());
-            break;
-        case 2:
-            value.SetDelete();
-            break;
-        default:
-            value.SetInit();
-            break;
-    }
-}
-
 bool ozPartPage::KindHasText(int row, bool withNone)
 {
     int kind = row - (withNone ? 1 : 0);

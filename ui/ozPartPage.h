@@ -122,12 +122,6 @@ protected:
     // list into list on OK; an empty list is kept as none.
     void EditActionList(std::unique_ptr<ozADMActionList>& list);
 
-    // The value kinds of a kind list: its rows, and the row of a value and back.
-    static std::vector<std::string> KindRows(bool withNone);
-    static int KindRow(const ozADMValue& value, bool withNone);
-    static std::string ValueText(const ozADMValue& value);
-    // Sets value from the kind row and the text (a number checked before).
-    static void StoreValue(ozADMValue& value, int row, bool withNone, const std::string& text);
     // Whether the kind row of a kind list takes a text (numeric or string).
     static bool KindHasText(int row, bool withNone);
     static bool KindIsNumeric(int row, bool withNone);

@@ -7,6 +7,7 @@
 #include "core/adm/ozADMActionList.h"
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMListBox.h"
+#include "ozEditorFields.h"
 #include "ozPartPage.h"
 
 namespace {
@@ -49,8 +50,8 @@ public:
             const ozADMListItem* item = items.At(pos);
             ItemDraft& draft = *m_items.emplace_back(std::make_unique<ItemDraft>());
             draft.name = item->Name() != nullptr ? item->Name() : "";
-            draft.kindRow = KindRow(item->Value(), false);
-            draft.value = ValueText(item->Value());
+            draft.kindRow = ozValueKindRow(item->Value(), false);
+            draft.value = ozValueKindText(item->Value());
             if (item->ActionList() != nullptr)
                 draft.actions.reset(item->ActionList()->Copy());
         }
@@ -60,7 +61,7 @@ private:
     void InitType(ozForm& form) override
     {
         form.Check(NoSortCheck, m_list.NoSort());
-        form.Rows(ItemKindList, KindRows(false));
+        form.Rows(ItemKindList, ozValueKindRows(false));
         ShowItems(form, -1);
     }
     bool CheckType(ozForm& form) override
@@ -90,7 +91,7 @@ private:
         m_list.ItemList().RemoveAll();
         for (auto& draft : m_items) {
             ozADMValue value;
-            StoreValue(value, draft->kindRow, false, draft->value);
+            ozStoreValueKind(value, draft->kindRow, false, draft->value);
             m_list.AddItem(draft->name.c_str(), value, draft->actions.release());
         }
         m_list.Default(m_default);

@@ -10,6 +10,7 @@
 #include "core/adm/ozADMComboBox.h"
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMNumeric.h"
+#include "ozEditorFields.h"
 #include "ozPartPage.h"
 
 namespace {
@@ -53,10 +54,10 @@ private:
         for (auto [kind, edit, value] :
              {std::tuple{OnKindList, OnValueEdit, &m_box.ValueOn()},
               std::tuple{OffKindList, OffValueEdit, &m_box.ValueOff()}}) {
-            form.Rows(kind, KindRows(true));
-            form.SelectRow(kind, KindRow(*value, true));
-            form.Text(edit, ValueText(*value));
-            form.Enable(edit, KindHasText(KindRow(*value, true), true));
+            form.Rows(kind, ozValueKindRows(true));
+            form.SelectRow(kind, ozValueKindRow(*value, true));
+            form.Text(edit, ozValueKindText(*value));
+            form.Enable(edit, KindHasText(ozValueKindRow(*value, true), true));
         }
     }
     bool CheckType(ozForm& form) override
@@ -72,8 +73,10 @@ private:
     void StoreType(ozForm& form) override
     {
         m_box.Default(form.Checked(DefCheckedCheck));
-        StoreValue(m_box.ValueOn(), form.SelectedRow(OnKindList), true, form.Text(OnValueEdit));
-        StoreValue(m_box.ValueOff(), form.SelectedRow(OffKindList), true, form.Text(OffValueEdit));
+        ozStoreValueKind(m_box.ValueOn(), form.SelectedRow(OnKindList), true,
+                         form.Text(OnValueEdit));
+        ozStoreValueKind(m_box.ValueOff(), form.SelectedRow(OffKindList), true,
+                         form.Text(OffValueEdit));
         m_box.ActionListOn(m_on.release());
         m_box.ActionListOff(m_off.release());
     }

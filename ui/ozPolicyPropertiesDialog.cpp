@@ -41,55 +41,11 @@ ozDialogTemplate BuildLayout()
     };
 }
 
-const char* const KindRows[] = {"None", "Numeric", "String", "Delete"};
-
-ozPolicyPropertiesDialog::ValueKind KindOf(const ozADMValue& value)
-{
-    switch (value.Type()) {
-        case ozADMValue::ValueNumeric:
-            return ozPolicyPropertiesDialog::KindNumeric;
-        case ozADMValue::ValueString:
-            return ozPolicyPropertiesDialog::KindString;
-        case ozADMValue::ValueDelete:
-            return ozPolicyPropertiesDialog::KindDelete;
-        default:
-            return ozPolicyPropertiesDialog::KindNone;
-    }
-}
-
-std::string DataOf(const ozADMValue& value)
-{
-    if (value.Type() == ozADMValue::ValueNumeric)
-        return std::to_string(static_cast<unsigned long>(value));
-    const char* text = value;
-    return text != nullptr ? text : "";
-}
-
 void ShowValue(ozForm& form, int kindList, int edit, const ozADMValue& value)
 {
-    form.Rows(kindList, {std::begin(KindRows), std::end(KindRows)});
-    form.SelectRow(kindList, KindOf(value));
-    form.Text(edit, DataOf(value));
-}
-
-void StoreValue(ozADMValue& value, int kind, const std::string& text)
-{
-    unsigned long number = 0;
-    switch (kind) {
-        case ozPolicyPropertiesDialog::KindNumeric:
-            ozParseWholeNumber(text, number);
-            value.SetNumeric(number);
-            break;
-        case ozPolicyPropertiesDialog::KindString:
-            value.SetString(text.c_str());
-            break;
-        case ozPolicyPropertiesDialog::KindDelete:
-            value.SetDelete();
-            break;
-        default:
-            value.SetInit();
-            break;
-    }
+    form.Rows(kindList, ozValueKindRows(true));
+    form.SelectRow(kindList, ozValueKindRow(value, true));
+    form.Text(edit, ozValueKindText(value));
 }
 
 // What an optional text field stores: an empty field removes the text, except an empty text
@@ -237,8 +193,10 @@ bool ozPolicyPropertiesDialog::Accept(ozForm& form)
     m_policy.RegKey(path.c_str());
     MoveInheritedKeys(m_policy, oldKey, m_policy.RegKey());
     m_policy.Valuename(Stored(m_policy.Valuename(), form.Text(ValueNameEdit)));
-    StoreValue(m_policy.ValueOn(), form.SelectedRow(OnKindList), form.Text(OnValueEdit));
-    StoreValue(m_policy.ValueOff(), form.SelectedRow(OffKindList), form.Text(OffValueEdit));
+    ozStoreValueKind(m_policy.ValueOn(), form.SelectedRow(OnKindList), true,
+                     form.Text(OnValueEdit));
+    ozStoreValueKind(m_policy.ValueOff(), form.SelectedRow(OffKindList), true,
+                     form.Text(OffValueEdit));
     m_policy.ClientExt(Stored(m_policy.ClientExt(), form.Text(ClientExtEdit)));
     std::string explain = ExplainFromEditing(form.Text(ExplainEdit));
     m_policy.Explain(Stored(m_policy.Explain(), explain));
