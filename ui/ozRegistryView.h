@@ -2,7 +2,8 @@
 // data as one tree of keys in the registry tree widget. With both trees shown, each stands
 // under a group item (host texts 82 and 83); with one, its root keys are the top level. Sub
 // keys show by their images whether they are saved, deleted or have their values erased, and
-// whether they come from the template.
+// whether they come from the template. Of the user's actions in the tree the view keeps the
+// expanding and collapsing (in the keys) and the selection; it offers no menu, keys or renaming.
 //
 // Items carry their ozRootKey or ozSubKey as data (group items none); the view holds no item
 // after the trees it shows go (Fill with null empties it).
