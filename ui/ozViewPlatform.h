@@ -38,6 +38,8 @@ public:
     // The policy view's tree and the parts panel beside it.
     virtual ozTreeWidget& PolicyTree() = 0;
     virtual ozPanelWidget& PartsPanel() = 0;
+    // The registry view's key tree.
+    virtual ozTreeWidget& RegistryTree() = 0;
     // Shows menu at the cursor; `chosen` gets the command of the entry the user chooses (not
     // called when the menu is dismissed).
     virtual void PopupMenu(const ozMenu& menu,

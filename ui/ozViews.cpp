@@ -5,7 +5,10 @@
 #include "ozViewPlatform.h"
 
 ozViews::ozViews(ozViewPlatform& platform)
-    : m_platform(platform), m_panel(platform), m_policyView(platform, m_panel)
+    : m_platform(platform),
+      m_panel(platform),
+      m_policyView(platform, m_panel),
+      m_registryView(platform)
 {
 }
 
@@ -17,6 +20,8 @@ void ozViews::Attach(CADMCtrl& control)
     m_policyView.Views(this);
     m_policyView.WithADMEdit(control.WithADMEdit());
     m_policyView.Create();
+    m_registryView.Control(&control);
+    m_registryView.Create();
 }
 
 void ozViews::Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool showMachine)
@@ -24,6 +29,9 @@ void ozViews::Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool s
     // Whichever view is shown, the policy view lets go of a code object that goes.
     if (displayMode == DisplayPolicies || code == nullptr)
         m_policyView.Fill(code, showUser, showMachine);
+    // The registry view keeps no items while another view is shown: the registry trees may
+    // be rebuilt meanwhile (a profile loaded), and it is filled again when shown.
+    m_registryView.Fill(displayMode == DisplayRegistry ? code : nullptr, showUser, showMachine);
     if (m_visibleMode != displayMode && m_visibleMode != -1)
         m_platform.ShowView(m_visibleMode, false);
     m_platform.ShowView(displayMode, true);
@@ -58,7 +66,11 @@ void ozViews::MarkSelection(int displayMode)
         m_policyView.MarkSelection();
 }
 
-void ozViews::StorePendingEdit(int) {}
+void ozViews::StorePendingEdit(int displayMode)
+{
+    if (displayMode == DisplayRegistry && m_visibleMode == DisplayRegistry)
+        m_registryView.MarkSelection();
+}
 
 void ozViews::WithADMEdit(bool withEdit)
 {

@@ -1,5 +1,5 @@
-// The control's views on a platform: the policy view with its parts panel (display mode 0);
-// the registry view (1) and the registry-value grid (2) come with their own widgets. The
+// The control's views on a platform: the policy view with its parts panel (display mode 0),
+// the registry view (1); the registry-value grid (2) comes with its own widgets. The
 // control reaches them through ozControlViews; hosts and tests reach the views themselves to
 // drive them as a user does.
 #pragma once
@@ -7,6 +7,7 @@
 #include "control/ozControlViews.h"
 #include "ozPartsPanel.h"
 #include "ozPolicyView.h"
+#include "ozRegistryView.h"
 
 class CADMCtrl;
 class ozViewPlatform;
@@ -21,6 +22,7 @@ public:
 
     ozPolicyView& PolicyView() { return m_policyView; }
     ozPartsPanel& PartsPanel() { return m_panel; }
+    ozRegistryView& RegistryView() { return m_registryView; }
     // The display mode whose view is visible, or -1 for none.
     int VisibleMode() const { return m_visibleMode; }
 
@@ -47,5 +49,6 @@ private:
     CADMCtrl* m_control = nullptr;
     ozPartsPanel m_panel;
     ozPolicyView m_policyView;
+    ozRegistryView m_registryView;
     int m_visibleMode = -1;
 };

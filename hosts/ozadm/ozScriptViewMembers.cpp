@@ -22,10 +22,19 @@ ozScriptViews& Views(const char* member, ozScriptCall& call)
     return *call.views;
 }
 
-// The item at PATH in the policy view; a path that names no item cannot run.
+// The tree of the visible view: the registry view's in display mode 1, the policy view's
+// otherwise.
+ozHeadlessTree& Tree(const char* member, ozScriptCall& call)
+{
+    ozScriptViews& views = Views(member, call);
+    return views.views.VisibleMode() == DisplayRegistry ? views.platform.RegistryTree()
+                                                        : views.platform.Tree();
+}
+
+// The item at PATH in the visible view's tree; a path that names no item cannot run.
 ozTreeItem Item(const char* member, ozScriptCall& call, const std::string& path)
 {
-    ozTreeItem item = Views(member, call).platform.Tree().Find(path);
+    ozTreeItem item = Tree(member, call).Find(path);
     if (item == ozNoItem)
         throw ozScriptUsageError(std::string(member) + ": the view has no item \"" + path + "\"");
     return item;
@@ -47,7 +56,7 @@ ozScriptMember ItemAction(const char* name, void (ozHeadlessTree::*action)(ozTre
             "Path",
             [name, action](ozScriptCall& call) {
                 ozTreeItem item = Item(name, call, call.arguments[0]);
-                (Views(name, call).platform.Tree().*action)(item);
+                (Tree(name, call).*action)(item);
                 return Result();
             },
             nullptr};
@@ -56,6 +65,8 @@ ozScriptMember ItemAction(const char* name, void (ozHeadlessTree::*action)(ozTre
 Result View(ozScriptCall& call)
 {
     ozScriptViews& views = Views("View", call);
+    if (views.views.VisibleMode() == DisplayRegistry)
+        return Print(call, ozTreeViewLines(views.platform.RegistryTree()));
     if (views.views.VisibleMode() != DisplayPolicies)
         return Result();
     Print(call, ozTreeViewLines(views.platform.Tree()));
@@ -87,7 +98,7 @@ Result Key(ozScriptCall& call)
 {
     ozTreeItem item = Item("Key", call, call.arguments[0]);
     int key = VirtualKey(call.arguments[1]);
-    ozHeadlessTree& tree = Views("Key", call).platform.Tree();
+    ozHeadlessTree& tree = Tree("Key", call);
     if (!tree.SelectByUser(item)) {
         call.note = "the selection did not move to \"" + call.arguments[0] + "\"";
         return Result::Bool(false);
@@ -100,7 +111,7 @@ Result Edit(ozScriptCall& call)
 {
     ozTreeItem item = Item("Edit", call, call.arguments[0]);
     ozScriptViews& views = Views("Edit", call);
-    if (!views.platform.Tree().SelectByUser(item)) {
+    if (!Tree("Edit", call).SelectByUser(item)) {
         call.note = "the selection did not move to \"" + call.arguments[0] + "\"";
         return Result::Bool(false);
     }
@@ -116,7 +127,7 @@ Result Menu(ozScriptCall& call)
     ozTreeItem item = Item("Menu", call, call.arguments[0]);
     ozScriptViews& views = Views("Menu", call);
     views.platform.DismissMenu();
-    views.platform.Tree().RightClick(item);
+    Tree("Menu", call).RightClick(item);
     if (const ozMenu* menu = views.platform.OpenMenu())
         Print(call, ozMenuLines(*menu));
     return Result();
@@ -223,21 +234,20 @@ void ozAddViewMembers(std::vector<ozScriptMember>& members)
     members.push_back({"Select", false, 1, "Path",
                        [](ozScriptCall& call) {
                            ozTreeItem item = Item("Select", call, call.arguments[0]);
-                           return Result::Bool(
-                               Views("Select", call).platform.Tree().SelectByUser(item));
+                           return Result::Bool(Tree("Select", call).SelectByUser(item));
                        },
                        nullptr});
     members.push_back({"Expand", false, 1, "Path",
                        [](ozScriptCall& call) {
                            ozTreeItem item = Item("Expand", call, call.arguments[0]);
-                           Views("Expand", call).platform.Tree().ExpandByUser(item, true);
+                           Tree("Expand", call).ExpandByUser(item, true);
                            return Result();
                        },
                        nullptr});
     members.push_back({"Collapse", false, 1, "Path",
                        [](ozScriptCall& call) {
                            ozTreeItem item = Item("Collapse", call, call.arguments[0]);
-                           Views("Collapse", call).platform.Tree().ExpandByUser(item, false);
+                           Tree("Collapse", call).ExpandByUser(item, false);
                            return Result();
                        },
                        nullptr});
@@ -252,17 +262,15 @@ void ozAddViewMembers(std::vector<ozScriptMember>& members)
          "Cancel]",
          Dialog, nullptr});
     members.push_back({"Answer", false, 1, "yes|no", Answer, nullptr});
-    members.push_back(
-        {"EndLabelEdit", false, 1, "Text",
-         [](ozScriptCall& call) {
-             return Result::Bool(
-                 Views("EndLabelEdit", call).platform.Tree().EndLabelEdit(call.arguments[0]));
-         },
-         nullptr});
-    members.push_back({"CancelLabelEdit", false, 0, "",
+    members.push_back({"EndLabelEdit", false, 1, "Text",
                        [](ozScriptCall& call) {
                            return Result::Bool(
-                               Views("CancelLabelEdit", call).platform.Tree().CancelLabelEdit());
+                               Tree("EndLabelEdit", call).EndLabelEdit(call.arguments[0]));
+                       },
+                       nullptr});
+    members.push_back({"CancelLabelEdit", false, 0, "",
+                       [](ozScriptCall& call) {
+                           return Result::Bool(Tree("CancelLabelEdit", call).CancelLabelEdit());
                        },
                        nullptr});
 }

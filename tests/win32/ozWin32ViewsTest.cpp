@@ -2,9 +2,9 @@
 // mouse and keys drive them, with the model checked afterwards: state cycling by clicks on a
 // policy's icon, a selection refused while a part's value does not fit, the parts panel's
 // editors stored by SaveSelState, the context menu's action list editor, the list box dialog.
-// The legend without its images (ShowLegend) and with them. Also reports how long filling the tree
-// from a large template takes, and, when OZ_SCREENSHOT_DIR is set, saves pictures of the policy
-// view and the two dialogs there.
+// The legend without its images (ShowLegend) and with them. The registry view's key tree. Also
+// reports how long filling the tree from a large template takes, and, when OZ_SCREENSHOT_DIR is
+// set, saves pictures of the policy view, the registry view and the dialogs there.
 //
 // Menus and dialogs are modal: a thread timer, dispatched by their message loops, plays the
 // user's part in them.
@@ -26,6 +26,7 @@
 #include "control/CADMCtrl.h"
 #include "core/adm/ozADMActionList.h"
 #include "core/adm/ozADMPolicy.h"
+#include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozSubKey.h"
 #include "ozControlWindows.h"
@@ -33,12 +34,14 @@
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
 #include "ui/ozActionListDialog.h"
+#include "ui/ozImages.h"
 #include "ui/ozLegendDialog.h"
 #include "ui/ozListBoxDialog.h"
 #include "ui/ozPartPage.h"
 #include "ui/ozPartsDialog.h"
 #include "ui/ozPolicyPropertiesDialog.h"
 #include "ui/ozPolicyView.h"
+#include "ui/ozRegistryView.h"
 #include "ui/ozViews.h"
 #include "ui/win32/ozWin32Platform.h"
 
@@ -249,10 +252,11 @@ protected:
 
     HWND Tree() { return platform.Tree().Window(); }
     HWND Panel() { return platform.Panel().Window(); }
-    // The item at a path of texts ("MACHINE\Network\Proxy server").
-    ozTreeItem Item(const std::string& path)
+    // The item at a path of texts ("MACHINE\Network\Proxy server") in the policy tree, or in
+    // the tree given.
+    ozTreeItem Item(const std::string& path) { return Item(platform.Tree(), path); }
+    ozTreeItem Item(ozWin32Tree& tree, const std::string& path)
     {
-        ozWin32Tree& tree = platform.Tree();
         ozTreeItem item = tree.Root();
         std::string::size_type start = 0;
         for (;;) {
@@ -651,4 +655,42 @@ TEST_F(Win32ViewsTest, TheLegendOpensWithoutAndWithItsImages)
                            [&](ozDialog&, bool ok) { accepted = ok; });
     });
     EXPECT_TRUE(accepted);
+}
+
+TEST_F(Win32ViewsTest, TheRegistryViewFillsItsOwnTreeSortedAndInTime)
+{
+    control.AddString(HostTextUserKeys, "User configuration");
+    control.AddString(HostTextMachineKeys, "Machine configuration");
+    ozRegTree& machine = control.Code()->tree->MacTree();
+    char path[64];
+    for (int parent = 999; parent >= 0; --parent)
+        for (int child = 99; child >= 0; --child) {
+            std::snprintf(path, sizeof path, "Software\\Bulk\\Key %03d\\Sub %02d", parent, child);
+            machine.FindKey(HKEY_LOCAL_MACHINE, path)->FindValue("Value");
+        }
+    control.DisplayMode(DisplayRegistry);
+    const auto start = std::chrono::steady_clock::now();
+    control.Refresh();
+    const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now() - start);
+    ozWin32Tree& keys = platform.RegistryTree();
+    std::printf("filling the registry view: %u items in %lld ms\n",
+                TreeView_GetCount(keys.Window()), static_cast<long long>(elapsed.count()));
+    Pump();
+    EXPECT_TRUE(IsWindowVisible(keys.Window()));
+    EXPECT_FALSE(IsWindowVisible(Tree()));
+    EXPECT_EQ(keys.Text(keys.Root()), "Machine configuration");
+    ozTreeItem bulk = Item(keys, "Machine configuration\\HKEY_LOCAL_MACHINE\\Software\\Bulk");
+    ASSERT_NE(bulk, ozNoItem);
+    EXPECT_EQ(keys.Text(keys.FirstChild(bulk)), "Key 000");
+    EXPECT_EQ(keys.Image(keys.FirstChild(bulk)), RegKeyImageNotSaved);
+    ozTreeItem style =
+        Item(keys, "User configuration\\HKEY_CURRENT_USER\\Software\\Policies\\ozADM\\Desktop");
+    ASSERT_NE(style, ozNoItem);
+    EXPECT_EQ(keys.Image(style), RegKeyImageTemplateNotSaved);
+    TreeView_Expand(keys.Window(), reinterpret_cast<HTREEITEM>(keys.Parent(style)), TVE_EXPAND);
+    TreeView_EnsureVisible(keys.Window(), reinterpret_cast<HTREEITEM>(style));
+    keys.Select(style);
+    Pump();
+    Screenshot(host, "registry-view");
 }

@@ -1,6 +1,6 @@
-// The views' platform in memory: a headless policy tree and parts panel, the last popup menu
-// waiting for a choice, and the open dialogs (the last one opened on top) waiting to be
-// ended. Message boxes go to the host user interface given.
+// The views' platform in memory: a headless policy tree, parts panel and registry key tree,
+// the last popup menu waiting for a choice, and the open dialogs (the last one opened on top)
+// waiting to be ended. Message boxes go to the host user interface given.
 #pragma once
 
 #include <functional>
@@ -16,6 +16,7 @@ public:
     explicit ozHeadlessPlatform(ozHostUI& ui);
     ~ozHeadlessPlatform() override;
 
+    // The policy view's tree.
     ozHeadlessTree& Tree() { return m_tree; }
     ozHeadlessForm& Panel() { return m_panel; }
     // Whether the window of a display mode is shown.
@@ -44,6 +45,7 @@ public:
     void ShowView(int displayMode, bool visible) override;
     ozTreeWidget& PolicyTree() override { return m_tree; }
     ozPanelWidget& PartsPanel() override { return m_panel; }
+    ozHeadlessTree& RegistryTree() override { return m_registryTree; }
     void PopupMenu(const ozMenu& menu, std::function<void(unsigned int command)> chosen) override;
     void RunDialog(std::unique_ptr<ozDialog> dialog,
                    std::function<void(ozDialog& dialog, bool accepted)> ended) override;
@@ -54,6 +56,7 @@ private:
     ozHostUI& m_ui;
     ozHeadlessTree m_tree;
     ozHeadlessForm m_panel;
+    ozHeadlessTree m_registryTree;
     bool m_shown[3] = {false, false, false};
     ozMenu m_menu;
     bool m_menuOpen = false;

@@ -7,6 +7,8 @@ ozWin32Platform::~ozWin32Platform()
 {
     if (m_views[0] != nullptr)
         RemoveWindowSubclass(m_views[0], PolicyViewSubclass, 0);
+    if (m_views[1] != nullptr)
+        RemoveWindowSubclass(m_views[1], RegistryViewSubclass, 0);
 }
 
 bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HINSTANCE instance)
@@ -17,7 +19,14 @@ bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HIN
     m_instance = instance;
     if (!m_tree.Create(views[0], PolicyTreeId, instance))
         return false;
+    if (!m_registryTree.Create(views[1], RegistryTreeId, instance)) {
+        DestroyWindow(m_tree.Window());
+        m_tree.Forget();
+        return false;
+    }
     if (!m_panel.Create(views[0], instance)) {
+        DestroyWindow(m_registryTree.Window());
+        m_registryTree.Forget();
         DestroyWindow(m_tree.Window());
         m_tree.Forget();
         return false;
@@ -25,6 +34,7 @@ bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HIN
     m_control = control;
     m_views = views;
     SetWindowSubclass(views[0], PolicyViewSubclass, 0, reinterpret_cast<DWORD_PTR>(this));
+    SetWindowSubclass(views[1], RegistryViewSubclass, 0, reinterpret_cast<DWORD_PTR>(this));
     Layout();
     return true;
 }
@@ -34,6 +44,7 @@ void ozWin32Platform::Forget()
     m_control = nullptr;
     m_views = {};
     m_tree.Forget();
+    m_registryTree.Forget();
 }
 
 void ozWin32Platform::UnregisterClasses(HINSTANCE instance)
@@ -50,6 +61,8 @@ void ozWin32Platform::Layout()
     const int treeWidth = MulDiv(area.right, TreeShare, 100);
     MoveWindow(m_tree.Window(), 0, 0, treeWidth, area.bottom, TRUE);
     MoveWindow(m_panel.Window(), treeWidth, 0, area.right - treeWidth, area.bottom, TRUE);
+    GetClientRect(m_views[1], &area);
+    MoveWindow(m_registryTree.Window(), 0, 0, area.right, area.bottom, TRUE);
 }
 
 void ozWin32Platform::ShowView(int displayMode, bool visible)
@@ -65,7 +78,7 @@ void ozWin32Platform::ShowView(int displayMode, bool visible)
             SetFocus(m_control);
     }
     ShowWindow(view, visible ? SW_SHOW : SW_HIDE);
-    if (visible && displayMode == 0)
+    if (visible && displayMode != 2)
         Layout();
 }
 
@@ -114,6 +127,35 @@ LRESULT CALLBACK ozWin32Platform::PolicyViewSubclass(HWND window, UINT message, 
         case WM_NCDESTROY:
             RemoveWindowSubclass(window, PolicyViewSubclass, 0);
             platform->Forget();
+            break;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK ozWin32Platform::RegistryViewSubclass(HWND window, UINT message, WPARAM wParam,
+                                                       LPARAM lParam, UINT_PTR, DWORD_PTR self)
+{
+    auto* platform = reinterpret_cast<ozWin32Platform*>(self);
+    switch (message) {
+        case WM_SIZE:
+            platform->Layout();
+            break;
+        case WM_SETFOCUS:
+            // The view's focus is its key tree's.
+            if (platform->m_registryTree.Window() != nullptr) {
+                SetFocus(platform->m_registryTree.Window());
+                return 0;
+            }
+            break;
+        case WM_NOTIFY: {
+            LRESULT result = 0;
+            if (platform->m_registryTree.Notify(*reinterpret_cast<const NMHDR*>(lParam), result))
+                return result;
+            break;
+        }
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(window, RegistryViewSubclass, 0);
+            platform->m_registryTree.Forget();
             break;
     }
     return DefSubclassProc(window, message, wParam, lParam);

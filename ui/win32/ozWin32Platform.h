@@ -1,8 +1,9 @@
 // The views' platform on Windows: the policy tree (left, 55 %) and the parts panel (right,
-// 45 %) inside the policy view's window, popup menus tracked at the cursor, dialogs run
-// modally over the control's window, and the host's message boxes. The view windows of the
-// three display modes are the control's (it creates and places them); the platform puts the
-// tree and the panel into the first, forwards its notifications and shows and hides them.
+// 45 %) inside the policy view's window, the key tree filling the registry view's window,
+// popup menus tracked at the cursor, dialogs run modally over the control's window, and the
+// host's message boxes. The view windows of the three display modes are the control's (it
+// creates and places them); the platform puts the widgets into the first two, forwards their
+// notifications and shows and hides them.
 //
 // The object exists before the windows: until Attach and after the windows go, the widgets
 // do nothing and no view is visible, so that the control can hold it from construction.
@@ -20,6 +21,8 @@ class ozWin32Platform final : public ozViewPlatform {
 public:
     // The control number of the policy tree in the policy view's window.
     static constexpr int PolicyTreeId = 100;
+    // The control number of the key tree in the registry view's window.
+    static constexpr int RegistryTreeId = 101;
     // The share of the policy view's width the tree takes, in percent.
     static constexpr int TreeShare = 55;
 
@@ -31,17 +34,20 @@ public:
 
     // The control's window and its views (display modes 0 to 2), which must exist; instance is
     // the module with the bitmaps and window classes. Creates the tree and the panel in the
-    // policy view; false, with nothing created, when they cannot be created.
+    // policy view and the key tree in the registry view; false, with nothing created, when they
+    // cannot be created.
     bool Attach(HWND control, const std::array<HWND, 3>& views, HINSTANCE instance);
     // The windows went.
     void Forget();
-    // Places the tree and the panel in the policy view (after it was resized).
+    // Places the tree and the panel in the policy view and the key tree in the registry view
+    // (after they were resized).
     void Layout();
     // Removes the window classes; a module about to be unloaded calls this.
     static void UnregisterClasses(HINSTANCE instance);
 
     ozWin32Tree& Tree() { return m_tree; }
     ozWin32Panel& Panel() { return m_panel; }
+    ozWin32Tree& RegistryTree() override { return m_registryTree; }
 
     // ozViewPlatform
     ozHostUI& UI() override { return m_ui; }
@@ -55,6 +61,8 @@ public:
 private:
     static LRESULT CALLBACK PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
                                                LPARAM lParam, UINT_PTR id, DWORD_PTR self);
+    static LRESULT CALLBACK RegistryViewSubclass(HWND window, UINT message, WPARAM wParam,
+                                                 LPARAM lParam, UINT_PTR id, DWORD_PTR self);
 
     ozHostUI& m_ui;
     HWND m_control = nullptr;
@@ -62,4 +70,5 @@ private:
     HINSTANCE m_instance = nullptr;
     ozWin32Tree m_tree;
     ozWin32Panel m_panel;
+    ozWin32Tree m_registryTree;
 };
