@@ -86,9 +86,14 @@ void ozRegistryView::Fill(tTreeCodeHandle* code, bool showUser, bool showMachine
 {
     ozTreeWidget& tree = m_platform.RegistryTree();
     m_code = code;
+    m_filling = true;
     tree.DeleteAll();
-    if (code == nullptr || code->tree == nullptr)
+    if (m_keysCleared)
+        m_keysCleared();
+    if (code == nullptr || code->tree == nullptr) {
+        m_filling = false;
         return;
+    }
     struct Group {
         unsigned short text;
         int image;
@@ -116,10 +121,17 @@ void ozRegistryView::Fill(tTreeCodeHandle* code, bool showUser, bool showMachine
             if (group.shown)
                 AppendChildren(ozNoItem, group.keys, marked);
     }
+    m_filling = false;
     if (marked != ozNoItem) {
         Reveal(marked);
         tree.Select(marked);
     }
+}
+
+void ozRegistryView::SelectionChanged(ozTreeItem item)
+{
+    if (!m_filling && m_keySelected)
+        m_keySelected(Key(item));
 }
 
 void ozRegistryView::AppendChildren(ozTreeItem parent, const ozTreeNode& above, ozTreeItem& marked)

@@ -9,6 +9,9 @@
 // after the trees it shows go (Fill with null empties it).
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "ozTreeWidget.h"
 
 class CADMCtrl;
@@ -42,12 +45,25 @@ public:
     // The key of the selected item: null for a group item or no selection.
     ozRegKey* SelectedKey() const;
 
+    // Who shows the values of the selected key (the value list beside the tree): keySelected
+    // gets the key of every item the user, or Fill's reselection, selects (its ozRootKey or
+    // ozSubKey; null for a group item); keysCleared is called when Fill empties the tree, so
+    // that nothing keeps a key that may go. The selections made while filling are not reported.
+    void OnKeySelected(std::function<void(ozRegKey* key)> keySelected)
+    {
+        m_keySelected = std::move(keySelected);
+    }
+    void OnKeysCleared(std::function<void()> keysCleared)
+    {
+        m_keysCleared = std::move(keysCleared);
+    }
+
     // ozTreeEvents
     void ItemExpanding(ozTreeItem item, bool expanding) override;
     void IconPressed(ozTreeItem) override {}
     void IconReleased(ozTreeItem) override {}
     bool SelectionChanging(ozTreeItem, ozTreeItem) override { return true; }
-    void SelectionChanged(ozTreeItem) override {}
+    void SelectionChanged(ozTreeItem item) override;
     void RightClicked(ozTreeItem) override {}
     void DoubleClicked(ozTreeItem) override {}
     void KeyPressed(int) override {}
@@ -65,4 +81,8 @@ private:
     ozViewPlatform& m_platform;
     CADMCtrl* m_control = nullptr;
     tTreeCodeHandle* m_code = nullptr;
+    // Set while Fill rebuilds the tree: its selection events are not the user's.
+    bool m_filling = false;
+    std::function<void(ozRegKey*)> m_keySelected;
+    std::function<void()> m_keysCleared;
 };
