@@ -6,6 +6,7 @@
 #include "control/ozPolicyEdit.h"
 #include "core/adm/ozADMPolicy.h"
 #include "ozPartEditor.h"
+#include "ozValueEditor.h"
 #include "ozViewPlatform.h"
 #include "platform/ozAsciiCase.h"
 
@@ -14,6 +15,8 @@ namespace {
 // Control numbers: each editor owns ten from 1000 + 10 * its part's position on.
 constexpr int FirstEditorId = 1000;
 constexpr int IdsPerEditor = 10;
+// The value editor's controls.
+constexpr int ValueEditorId = 900;
 
 }  // namespace
 
@@ -52,8 +55,32 @@ void ozPartsPanel::StateChanged()
         editor->Enable(m_platform.PartsPanel(), enabled);
 }
 
+void ozPartsPanel::ShowValue(ozRegValue* value)
+{
+    Clear();
+    if (value == nullptr)
+        return;
+    m_valueEditor = std::make_unique<ozValueEditor>(*value, m_control, m_platform, ValueEditorId);
+    m_valueEditor->OnChanged([this](ozRegValue& changed) {
+        if (m_valueChanged)
+            m_valueChanged(changed);
+    });
+    std::vector<ozControlSpec> controls;
+    m_valueEditor->Describe(controls);
+    ozPanelWidget& form = m_platform.PartsPanel();
+    form.Build(controls, this);
+    m_valueEditor->Load(form);
+}
+
+ozRegValue* ozPartsPanel::Value() const
+{
+    return m_valueEditor != nullptr ? &m_valueEditor->Value() : nullptr;
+}
+
 bool ozPartsPanel::Commit()
 {
+    if (m_valueEditor != nullptr)
+        return m_valueEditor->Commit(m_platform.PartsPanel());
     if (m_policy == nullptr || m_policy->State() != PolicyEnabled)
         return true;
     ozPanelWidget& form = m_platform.PartsPanel();
@@ -86,6 +113,7 @@ void ozPartsPanel::Clear()
 {
     m_policy = nullptr;
     m_editors.clear();
+    m_valueEditor.reset();
     m_platform.PartsPanel().Clear();
 }
 
@@ -93,6 +121,9 @@ std::vector<ozPartsPanel::EditorView> ozPartsPanel::Editors() const
 {
     std::vector<EditorView> views;
     const ozPanelWidget& form = m_platform.PartsPanel();
+    if (m_valueEditor != nullptr)
+        for (const ozValueEditor::FieldView& field : m_valueEditor->Fields(form))
+            views.push_back({field.kind, field.label, field.enabled, field.text});
     for (const auto& editor : m_editors)
         views.push_back({ozPartTypeName(editor->Part()), editor->Label(), editor->Enabled(form),
                          editor->Text(form)});
@@ -102,6 +133,8 @@ std::vector<ozPartsPanel::EditorView> ozPartsPanel::Editors() const
 bool ozPartsPanel::Type(const std::string& partName, const std::string& text)
 {
     ozPanelWidget& form = m_platform.PartsPanel();
+    if (m_valueEditor != nullptr)
+        return m_valueEditor->Type(form, partName, text);
     for (const auto& editor : m_editors)
         if (ozAsciiSameIgnoringCase(editor->Label(), partName))
             return editor->Enabled(form) && editor->Type(form, text);
@@ -110,6 +143,10 @@ bool ozPartsPanel::Type(const std::string& partName, const std::string& text)
 
 void ozPartsPanel::Command(ozForm& form, int id, ozFormEvent event)
 {
+    if (m_valueEditor != nullptr) {
+        m_valueEditor->Command(form, id, event);
+        return;
+    }
     for (const auto& editor : m_editors)
         if (editor->Owns(id)) {
             editor->Command(form, id, event, m_platform);

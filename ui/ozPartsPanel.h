@@ -10,8 +10,12 @@
 // a drop-down list of the items (sorted unless NOSORT); for a list box a "Show..." button that
 // opens the list's dialog (entries, with their value names in a second column when the part
 // has EXPLICITVALUE, Add and Remove).
+//
+// In the registry view the panel shows instead the editor of one registry value (ozValueEditor),
+// which takes each field over as the user leaves it.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,6 +26,8 @@ class CADMCtrl;
 class ozADMPolicy;
 class ozViewPlatform;
 class ozPartEditor;
+class ozRegValue;
+class ozValueEditor;
 
 // Host message numbers the panel shows.
 enum : unsigned short {
@@ -52,8 +58,18 @@ public:
     // gives false, leaving the editor as the user typed it. Values the user did not change are
     // not stored again; a policy that is not enabled stores nothing. True without a policy.
     bool Commit();
-    // Forgets the policy and removes the editors.
+    // Forgets the policy (or the value) and removes the editors.
     void Clear();
+
+    // Shows the editor of value (null: none) instead of a policy's parts. The value is not
+    // owned and must outlive the panel's showing it (Clear before its key goes).
+    void ShowValue(ozRegValue* value);
+    ozRegValue* Value() const;
+    // Called with the value after every change the value editor stores.
+    void OnValueChanged(std::function<void(ozRegValue& value)> changed)
+    {
+        m_valueChanged = std::move(changed);
+    }
 
     // What a user sees of each editor, in the order of the parts: the part type's name
     // (CHECKBOX ... LISTBOX), the label, whether it is enabled, and the value in the part value
@@ -67,9 +83,11 @@ public:
     std::vector<EditorView> Editors() const;
     // Types text (the part value text form) into the editor of the part named partName
     // (without regard to case), as a user does with keyboard and mouse; nothing is stored
-    // until Commit. False when no editor has that name, it is disabled, or no user could enter
-    // the text there (a drop-down list without that item, a check box given neither TRUE nor
-    // FALSE, a TEXT part). A text is kept as typed, even beyond MAXLEN: Commit refuses it.
+    // until Commit. For a value, partName is the label of a field of its editor, and text is
+    // what the field shows (a drop-down's row). False when no editor has that name, it is disabled,
+    // or no user could enter the text there (a drop-down list without that item, a check box given
+    // neither TRUE nor FALSE, a TEXT part). A text is kept as typed, even beyond MAXLEN: Commit
+    // refuses it.
     bool Type(const std::string& partName, const std::string& text);
 
 private:
@@ -79,4 +97,6 @@ private:
     CADMCtrl* m_control = nullptr;
     ozADMPolicy* m_policy = nullptr;
     std::vector<std::unique_ptr<ozPartEditor>> m_editors;
+    std::unique_ptr<ozValueEditor> m_valueEditor;
+    std::function<void(ozRegValue&)> m_valueChanged;
 };

@@ -1,6 +1,7 @@
 #include "ozViews.h"
 
 #include "control/CADMCtrl.h"
+#include "core/registry/ozRegKey.h"
 #include "ozLegendDialog.h"
 #include "ozViewPlatform.h"
 
@@ -8,7 +9,8 @@ ozViews::ozViews(ozViewPlatform& platform)
     : m_platform(platform),
       m_panel(platform),
       m_policyView(platform, m_panel),
-      m_registryView(platform)
+      m_registryView(platform),
+      m_valueList(platform, m_panel)
 {
 }
 
@@ -22,6 +24,20 @@ void ozViews::Attach(CADMCtrl& control)
     m_policyView.Create();
     m_registryView.Control(&control);
     m_registryView.Create();
+    // The value list beside the key tree: a new selection empties the parts panel and shows a
+    // sub key's values; a root key or group item keeps the list as it is.
+    m_valueList.Control(&control);
+    m_valueList.Create();
+    m_registryView.OnKeySelected([this](ozRegKey* key) {
+        m_panel.Clear();
+        if (key != nullptr && key->Type() == KeySub)
+            m_valueList.ShowKey(key);
+    });
+    m_registryView.OnKeysCleared([this] {
+        if (m_panel.Value() != nullptr)
+            m_panel.Clear();
+        m_valueList.ShowKey(nullptr);
+    });
 }
 
 void ozViews::Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool showMachine)

@@ -7,6 +7,7 @@
 #include "control/ozControlViews.h"
 #include "ozPartsPanel.h"
 #include "ozPolicyView.h"
+#include "ozRegistryValueList.h"
 #include "ozRegistryView.h"
 
 class CADMCtrl;
@@ -23,6 +24,7 @@ public:
     ozPolicyView& PolicyView() { return m_policyView; }
     ozPartsPanel& PartsPanel() { return m_panel; }
     ozRegistryView& RegistryView() { return m_registryView; }
+    ozRegistryValueList& ValueList() { return m_valueList; }
     // The display mode whose view is visible, or -1 for none.
     int VisibleMode() const { return m_visibleMode; }
 
@@ -50,5 +52,6 @@ private:
     ozPartsPanel m_panel;
     ozPolicyView m_policyView;
     ozRegistryView m_registryView;
+    ozRegistryValueList m_valueList;
     int m_visibleMode = -1;
 };

@@ -65,8 +65,11 @@ ozScriptMember ItemAction(const char* name, void (ozHeadlessTree::*action)(ozTre
 Result View(ozScriptCall& call)
 {
     ozScriptViews& views = Views("View", call);
-    if (views.views.VisibleMode() == DisplayRegistry)
-        return Print(call, ozTreeViewLines(views.platform.RegistryTree()));
+    if (views.views.VisibleMode() == DisplayRegistry) {
+        Print(call, ozTreeViewLines(views.platform.RegistryTree()));
+        Print(call, ozValueListLines(views.platform.RegistryValues()));
+        return Print(call, ozPartsPanelLines(views.views.PartsPanel()));
+    }
     if (views.views.VisibleMode() != DisplayPolicies)
         return Result();
     Print(call, ozTreeViewLines(views.platform.Tree()));
@@ -223,6 +226,56 @@ Result Answer(ozScriptCall& call)
     return Result();
 }
 
+// The registry view's value list; its calls need the registry view shown.
+ozHeadlessList& Values(const char* member, ozScriptCall& call)
+{
+    ozScriptViews& views = Views(member, call);
+    if (views.views.VisibleMode() != DisplayRegistry)
+        throw ozScriptUsageError(std::string(member) + ": the registry view is not shown");
+    return views.platform.RegistryValues();
+}
+
+// The row named NAME ("(Default)" for the empty name); a name no row shows cannot run.
+int ValueRow(const char* member, ozScriptCall& call, const std::string& name)
+{
+    int row = Values(member, call).Find(name);
+    if (row < 0)
+        throw ozScriptUsageError(std::string(member) + ": the value list has no row \"" + name +
+                                 "\"");
+    return row;
+}
+
+Result SelectValue(ozScriptCall& call)
+{
+    int row = ValueRow("SelectValue", call, call.arguments[0]);
+    Values("SelectValue", call).SelectByUser(row);
+    return Result();
+}
+
+Result ValueMenu(ozScriptCall& call)
+{
+    if (call.arguments.size() > 1)
+        throw ozScriptUsageError("ValueMenu takes at most one argument, the value's name");
+    int row = call.arguments.empty() ? -1 : ValueRow("ValueMenu", call, call.arguments[0]);
+    ozHeadlessPlatform& platform = Views("ValueMenu", call).platform;
+    platform.DismissMenu();
+    Values("ValueMenu", call).RightClick(row);
+    if (const ozMenu* menu = platform.OpenMenu())
+        Print(call, ozMenuLines(*menu));
+    return Result();
+}
+
+// The key goes to the list with the row selected, as a list takes keys for its selection.
+Result ValueKey(ozScriptCall& call)
+{
+    int row = ValueRow("ValueKey", call, call.arguments[0]);
+    int key = VirtualKey(call.arguments[1]);
+    ozHeadlessList& list = Values("ValueKey", call);
+    list.SelectByUser(row);
+    list.Key(key);
+    return Result();
+}
+
 }  // namespace
 
 void ozAddViewMembers(std::vector<ozScriptMember>& members)
@@ -262,6 +315,9 @@ void ozAddViewMembers(std::vector<ozScriptMember>& members)
          "Cancel]",
          Dialog, nullptr});
     members.push_back({"Answer", false, 1, "yes|no", Answer, nullptr});
+    members.push_back({"SelectValue", false, 1, "Name", SelectValue, nullptr});
+    members.push_back({"ValueMenu", false, AnyArgumentCount, "[Name]", ValueMenu, nullptr});
+    members.push_back({"ValueKey", false, 2, "Name Key", ValueKey, nullptr});
     members.push_back({"EndLabelEdit", false, 1, "Text",
                        [](ozScriptCall& call) {
                            return Result::Bool(

@@ -2,6 +2,7 @@
 
 #include "ozScriptLine.h"
 #include "ui/headless/ozHeadlessForm.h"
+#include "ui/headless/ozHeadlessList.h"
 #include "ui/headless/ozHeadlessTree.h"
 #include "ui/ozMenu.h"
 #include "ui/ozPartsPanel.h"
@@ -91,6 +92,17 @@ std::vector<std::string> ozTreeViewLines(const ozHeadlessTree& tree)
 {
     std::vector<std::string> lines;
     AddItemLines(tree, tree.Root(), "", lines);
+    return lines;
+}
+
+std::vector<std::string> ozValueListLines(const ozHeadlessList& list)
+{
+    std::vector<std::string> lines;
+    for (int row = 0; row < list.Count(); ++row)
+        lines.push_back("VALUE " + ozQuoteScriptText(list.Text(row, 0)) +
+                        " image=" + std::to_string(list.Image(row)) + " " +
+                        ozQuoteScriptText(list.Text(row, 1)) +
+                        (list.Selection() == row ? " selected" : ""));
     return lines;
 }
 

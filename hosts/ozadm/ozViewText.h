@@ -6,6 +6,7 @@
 #include <vector>
 
 class ozHeadlessForm;
+class ozHeadlessList;
 class ozHeadlessTree;
 class ozPartsPanel;
 struct ozMenu;
@@ -13,6 +14,9 @@ struct ozMenu;
 // One line per item in display order, indented by two blanks per depth:
 // ITEM "text" image=N[ selimage=M][ expanded][ selected]
 std::vector<std::string> ozTreeViewLines(const ozHeadlessTree& tree);
+// One line per row of the registry view's value list, in list order:
+// VALUE "name" image=N "data"[ selected]
+std::vector<std::string> ozValueListLines(const ozHeadlessList& list);
 // One line per editor of the panel: EDITOR TYPE "label" enabled|disabled = "value"
 std::vector<std::string> ozPartsPanelLines(const ozPartsPanel& panel);
 // MENU "entry" enabled|disabled|greyed, MENU - for a separator, submenu entries indented.

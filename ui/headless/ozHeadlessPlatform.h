@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ozHeadlessForm.h"
+#include "ozHeadlessList.h"
 #include "ozHeadlessTree.h"
 #include "ui/ozViewPlatform.h"
 
@@ -46,6 +47,7 @@ public:
     ozTreeWidget& PolicyTree() override { return m_tree; }
     ozPanelWidget& PartsPanel() override { return m_panel; }
     ozHeadlessTree& RegistryTree() override { return m_registryTree; }
+    ozHeadlessList& RegistryValues() override { return m_registryValues; }
     void PopupMenu(const ozMenu& menu, std::function<void(unsigned int command)> chosen) override;
     void RunDialog(std::unique_ptr<ozDialog> dialog,
                    std::function<void(ozDialog& dialog, bool accepted)> ended) override;
@@ -57,6 +59,7 @@ private:
     ozHeadlessTree m_tree;
     ozHeadlessForm m_panel;
     ozHeadlessTree m_registryTree;
+    ozHeadlessList m_registryValues;
     bool m_shown[3] = {false, false, false};
     ozMenu m_menu;
     bool m_menuOpen = false;

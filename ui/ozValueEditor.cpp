@@ -1,0 +1,540 @@
+#include "ozValueEditor.h"
+
+#include <cctype>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <iterator>
+
+#include "control/CADMCtrl.h"
+#include "control/ozApplication.h"
+#include "control/ozMessageFormat.h"
+#include "control/ozPolicyEdit.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "ozPartsPanel.h"
+#include "ozViewPlatform.h"
+#include "platform/ozAsciiCase.h"
+
+namespace {
+
+// The 64-bit number type, which the value's text form treats as bytes.
+constexpr unsigned long RegQword = 11;
+
+// Host texts naming the item types r, m, f, a and the operations I, D, L, A, R, C.
+constexpr unsigned short HostTextFirstItemType = 36;
+constexpr unsigned short HostTextFirstOperation = 40;
+constexpr int ItemTypes[] = {RitR, RitM, RitF, RitA};
+constexpr int Operations[] = {OpInsert, OpDelete, OpCodeL, OpAppend, OpCodeR, OpChange};
+
+const struct {
+    unsigned long type;
+    const char* name;
+} TypeNames[] = {
+    {RegSz, "REG_SZ"},
+    {RegExpandSz, "REG_EXPAND_SZ"},
+    {RegMultiSz, "REG_MULTI_SZ"},
+    {RegDword, "REG_DWORD"},
+    {RegQword, "REG_QWORD"},
+    {RegBinary, "REG_BINARY"},
+    {RegDwordBigEndian, "REG_DWORD_BIG_ENDIAN"},
+    {RegNone, "REG_NONE"},
+};
+
+const char* const FormatRows[] = {"Hexadecimal", "Decimal"};
+
+std::string TypeName(unsigned long type)
+{
+    for (const auto& known : TypeNames)
+        if (known.type == type)
+            return known.name;
+    return "TYPE " + std::to_string(type);
+}
+
+bool IsText(unsigned long type)
+{
+    return type == RegSz || type == RegExpandSz;
+}
+
+bool IsNumber(unsigned long type)
+{
+    return type == RegDword || type == RegDwordBigEndian || type == RegQword;
+}
+
+bool TakesSecondDatum(const ozRegValue& value)
+{
+    int op = value.Op();
+    return (op == OpAppend || op == OpCodeR || op == OpChange) &&
+           (value.RIT() == RitR || value.RIT() == RitM);
+}
+
+// The text form's masking of a string: "$" doubled, "~" as "$~".
+std::string Masked(const std::string& text)
+{
+    std::string masked;
+    for (char c : text) {
+        if (c == '$' || c == '~')
+            masked.push_back('$');
+        masked.push_back(c);
+    }
+    return masked;
+}
+
+// The lines of text, split at "\r\n" or "\n".
+std::vector<std::string> Lines(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::string line;
+    for (char c : text) {
+        if (c == '\n') {
+            lines.push_back(line);
+            line.clear();
+        } else if (c != '\r') {
+            line.push_back(c);
+        }
+    }
+    lines.push_back(line);
+    return lines;
+}
+
+std::string Trimmed(const std::string& text)
+{
+    const char* blanks = " \t\r\n";
+    std::string::size_type first = text.find_first_not_of(blanks);
+    if (first == std::string::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+// A whole number from 0 to max, decimal or hexadecimal after "0x".
+bool ReadNumber(const std::string& text, std::uint64_t max, std::uint64_t& number)
+{
+    std::string digits = Trimmed(text);
+    int base = 10;
+    if (digits.size() > 2 && digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X')) {
+        base = 16;
+        digits.erase(0, 2);
+    }
+    if (digits.empty())
+        return false;
+    number = 0;
+    for (char c : digits) {
+        int digit = -1;
+        if (c >= '0' && c <= '9')
+            digit = c - '0';
+        else if (base == 16 && ozAsciiLower(c) >= 'a' && ozAsciiLower(c) <= 'f')
+            digit = ozAsciiLower(c) - 'a' + 10;
+        if (digit < 0 || number > (max - static_cast<std::uint64_t>(digit)) / base)
+            return false;
+        number = number * base + static_cast<std::uint64_t>(digit);
+    }
+    return true;
+}
+
+std::string NumberText(std::uint64_t number, bool hex, int hexDigits)
+{
+    char text[32];
+    if (hex)
+        std::snprintf(text, sizeof text, "0x%0*llX", hexDigits,
+                      static_cast<unsigned long long>(number));
+    else
+        std::snprintf(text, sizeof text, "%llu", static_cast<unsigned long long>(number));
+    return text;
+}
+
+std::string HexBytes(const unsigned char* bytes, std::size_t count)
+{
+    std::string text;
+    char byte[4];
+    for (std::size_t i = 0; i < count; ++i) {
+        std::snprintf(byte, sizeof byte, i == 0 ? "%02X" : " %02X", bytes[i]);
+        text += byte;
+    }
+    return text;
+}
+
+// The editor's text in the value's text form for type; false with why when it does not fit.
+bool FormText(unsigned long type, const std::string& text, std::string& form, std::string& why)
+{
+    if (IsText(type)) {
+        form = Masked(text);
+        return true;
+    }
+    if (type == RegMultiSz) {
+        std::vector<std::string> lines = Lines(text);
+        while (!lines.empty() && lines.back().empty())
+            lines.pop_back();
+        form.clear();
+        for (std::size_t line = 0; line < lines.size(); ++line) {
+            if (lines[line].empty()) {
+                why = "line " + std::to_string(line + 1) +
+                      " is empty, and a multi-string ends at its first empty string";
+                return false;
+            }
+            form += Masked(lines[line]) + "~";
+        }
+        form += "~";
+        return true;
+    }
+    if (IsNumber(type)) {
+        const bool wide = type == RegQword;
+        std::uint64_t number = 0;
+        if (!ReadNumber(text, wide ? UINT64_MAX : 0xFFFFFFFFu, number)) {
+            why = "\"" + text + "\" is not a whole number from 0 to " +
+                  (wide ? "18446744073709551615" : "4294967295") +
+                  " (decimal, or hexadecimal after 0x)";
+            return false;
+        }
+        if (!wide) {
+            form = NumberText(number, true, 8);
+            return true;
+        }
+        unsigned char bytes[8];
+        for (unsigned char& byte : bytes) {
+            byte = static_cast<unsigned char>(number & 0xFF);
+            number >>= 8;
+        }
+        form = HexBytes(bytes, sizeof bytes);
+        return true;
+    }
+    for (char c : text)
+        if (!std::isxdigit(static_cast<unsigned char>(c)) && c != ' ' && c != ',' && c != '\t' &&
+            c != '\r' && c != '\n') {
+            why = "\"" + text + "\" is not hexadecimal bytes (pairs of the digits 0-9 and A-F)";
+            return false;
+        }
+    form = text;
+    return true;
+}
+
+}  // namespace
+
+std::string ozValueDataText(const ozRegValue& value, bool second, bool hex)
+{
+    const unsigned char* bytes = second ? value.Data2() : value.Data();
+    std::size_t size = bytes != nullptr ? (second ? value.Size2() : value.Size()) : 0;
+    unsigned long type = value.Type();
+    if (IsText(type) || type == RegMultiSz) {
+        std::vector<std::string> strings;
+        std::size_t start = 0;
+        for (std::size_t at = 0; at <= size; ++at) {
+            if (at < size && bytes[at] != 0)
+                continue;
+            if (at == start && (at == size || !strings.empty() || type == RegMultiSz))
+                break;
+            strings.emplace_back(reinterpret_cast<const char*>(bytes) + start, at - start);
+            if (IsText(type))
+                break;
+            start = at + 1;
+        }
+        std::string text;
+        for (std::size_t line = 0; line < strings.size(); ++line)
+            text += (line > 0 ? "\r\n" : "") + strings[line];
+        return text;
+    }
+    if (IsNumber(type)) {
+        if (size == 0)
+            return {};
+        const bool wide = type == RegQword;
+        std::uint64_t number = 0;
+        if (wide) {
+            for (std::size_t at = size < 8 ? size : 8; at > 0; --at)
+                number = (number << 8) | bytes[at - 1];
+        } else {
+            std::uint32_t narrow = 0;
+            std::memcpy(&narrow, bytes, size < 4 ? size : 4);
+            number = narrow;
+        }
+        return NumberText(number, hex, wide ? 16 : 8);
+    }
+    return value.FormattedValue(second);
+}
+
+bool ozSetValueData(ozRegValue& value, unsigned long type, const std::string& text, bool second,
+                    std::string& why)
+{
+    if (second && (!TakesSecondDatum(value) || type != value.Type())) {
+        why = "the operation takes no old data for this value";
+        return false;
+    }
+    std::string form;
+    if (!FormText(type, text, form, why))
+        return false;
+    value.SetFormattedData(type, form.c_str(), second);
+    return true;
+}
+
+struct ozValueEditor::State {
+    std::string name;
+    unsigned long type = 0;
+    int itemType = RitR;
+    int op = OpInsert;
+    bool hex = true;
+    std::string data;
+    std::string oldData;
+};
+
+ozValueEditor::ozValueEditor(ozRegValue& value, CADMCtrl* control, ozViewPlatform& platform,
+                             int firstId)
+    : m_value(value), m_control(control), m_platform(platform), m_firstId(firstId)
+{
+}
+
+std::string ozValueEditor::Label(Field field) const
+{
+    static const char* const labels[] = {"Name",          "Type", "Item type", "Operation",
+                                         "Number format", "Data", "Old data"};
+    return labels[field];
+}
+
+void ozValueEditor::Describe(std::vector<ozControlSpec>& controls) const
+{
+    using Kind = ozControlKind;
+    const unsigned int leave = ozControlReportOnLeave;
+    controls.emplace_back(Id(NameField), Kind::Edit, Label(NameField), 0, 0, 0, 14, leave);
+    for (Field field : {TypeField, ItemTypeField, OperationField, FormatField})
+        controls.emplace_back(Id(field), Kind::DropDown, Label(field), 0, 0, 0, 80);
+    controls.emplace_back(Id(DataField), Kind::Edit, Label(DataField), 0, 0, 0, 48,
+                          leave | ozControlMultiLine);
+    controls.emplace_back(Id(OldDataField), Kind::Edit, Label(OldDataField), 0, 0, 0, 48,
+                          leave | ozControlMultiLine);
+}
+
+std::string ozValueEditor::OperationName(int op) const
+{
+    for (std::size_t at = 0; at < std::size(Operations); ++at)
+        if (Operations[at] == op && m_control != nullptr) {
+            std::string name =
+                m_control->GetString(static_cast<unsigned short>(HostTextFirstOperation + at));
+            if (!name.empty())
+                return name;
+        }
+    return std::string(1, static_cast<char>(op));
+}
+
+std::string ozValueEditor::ItemTypeName(int itemType) const
+{
+    for (std::size_t at = 0; at < std::size(ItemTypes); ++at)
+        if (ItemTypes[at] == itemType && m_control != nullptr) {
+            std::string name =
+                m_control->GetString(static_cast<unsigned short>(HostTextFirstItemType + at));
+            if (!name.empty())
+                return name;
+        }
+    return std::string(1, static_cast<char>(itemType));
+}
+
+ozValueEditor::State ozValueEditor::Shown() const
+{
+    State state;
+    state.name = m_value.Name() != nullptr ? m_value.Name() : "";
+    state.type = m_value.Type();
+    state.itemType = m_value.RIT();
+    state.op = m_value.Op();
+    state.hex = m_hex;
+    state.data = ozValueDataText(m_value, false, m_hex);
+    if (TakesSecondDatum(m_value))
+        state.oldData = ozValueDataText(m_value, true, m_hex);
+    return state;
+}
+
+namespace {
+
+// The code behind the drop-down's selected row: codes[row], or fallback for none.
+template <typename Code>
+Code Chosen(const ozForm& form, int id, const std::vector<Code>& codes, Code fallback)
+{
+    int row = form.SelectedRow(id);
+    return row >= 0 && row < static_cast<int>(codes.size()) ? codes[static_cast<size_t>(row)]
+                                                            : fallback;
+}
+
+}  // namespace
+
+ozValueEditor::State ozValueEditor::Held(const ozForm& form) const
+{
+    State state = Shown();
+    state.name = form.Text(Id(NameField));
+    state.type = Chosen(form, Id(TypeField), m_typeCodes, state.type);
+    state.itemType = Chosen(form, Id(ItemTypeField), m_itemTypeCodes, state.itemType);
+    state.op = Chosen(form, Id(OperationField), m_operationCodes, state.op);
+    state.hex = form.SelectedRow(Id(FormatField)) != 1;
+    state.data = form.Text(Id(DataField));
+    if (form.Enabled(Id(OldDataField)))
+        state.oldData = form.Text(Id(OldDataField));
+    return state;
+}
+
+void ozValueEditor::Load(ozForm& form)
+{
+    State state = Shown();
+    form.Text(Id(NameField), state.name);
+
+    m_typeCodes.clear();
+    std::vector<std::string> rows;
+    for (const auto& known : TypeNames) {
+        m_typeCodes.push_back(known.type);
+        rows.push_back(known.name);
+    }
+    if (TypeName(state.type).rfind("TYPE ", 0) == 0) {
+        m_typeCodes.push_back(state.type);
+        rows.push_back(TypeName(state.type));
+    }
+    Fill(form, TypeField, rows, m_typeCodes, state.type);
+
+    m_itemTypeCodes.assign(std::begin(ItemTypes), std::end(ItemTypes));
+    rows.clear();
+    for (int itemType : ItemTypes)
+        rows.push_back(ItemTypeName(itemType));
+    Fill(form, ItemTypeField, rows, m_itemTypeCodes, state.itemType);
+
+    // The operations the item type allows, and the value's own even when it does not.
+    m_operationCodes.clear();
+    rows.clear();
+    for (int op : Operations)
+        if (op == state.op || ozRegValue::GetNumValue(static_cast<tREGITEMTYPE>(state.itemType),
+                                                      static_cast<tOPVALUE>(op)) != NumNone) {
+            m_operationCodes.push_back(op);
+            rows.push_back(OperationName(op));
+        }
+    Fill(form, OperationField, rows, m_operationCodes, state.op);
+
+    form.Rows(Id(FormatField), {FormatRows[0], FormatRows[1]});
+    form.SelectRow(Id(FormatField), m_hex ? 0 : 1);
+    form.Enable(Id(FormatField), IsNumber(state.type));
+    form.Text(Id(DataField), state.data);
+    form.Text(Id(OldDataField), state.oldData);
+    form.Enable(Id(OldDataField), TakesSecondDatum(m_value));
+}
+
+template <typename Code>
+void ozValueEditor::Fill(ozForm& form, Field field, const std::vector<std::string>& rows,
+                         const std::vector<Code>& codes, Code selected)
+{
+    form.Rows(Id(field), rows);
+    int row = -1;
+    for (std::size_t at = 0; at < codes.size(); ++at)
+        if (codes[at] == selected)
+            row = static_cast<int>(at);
+    form.SelectRow(Id(field), row);
+}
+
+bool ozValueEditor::Store(ozRegValue& target, const State& state, Field& fault,
+                          std::string& why) const
+{
+    const char* oldName = target.Name() != nullptr ? target.Name() : "";
+    if (state.name != oldName) {
+        ozSubKey* key = target.SubKey();
+        ozRegValue* named = key != nullptr ? key->HasValue(state.name.c_str()) : nullptr;
+        if (named != nullptr && named != &m_value) {
+            fault = NameField;
+            why = "the key has a value named \"" + state.name + "\" already";
+            return false;
+        }
+        target.Name(state.name.c_str());
+    }
+    if ((state.itemType != target.RIT() || state.op != target.Op()) &&
+        ozRegValue::GetNumValue(static_cast<tREGITEMTYPE>(state.itemType),
+                                static_cast<tOPVALUE>(state.op)) == NumNone) {
+        fault = state.op != target.Op() ? OperationField : ItemTypeField;
+        why = "the item type " + ItemTypeName(state.itemType) + " does not take the operation " +
+              OperationName(state.op);
+        return false;
+    }
+    target.RIT(static_cast<tREGITEMTYPE>(state.itemType));
+    if (state.op != target.Op())
+        target.Op(static_cast<tOPVALUE>(state.op));
+    const bool retyped = state.type != target.Type();
+    if (retyped || state.data != ozValueDataText(target, false, m_hex)) {
+        if (!ozSetValueData(target, state.type, state.data, false, why)) {
+            fault = DataField;
+            return false;
+        }
+    }
+    if (TakesSecondDatum(target) &&
+        (retyped || state.oldData != ozValueDataText(target, true, m_hex)) &&
+        !ozSetValueData(target, state.type, state.oldData, true, why)) {
+        fault = OldDataField;
+        return false;
+    }
+    return true;
+}
+
+bool ozValueEditor::Take(ozForm& form)
+{
+    State held = Held(form);
+    State shown = Shown();
+    const bool changed = held.name != shown.name || held.type != shown.type ||
+                         held.itemType != shown.itemType || held.op != shown.op ||
+                         held.data != shown.data || held.oldData != shown.oldData;
+    if (changed) {
+        ozRegValue trial(m_value);
+        Field fault = NameField;
+        std::string why;
+        if (!Store(trial, held, fault, why)) {
+            std::string message =
+                m_control != nullptr
+                    ? m_control->GetString(HostMessagePartValueRefused)
+                    : ozApplication::Instance().MessageText(HostMessagePartValueRefused);
+            m_platform.UI().ShowMessage(HostMessageError,
+                                        ozFormatMessage(message, {Label(fault), why}));
+            Load(form);
+            form.Focus(Id(fault));
+            return false;
+        }
+        Store(m_value, held, fault, why);
+        if (m_control != nullptr)
+            ozMarkDocumentEdited(*m_control);
+    }
+    m_hex = held.hex;
+    Load(form);
+    if (changed && m_changed)
+        m_changed(m_value);
+    return true;
+}
+
+void ozValueEditor::Command(ozForm& form, int id, ozFormEvent event)
+{
+    if (Owns(id) && event != ozFormEvent::Clicked)
+        Take(form);
+}
+
+bool ozValueEditor::Commit(ozForm& form)
+{
+    return Take(form);
+}
+
+bool ozValueEditor::Type(ozForm& form, const std::string& label, const std::string& text)
+{
+    for (int field = NameField; field < FieldCount; ++field) {
+        if (!ozAsciiSameIgnoringCase(Label(static_cast<Field>(field)), label))
+            continue;
+        int id = Id(static_cast<Field>(field));
+        if (!form.Enabled(id))
+            return false;
+        if (field == NameField || field == DataField || field == OldDataField) {
+            form.Text(id, text);
+            return true;
+        }
+        std::vector<std::string> rows = form.Rows(id);
+        for (std::size_t row = 0; row < rows.size(); ++row)
+            if (ozAsciiSameIgnoringCase(rows[row], text)) {
+                form.SelectRow(id, static_cast<int>(row));
+                return true;
+            }
+        return false;
+    }
+    return false;
+}
+
+std::vector<ozValueEditor::FieldView> ozValueEditor::Fields(const ozForm& form) const
+{
+    std::vector<FieldView> fields;
+    for (int field = NameField; field < FieldCount; ++field) {
+        int id = Id(static_cast<Field>(field));
+        bool edit = field == NameField || field == DataField || field == OldDataField;
+        fields.push_back({edit ? "EDIT" : "DROPDOWN", Label(static_cast<Field>(field)),
+                          form.Enabled(id), form.Text(id)});
+    }
+    return fields;
+}
