@@ -291,13 +291,14 @@ void ozValueEditor::Describe(std::vector<ozControlSpec>& controls) const
 {
     using Kind = ozControlKind;
     const unsigned int leave = ozControlReportOnLeave;
-    controls.emplace_back(Id(NameField), Kind::Edit, Label(NameField), 0, 0, 0, 14, leave);
+    // The data take a few lines: a multi-string's strings, or a long binary value's bytes.
+    const int dataHeight = 32;
+    controls.emplace_back(Id(NameField), Kind::Edit, Label(NameField), 0, 0, 0, 0, leave);
     for (Field field : {TypeField, ItemTypeField, OperationField, FormatField})
-        controls.emplace_back(Id(field), Kind::DropDown, Label(field), 0, 0, 0, 80);
-    controls.emplace_back(Id(DataField), Kind::Edit, Label(DataField), 0, 0, 0, 48,
-                          leave | ozControlMultiLine);
-    controls.emplace_back(Id(OldDataField), Kind::Edit, Label(OldDataField), 0, 0, 0, 48,
-                          leave | ozControlMultiLine);
+        controls.emplace_back(Id(field), Kind::DropDown, Label(field));
+    for (Field field : {DataField, OldDataField})
+        controls.emplace_back(Id(field), Kind::Edit, Label(field), 0, 0, 0, dataHeight,
+                              leave | ozControlMultiLine);
 }
 
 std::string ozValueEditor::OperationName(int op) const

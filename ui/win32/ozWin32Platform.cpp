@@ -24,7 +24,16 @@ bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HIN
         m_tree.Forget();
         return false;
     }
+    if (!m_registryValues.Create(views[1], RegistryValuesId, instance)) {
+        DestroyWindow(m_registryTree.Window());
+        m_registryTree.Forget();
+        DestroyWindow(m_tree.Window());
+        m_tree.Forget();
+        return false;
+    }
     if (!m_panel.Create(views[0], instance)) {
+        DestroyWindow(m_registryValues.Window());
+        m_registryValues.Forget();
         DestroyWindow(m_registryTree.Window());
         m_registryTree.Forget();
         DestroyWindow(m_tree.Window());
@@ -45,6 +54,7 @@ void ozWin32Platform::Forget()
     m_views = {};
     m_tree.Forget();
     m_registryTree.Forget();
+    m_registryValues.Forget();
 }
 
 void ozWin32Platform::UnregisterClasses(HINSTANCE instance)
@@ -60,9 +70,17 @@ void ozWin32Platform::Layout()
     GetClientRect(m_views[0], &area);
     const int treeWidth = MulDiv(area.right, TreeShare, 100);
     MoveWindow(m_tree.Window(), 0, 0, treeWidth, area.bottom, TRUE);
-    MoveWindow(m_panel.Window(), treeWidth, 0, area.right - treeWidth, area.bottom, TRUE);
+    if (GetParent(m_panel.Window()) == m_views[0])
+        MoveWindow(m_panel.Window(), treeWidth, 0, area.right - treeWidth, area.bottom, TRUE);
     GetClientRect(m_views[1], &area);
-    MoveWindow(m_registryTree.Window(), 0, 0, area.right, area.bottom, TRUE);
+    const int keyTreeWidth = MulDiv(area.right, KeyTreeShare, 100);
+    const int listHeight = MulDiv(area.bottom, ValueListShare, 100);
+    MoveWindow(m_registryTree.Window(), 0, 0, keyTreeWidth, area.bottom, TRUE);
+    MoveWindow(m_registryValues.Window(), keyTreeWidth, 0, area.right - keyTreeWidth, listHeight,
+               TRUE);
+    if (GetParent(m_panel.Window()) == m_views[1])
+        MoveWindow(m_panel.Window(), keyTreeWidth, listHeight, area.right - keyTreeWidth,
+                   area.bottom - listHeight, TRUE);
 }
 
 void ozWin32Platform::ShowView(int displayMode, bool visible)
@@ -77,6 +95,11 @@ void ozWin32Platform::ShowView(int displayMode, bool visible)
         if (focus != nullptr && (focus == view || IsChild(view, focus)))
             SetFocus(m_control);
     }
+    // The parts panel belongs to the policy view and to the registry view: it goes into the
+    // window of the one shown.
+    if (visible && displayMode != 2 && m_panel.Window() != nullptr &&
+        GetParent(m_panel.Window()) != view)
+        SetParent(m_panel.Window(), view);
     ShowWindow(view, visible ? SW_SHOW : SW_HIDE);
     if (visible && displayMode != 2)
         Layout();
@@ -149,13 +172,16 @@ LRESULT CALLBACK ozWin32Platform::RegistryViewSubclass(HWND window, UINT message
             break;
         case WM_NOTIFY: {
             LRESULT result = 0;
-            if (platform->m_registryTree.Notify(*reinterpret_cast<const NMHDR*>(lParam), result))
+            const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+            if (platform->m_registryTree.Notify(header, result) ||
+                platform->m_registryValues.Notify(header, result))
                 return result;
             break;
         }
         case WM_NCDESTROY:
             RemoveWindowSubclass(window, RegistryViewSubclass, 0);
             platform->m_registryTree.Forget();
+            platform->m_registryValues.Forget();
             break;
     }
     return DefSubclassProc(window, message, wParam, lParam);

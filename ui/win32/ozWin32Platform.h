@@ -1,5 +1,7 @@
 // The views' platform on Windows: the policy tree (left, 55 %) and the parts panel (right,
-// 45 %) inside the policy view's window, the key tree filling the registry view's window,
+// 45 %) inside the policy view's window; in the registry view's window the key tree (left,
+// 35 %), the value list (right, the upper 40 %) and below it the parts panel, which moves into
+// the window of the view shown;
 // popup menus tracked at the cursor, dialogs run modally over the control's window, and the
 // host's message boxes. The view windows of the three display modes are the control's (it
 // creates and places them); the platform puts the widgets into the first two, forwards their
@@ -13,6 +15,7 @@
 
 #include <array>
 
+#include "ozWin32List.h"
 #include "ozWin32Panel.h"
 #include "ozWin32Tree.h"
 #include "ui/ozViewPlatform.h"
@@ -25,6 +28,11 @@ public:
     static constexpr int RegistryTreeId = 101;
     // The share of the policy view's width the tree takes, in percent.
     static constexpr int TreeShare = 55;
+    // The control number of the value list in the registry view's window, the share of the
+    // width the key tree takes and the share of the height the value list takes, in percent.
+    static constexpr int RegistryValuesId = 102;
+    static constexpr int KeyTreeShare = 35;
+    static constexpr int ValueListShare = 40;
 
     // ui shows the messages (not owned; it must outlive the platform).
     explicit ozWin32Platform(ozHostUI& ui) : m_ui(ui) {}
@@ -48,6 +56,7 @@ public:
     ozWin32Tree& Tree() { return m_tree; }
     ozWin32Panel& Panel() { return m_panel; }
     ozWin32Tree& RegistryTree() override { return m_registryTree; }
+    ozWin32List& RegistryValues() override { return m_registryValues; }
 
     // ozViewPlatform
     ozHostUI& UI() override { return m_ui; }
@@ -71,4 +80,5 @@ private:
     ozWin32Tree m_tree;
     ozWin32Panel m_panel;
     ozWin32Tree m_registryTree;
+    ozWin32List m_registryValues;
 };
