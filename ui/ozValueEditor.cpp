@@ -157,7 +157,8 @@ std::string HexBytes(const unsigned char* bytes, std::size_t count)
 bool FormText(unsigned long type, const std::string& text, std::string& form, std::string& why)
 {
     if (IsText(type)) {
-        form = Masked(text);
+        // The terminator written out, so that a text ending in "~" keeps it.
+        form = Masked(text) + "~";
         return true;
     }
     if (type == RegMultiSz) {

@@ -169,6 +169,7 @@ TEST_F(RegistryValueListTest, EditorStoresByTypeThroughTheTextFormAndRefreshesTh
         const char* stored;  // the text form after the edit; null: refused
     } cases[] = {
         {"REG_SZ", "Hexadecimal", "a$b~c", "a$$b$~c~"},
+        {"REG_SZ", "Hexadecimal", "b~", "b$~~"},
         {"REG_EXPAND_SZ", "Hexadecimal", "%x%", "%x%~"},
         {"REG_MULTI_SZ", "Hexadecimal", "a\r\nb\n", "a~b~~"},
         {"REG_MULTI_SZ", "Hexadecimal", "a\n\nb", nullptr},
