@@ -3,10 +3,7 @@
 // (only the operations the item type allows), the number format (decimal or hexadecimal, for
 // numbers), the data and, for the operations that take two data, the old data.
 //
-// The data are edited by type: a string or expandable string as its text, a multi-string as
-// lines, a 32- or 64-bit number in decimal or hexadecimal, anything else as hexadecimal bytes.
-// What the user enters is checked, turned into the value's text form and stored through the
-// value's own parsing (ozRegValue::SetFormattedData). A field is taken when the user leaves it
+// The data are edited by type (ozValueData.h). A field is taken when the user leaves it
 // (an edit) or chooses a row (a drop-down), and by Commit; a refusal shows message 180 naming
 // the field and what is wrong, and the editor shows the value as it was. An accepted change
 // marks the document modified and is reported, so that the value list redraws the row.
@@ -21,15 +18,6 @@
 class CADMCtrl;
 class ozRegValue;
 class ozViewPlatform;
-
-// The data of value (Data, or Data2 when second) as the editor shows them; numbers in
-// hexadecimal when hex, else in decimal.
-std::string ozValueDataText(const ozRegValue& value, bool second, bool hex);
-// Stores text, in the editor's form for type, as the value's data of that type (Data2 when
-// second). False, with why saying what is wrong and the value unchanged, when the text does not
-// fit the type, or when second is set and the value does not take a second datum.
-bool ozSetValueData(ozRegValue& value, unsigned long type, const std::string& text, bool second,
-                    std::string& why);
 
 class ozValueEditor {
 public:

@@ -11,7 +11,7 @@
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTemplateLoad.h"
 #include "ui/headless/ozHeadlessPlatform.h"
-#include "ui/ozValueEditor.h"
+#include "ui/ozValueData.h"
 #include "ui/ozViews.h"
 
 namespace {
