@@ -1,5 +1,6 @@
 #include "ozWin32List.h"
 
+#include <iterator>
 #include <string>
 
 #include "ozWin32Form.h"
