@@ -53,7 +53,12 @@ void Screenshot(HWND window, const char* name)
     HGDIOBJ old = SelectObject(memory, bitmap);
     BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
     SelectObject(memory, old);
-    BITMAPINFOHEADER info = {sizeof info, width, height, 1, 24};
+    BITMAPINFOHEADER info = {};
+    info.biSize = sizeof info;
+    info.biWidth = width;
+    info.biHeight = height;
+    info.biPlanes = 1;
+    info.biBitCount = 24;
     const DWORD rowBytes = ((width * 3 + 3) / 4) * 4;
     std::string pixels(rowBytes * height, '\0');
     GetDIBits(memory, bitmap, 0, height, pixels.data(), reinterpret_cast<BITMAPINFO*>(&info),
@@ -181,12 +186,14 @@ TEST_F(Win32ValuesTest, ValuesBesideTheKeyEditedInThePanelNewAndDeleted)
     EXPECT_EQ(GetParent(platform.Panel().Window()), windows.View(DisplayRegistry));
 
     // The user's click on a row shows its editor; typing a number and leaving the field takes
-    // it and redraws the row.
+    // it and redraws the row (a multi-line edit reports only typing, not WM_SETTEXT).
     SelectRow(1);
     HWND data = PanelControl(L"Data");
     ASSERT_NE(data, nullptr);
     SetFocus(data);
-    SendMessageW(data, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"0x2A"));
+    SendMessageW(data, EM_SETSEL, 0, -1);
+    for (wchar_t typed : std::wstring(L"0x2A"))
+        SendMessageW(data, WM_CHAR, typed, 0);
     SetFocus(List());
     Pump();
     EXPECT_EQ(list.Text(1, 1), "0x0000002A");
