@@ -54,15 +54,26 @@ void ozRegistryValueList::Create()
     ozListWidget& list = m_platform.RegistryValues();
     list.Events(this);
     list.Images(ValueBitmaps);
-    list.Columns({HostText(HostTextValueName), HostText(HostTextValueData)});
+    UpdateColumns();
+    m_panel.OnValueChanged([this](ozRegValue& value) { RefreshRow(value); });
+}
+
+void ozRegistryValueList::UpdateColumns()
+{
+    std::vector<std::string> captions = {HostText(HostTextValueName), HostText(HostTextValueData)};
+    if (captions == m_captions)
+        return;
+    ozListWidget& list = m_platform.RegistryValues();
+    m_captions = captions;
+    list.Columns(captions);
     m_sized = false;
     Resized(list.Width());
-    m_panel.OnValueChanged([this](ozRegValue& value) { RefreshRow(value); });
 }
 
 void ozRegistryValueList::ShowKey(ozRegKey* key)
 {
     ozListWidget& list = m_platform.RegistryValues();
+    UpdateColumns();
     m_filling = true;
     list.DeleteAll();
     m_key = key != nullptr && key->Type() == KeySub ? static_cast<ozSubKey*>(key) : nullptr;

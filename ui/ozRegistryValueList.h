@@ -10,6 +10,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "ozListWidget.h"
 
@@ -80,6 +81,9 @@ public:
 
 private:
     std::string HostText(unsigned short number) const;
+    // Heads the columns with the host texts 11 and 23, which the host may add after the list
+    // was created: each a quarter of the list's width again when they change.
+    void UpdateColumns();
     ozRegValue* Value(int row) const;
     void AppendRow(ozRegValue& value);
 
@@ -89,6 +93,7 @@ private:
     ozSubKey* m_key = nullptr;
     // Set while the list is filled or a row redrawn: the list's own events are not the user's.
     bool m_filling = false;
+    std::vector<std::string> m_captions;
     // The columns got their widths (a quarter of the list's width each).
     bool m_sized = false;
 };

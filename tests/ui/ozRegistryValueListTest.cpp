@@ -20,6 +20,8 @@ class RegistryValueListTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        // The host's texts come after the views exist, as a host adds them to a control shown.
+        views.Attach(control);
         ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
         ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/every-part.adm").c_str()));
         for (auto [number, text] : {std::pair<unsigned short, const char*>{11, "Name"},
@@ -28,7 +30,6 @@ protected:
                                     {59, "Delete?"},
                                     {180, "%s: %s"}})
             control.AddString(number, text);
-        views.Attach(control);
     }
     ozSubKey& Key(const char* path)
     {
