@@ -73,11 +73,12 @@ void ozRegistryValueList::UpdateColumns()
 void ozRegistryValueList::ShowKey(ozRegKey* key)
 {
     ozListWidget& list = m_platform.RegistryValues();
-    UpdateColumns();
     m_filling = true;
     list.DeleteAll();
     m_key = key != nullptr && key->Type() == KeySub ? static_cast<ozSubKey*>(key) : nullptr;
+    // Without a key the control may be going: its texts are not read then.
     if (m_key != nullptr) {
+        UpdateColumns();
         const CCollection<ozRegValue>& values = m_key->Values();
         for (int at = 0; at < values.Count(); ++at)
             if (ozRegValue* value = values.At(at))
