@@ -28,7 +28,9 @@ UINT BoxStyle(tHOSTMESSAGEKIND kind)
 {
     switch (kind) {
         case HostMessageQuestion:
-            return MB_YESNO | MB_ICONQUESTION;
+            // Every question asks before something is lost (a deletion, profiles replaced):
+            // No is the default, so that Enter keeps what there is.
+            return MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2;
         case HostMessageWarning:
             return MB_OK | MB_ICONWARNING;
         case HostMessageInfo:
