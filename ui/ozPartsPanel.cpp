@@ -60,7 +60,8 @@ void ozPartsPanel::ShowValue(ozRegValue* value)
     Clear();
     if (value == nullptr)
         return;
-    m_valueEditor = std::make_unique<ozValueEditor>(*value, m_control, m_platform, ValueEditorId);
+    m_valueEditor = std::make_unique<ozValueEditor>(*value, m_control, m_platform, ValueEditorId,
+                                                    m_valuesInHex);
     m_valueEditor->OnChanged([this](ozRegValue& changed) {
         if (m_valueChanged)
             m_valueChanged(changed);
@@ -113,6 +114,9 @@ void ozPartsPanel::Clear()
 {
     m_policy = nullptr;
     m_editors.clear();
+    // The number format the user chose stays for the next value.
+    if (m_valueEditor != nullptr)
+        m_valuesInHex = m_valueEditor->Hex();
     m_valueEditor.reset();
     m_platform.PartsPanel().Clear();
 }

@@ -99,4 +99,5 @@ private:
     std::vector<std::unique_ptr<ozPartEditor>> m_editors;
     std::unique_ptr<ozValueEditor> m_valueEditor;
     std::function<void(ozRegValue&)> m_valueChanged;
+    bool m_valuesInHex = true;
 };

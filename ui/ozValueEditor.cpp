@@ -58,8 +58,8 @@ struct ozValueEditor::State {
 };
 
 ozValueEditor::ozValueEditor(ozRegValue& value, CADMCtrl* control, ozViewPlatform& platform,
-                             int firstId)
-    : m_value(value), m_control(control), m_platform(platform), m_firstId(firstId)
+                             int firstId, bool hex)
+    : m_value(value), m_control(control), m_platform(platform), m_firstId(firstId), m_hex(hex)
 {
 }
 

@@ -22,10 +22,14 @@ class ozViewPlatform;
 class ozValueEditor {
 public:
     // The value edited (not owned; it must outlive the editor); control gives the host texts
-    // and the document that changes (may be null); its controls are numbered from firstId on.
-    ozValueEditor(ozRegValue& value, CADMCtrl* control, ozViewPlatform& platform, int firstId);
+    // and the document that changes (may be null); its controls are numbered from firstId on;
+    // hex: numbers show in hexadecimal at first (else in decimal).
+    ozValueEditor(ozRegValue& value, CADMCtrl* control, ozViewPlatform& platform, int firstId,
+                  bool hex);
 
     ozRegValue& Value() const { return m_value; }
+    // Whether numbers show in hexadecimal now (the user's last choice).
+    bool Hex() const { return m_hex; }
     // Called after every accepted change with the value.
     void OnChanged(std::function<void(ozRegValue&)> changed) { m_changed = std::move(changed); }
 
@@ -84,7 +88,7 @@ private:
     ozViewPlatform& m_platform;
     int m_firstId;
     // Numbers show in hexadecimal (else in decimal).
-    bool m_hex = true;
+    bool m_hex;
     // The codes behind the drop-downs' rows, as Load filled them.
     std::vector<unsigned long> m_typeCodes;
     std::vector<int> m_itemTypeCodes;
