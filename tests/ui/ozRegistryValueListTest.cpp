@@ -16,6 +16,11 @@
 
 namespace {
 
+// The host texts the test gives. They are the process's: TearDown takes them back, so that
+// the tests after it see none.
+const std::pair<unsigned short, const char*> Texts[] = {
+    {11, "Name"}, {23, "Data"}, {18, "New"}, {59, "Delete?"}, {180, "%s: %s"}};
+
 class RegistryValueListTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -24,12 +29,13 @@ protected:
         views.Attach(control);
         ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
         ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/every-part.adm").c_str()));
-        for (auto [number, text] : {std::pair<unsigned short, const char*>{11, "Name"},
-                                    {23, "Data"},
-                                    {18, "New"},
-                                    {59, "Delete?"},
-                                    {180, "%s: %s"}})
+        for (auto [number, text] : Texts)
             control.AddString(number, text);
+    }
+    void TearDown() override
+    {
+        for (auto [number, text] : Texts)
+            control.AddString(number, "");
     }
     ozSubKey& Key(const char* path)
     {

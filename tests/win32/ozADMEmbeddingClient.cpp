@@ -133,10 +133,15 @@ void CheckChildWindows(IUnknown* control, HWND window)
                LaidOut(window)))
         return;
 
+    // The parts panel is in the window of the view shown: the registry view's at start.
     HWND policyView = Child(window, L"ozADMPolicyView");
-    Check("the policy view holds the policy tree and the parts panel",
+    HWND registryView = Child(window, RegistryViewClass);
+    Check("the policy view holds the policy tree; the registry view the key tree, the value "
+          "list and the parts panel",
           Child(policyView, L"SysTreeView32") != nullptr &&
-              Child(policyView, L"ozADMPartsPanel") != nullptr);
+              Child(registryView, L"SysTreeView32") != nullptr &&
+              Child(registryView, L"SysListView32") != nullptr &&
+              Child(registryView, L"ozADMPartsPanel") != nullptr);
 
     Com<IOleInPlaceObject> inPlace(control);
     RECT host, client;

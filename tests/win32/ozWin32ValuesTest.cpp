@@ -76,6 +76,12 @@ void Screenshot(HWND window, const char* name)
     ReleaseDC(nullptr, screen);
 }
 
+// The host texts the test gives. They are the process's: TearDown takes them back, so that
+// the tests after it see none.
+const std::pair<unsigned short, const char*> Texts[] = {
+    {11, "Name"},   {23, "Data"},   {18, "New value"}, {36, "Registry (r)"},
+    {40, "Insert"}, {41, "Delete"}, {45, "Change"},    {59, "Delete this value?"}};
+
 class Win32ValuesTest : public ::testing::Test {
 protected:
     void SetUp() override
@@ -87,14 +93,7 @@ protected:
         HINSTANCE instance = GetModuleHandleW(nullptr);
         ASSERT_TRUE(windows.Create(host, instance));
         ASSERT_TRUE(platform.Attach(host, windows.Views(), instance));
-        for (auto [number, text] : {std::pair<unsigned short, const char*>{11, "Name"},
-                                    {23, "Data"},
-                                    {18, "New value"},
-                                    {36, "Registry (r)"},
-                                    {40, "Insert"},
-                                    {41, "Delete"},
-                                    {45, "Change"},
-                                    {59, "Delete this value?"}})
+        for (auto [number, text] : Texts)
             control.AddString(number, text);
         views.Attach(control);
         ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
@@ -121,6 +120,8 @@ protected:
     {
         control.Cleanup();
         DestroyWindow(host);
+        for (auto [number, text] : Texts)
+            control.AddString(number, "");
     }
     HWND List() { return platform.RegistryValues().Window(); }
     // Selects the key at path below HKEY_CURRENT_USER as the user's click does.
