@@ -1,7 +1,8 @@
 // The registry view's value list and the value editor in the real Windows controls, driven
 // through the controls' messages as a user's mouse and keys drive them: the list filled beside
 // the selected key, a row's editor in the parts panel, an edit taken when the user leaves the
-// field, and new and deleted values. With OZ_SCREENSHOT_DIR set, saves a picture of it.
+// field, new values (Insert and menu 244 on the empty area) and a deleted one. With
+// OZ_SCREENSHOT_DIR set, saves a picture of it.
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -81,6 +82,17 @@ void Screenshot(HWND window, const char* name)
 const std::pair<unsigned short, const char*> Texts[] = {
     {11, "Name"},   {23, "Data"},   {18, "New value"}, {36, "Registry (r)"},
     {40, "Insert"}, {41, "Delete"}, {45, "Change"},    {59, "Delete this value?"}};
+
+// The user in menu 244, once it is open: Down and Enter choose its first entry, "New".
+void CALLBACK ChooseFirstEntry(HWND, UINT, UINT_PTR timer, DWORD)
+{
+    HWND menu = FindWindowW(L"#32768", nullptr);
+    if (menu == nullptr || !IsWindowVisible(menu))
+        return;
+    KillTimer(nullptr, timer);
+    PostMessageW(menu, WM_KEYDOWN, VK_DOWN, 0);
+    PostMessageW(menu, WM_KEYDOWN, VK_RETURN, 0);
+}
 
 class Win32ValuesTest : public ::testing::Test {
 protected:
@@ -208,6 +220,15 @@ TEST_F(Win32ValuesTest, ValuesBesideTheKeyEditedInThePanelNewAndDeleted)
     Key(VK_DELETE);
     EXPECT_EQ(list.Count(), 6);
     EXPECT_EQ(ui.messages.back().text, "Delete this value?");
+
+    // A right click on the empty area below the rows: menu 244's "New" adds a value.
+    const LPARAM below = MAKELPARAM(40, 140);
+    UINT_PTR timer = SetTimer(nullptr, 0, 100, ChooseFirstEntry);
+    PostMessageW(List(), WM_RBUTTONUP, 0, below);
+    SendMessageW(List(), WM_RBUTTONDOWN, MK_RBUTTON, below);
+    Pump();
+    KillTimer(nullptr, timer);
+    EXPECT_EQ(list.Count(), 7);
 
     SelectRow(3);
     Screenshot(host, "registry-values");

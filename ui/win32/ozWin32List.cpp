@@ -219,15 +219,6 @@ void* ozWin32List::Data(int row) const
     return reinterpret_cast<void*>(item.lParam);
 }
 
-int ozWin32List::RowAtMessage() const
-{
-    DWORD position = GetMessagePos();
-    LVHITTESTINFO hit = {};
-    hit.pt = {static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
-    ScreenToClient(m_window, &hit.pt);
-    return ListView_HitTest(m_window, &hit);
-}
-
 bool ozWin32List::Notify(const NMHDR& header, LRESULT& result)
 {
     if (m_window == nullptr || header.hwndFrom != m_window)
@@ -250,11 +241,10 @@ bool ozWin32List::Notify(const NMHDR& header, LRESULT& result)
                 m_events->RowSelected(click.iItem);
             break;
         }
-        case NM_RCLICK: {
-            const auto& click = reinterpret_cast<const NMITEMACTIVATE&>(header);
-            m_events->RightClicked(click.iItem >= 0 ? click.iItem : RowAtMessage());
+        case NM_RCLICK:
+            // The row under the cursor, -1 for the empty area.
+            m_events->RightClicked(reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
             break;
-        }
         case LVN_KEYDOWN:
             m_events->KeyPressed(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
             break;

@@ -51,8 +51,6 @@ public:
 private:
     static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                      UINT_PTR id, DWORD_PTR self);
-    // The row under the position of the message being handled, or -1.
-    int RowAtMessage() const;
     void LoadImages();
 
     HWND m_window = nullptr;
