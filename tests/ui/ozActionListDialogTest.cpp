@@ -109,10 +109,13 @@ TEST_F(ActionListDialogTest, ClearingHasOwnKeyGivesTheInheritedKeyAndCheckingOnl
 TEST_F(ActionListDialogTest, TypingAndBrowsingRebindInTheKeysTreeAndRenameOnlyTheCopy)
 {
     std::string chosenValue;
-    Open(&list, [&](unsigned int root, ozControlViews::RegistryChoice& choice) {
-        choice.key = "Software\\Browsed" + std::to_string(root);
+    Open(&list, [&](const ozControlViews::RegistryChoice& initial,
+                    ozControlViews::RegistryAnswer ended) {
+        ozControlViews::RegistryChoice choice = initial;
+        choice.key = "Software\\Browsed" + std::to_string(initial.root);
         choice.value = chosenValue;
-        return true;
+        choice.wholeKey = chosenValue.empty();
+        ended(&choice);
     });
     for (int row : {1, 2}) {
         ASSERT_TRUE(form.ChooseRow(D::EntryList, row));
