@@ -355,7 +355,7 @@ bool CADMCtrl::ozSRHide()
 }
 
 bool CADMCtrl::AddRegistryKey(unsigned int rootNumber, const char* key, const char* value,
-                              bool recursive)
+                              bool recursive, const char* machine)
 {
     ozRegTree* tree = ozRegTreeOfRoot(m_code, rootNumber);
     if (tree == nullptr)
@@ -365,7 +365,7 @@ bool CADMCtrl::AddRegistryKey(unsigned int rootNumber, const char* key, const ch
     std::string reason;
     // The registry reader throws; its failures end here, as a message to the user.
     try {
-        return tree->AddFromRegistry(ozRootHandle(rootNumber), key, value, recursive, nullptr);
+        return tree->AddFromRegistry(ozRootHandle(rootNumber), key, value, recursive, machine);
     } catch (const CRegistryKey::Exception& failure) {
         if (!failure.Key().empty())
             keyRead = failure.Key();
@@ -397,13 +397,14 @@ bool CADMCtrl::ShowImportReg()
     ozControlViews::RegistryImport request;
     request.initial.recursive = true;
     auto added = std::make_shared<bool>(false);
-    m_views->AskRegistryImport(request, [this, added](const ozControlViews::RegistryChoice* chosen) {
+    m_views->AskRegistryImport(request, [this,
+                                         added](const ozControlViews::RegistryChoice* chosen) {
         // A headless dialog may end after the code object went.
         if (chosen == nullptr || m_code == nullptr)
             return;
-        *added = AddRegistryKey(chosen->root, chosen->key.c_str(),
-                                chosen->wholeKey ? nullptr : chosen->value.c_str(),
-                                chosen->recursive);
+        *added = AddRegistryKey(
+            chosen->root, chosen->key.c_str(), chosen->wholeKey ? nullptr : chosen->value.c_str(),
+            chosen->recursive, chosen->machine.empty() ? nullptr : chosen->machine.c_str());
         m_code->modified = 1;
         ShowCode();
     });

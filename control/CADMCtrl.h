@@ -158,9 +158,10 @@ private:
     void ShowCode();
     // AddFromRegistry's work, for a code object that is there: reads the registry into the
     // tree of rootNumber and shows message 98 when the registry cannot be read. A null value
-    // reads the whole key; "" the key's default value.
-    bool AddRegistryKey(unsigned int rootNumber, const char* key, const char* value,
-                        bool recursive);
+    // reads the whole key; "" the key's default value. machine as for ozRegTree's
+    // AddFromRegistry (null: this machine).
+    bool AddRegistryKey(unsigned int rootNumber, const char* key, const char* value, bool recursive,
+                        const char* machine = nullptr);
 
     ozHostUI& m_ui;
     ozControlViews* m_views;

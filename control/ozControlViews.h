@@ -45,6 +45,7 @@ public:
         std::string value;
         bool wholeKey = true;
         bool recursive = false;
+        std::string machine;  // where the key was found; "" the local machine
     };
     // What the dialog offers: the roots of the user (HKEY_CURRENT_USER, on the local machine
     // only) and of the machine (HKEY_LOCAL_MACHINE, HKEY_USERS), or the one root of `initial`

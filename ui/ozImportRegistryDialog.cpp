@@ -121,8 +121,7 @@ ozImportRegistryDialog::ozImportRegistryDialog(const ozControlViews::RegistryImp
     m_layout.caption = texts.caption;
     m_layout.width = DialogWidth;
     m_layout.height = 190;
-    m_layout.controls.emplace_back(MachineEdit, Kind::Edit, texts.machineLabel, Margin, 7, 150,
-                                   14);
+    m_layout.controls.emplace_back(MachineEdit, Kind::Edit, texts.machineLabel, Margin, 7, 150, 14);
     m_layout.controls.back().maxLength = MachineNameLength;
     m_layout.controls.emplace_back(SetButton, Kind::Button, "Set", 160, 7, 40, 14);
     if (request.showRecursive)
@@ -130,8 +129,8 @@ ozImportRegistryDialog::ozImportRegistryDialog(const ozControlViews::RegistryImp
                                        83, 10);
     m_layout.controls.emplace_back(KeyTree, Kind::Tree, "", Margin, PaneTop, TreeWidth, PaneHeight,
                                    ozControlReportsFocus);
-    m_layout.controls.emplace_back(ValueList, Kind::List, "", Margin + TreeWidth + PaneGap,
-                                   PaneTop, PanesWidth - TreeWidth, PaneHeight,
+    m_layout.controls.emplace_back(ValueList, Kind::List, "", Margin + TreeWidth + PaneGap, PaneTop,
+                                   PanesWidth - TreeWidth, PaneHeight,
                                    ozControlTwoColumns | ozControlReportsFocus);
     m_layout.controls.back().columns = {texts.nameColumn, texts.dataColumn};
     m_layout.controls.emplace_back(ozDialogOK, Kind::Button, "OK", 187, 172, 50, 14,
@@ -208,9 +207,9 @@ void ozImportRegistryDialog::AppendKey(ozTreeItem parent, unsigned int root,
                                        bool hasSubKeys)
 {
     m_nodes.push_back(std::make_unique<Node>(Node{root, path, false}));
-    ozTreeItem item = m_tree->Append(parent, text, image,
-                                     image == ImageKey ? ImageKeySelected : image, false,
-                                     m_nodes.back().get());
+    ozTreeItem item =
+        m_tree->Append(parent, text, image, image == ImageKey ? ImageKeySelected : image, false,
+                       m_nodes.back().get());
     if (hasSubKeys)
         m_tree->Append(item, "", ImageKey, ImageKeySelected, false, nullptr);
 }
@@ -231,8 +230,8 @@ void ozImportRegistryDialog::Enumerate(ozTreeItem item)
     const unsigned int root = node->root;
     const std::string path = node->path;
     for (const SubKey& key : ReadSubKeys(root, path, m_machine))
-        AppendKey(item, root, path.empty() ? key.name : path + "\\" + key.name, key.name,
-                  ImageKey, key.hasSubKeys);
+        AppendKey(item, root, path.empty() ? key.name : path + "\\" + key.name, key.name, ImageKey,
+                  key.hasSubKeys);
 }
 
 void ozImportRegistryDialog::ShowValues(ozTreeItem item)
@@ -290,5 +289,6 @@ bool ozImportRegistryDialog::Accept(ozForm& form)
     m_answer.wholeKey = !m_valueListLast || row < 0 || row >= static_cast<int>(m_valueNames.size());
     m_answer.value = m_answer.wholeKey ? "" : m_valueNames[static_cast<std::size_t>(row)];
     m_answer.recursive = m_request.showRecursive && form.Checked(RecursiveBox);
+    m_answer.machine = m_machine;
     return true;
 }

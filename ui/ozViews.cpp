@@ -84,8 +84,10 @@ void ozViews::AskRegistryImport(const RegistryImport& request, RegistryAnswer en
     ozImportRegistryDialog::Texts texts;
     texts.caption = ozApplication::Instance().Name();
     // The host's texts: 1 the machine label, 117 the check box, 11 and 23 the value columns.
-    for (auto [number, text] : {std::pair{1, &texts.machineLabel}, {117, &texts.recursiveLabel},
-                                {11, &texts.nameColumn}, {23, &texts.dataColumn}}) {
+    for (auto [number, text] : {std::pair{1, &texts.machineLabel},
+                                {117, &texts.recursiveLabel},
+                                {11, &texts.nameColumn},
+                                {23, &texts.dataColumn}}) {
         std::string host = m_control != nullptr
                                ? m_control->GetString(static_cast<unsigned short>(number))
                                : std::string();

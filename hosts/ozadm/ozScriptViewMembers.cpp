@@ -180,16 +180,16 @@ Result Dialog(ozScriptCall& call)
         const char* name;
         std::size_t arguments;
     };
-    static const Action actions[] = {{"Set", 3},    {"Check", 3}, {"Click", 2},
-                                     {"Row", 3},    {"OK", 1},    {"Cancel", 1},
-                                     {"Select", 2}, {"Expand", 2}};
+    static const Action actions[] = {{"Set", 3}, {"Check", 3},  {"Click", 2},  {"Row", 3},
+                                     {"OK", 1},  {"Cancel", 1}, {"Select", 2}, {"Expand", 2}};
     const Action* action = nullptr;
     for (const Action& candidate : actions)
         if (ozAsciiSameIgnoringCase(args[0], candidate.name))
             action = &candidate;
     if (action == nullptr)
-        throw ozScriptUsageError("Dialog: \"" + args[0] +
-                                 "\" is none of Set, Check, Click, Row, Select, Expand, OK, Cancel");
+        throw ozScriptUsageError(
+            "Dialog: \"" + args[0] +
+            "\" is none of Set, Check, Click, Row, Select, Expand, OK, Cancel");
     if (args.size() != action->arguments)
         throw ozScriptUsageError(std::string("Dialog ") + action->name + " takes " +
                                  std::to_string(action->arguments - 1) + " arguments");
