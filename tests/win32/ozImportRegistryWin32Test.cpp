@@ -58,7 +58,7 @@ HTREEITEM Child(HWND tree, HTREEITEM item, const wchar_t* text)
         data.hItem = child;
         data.pszText = label;
         data.cchTextMax = 128;
-        TreeView_GetItem(tree, &data);
+        SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&data));
         if (lstrcmpW(label, text) == 0)
             return child;
     }
@@ -88,7 +88,12 @@ void Screenshot(HWND window, const char* name)
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
     RECT area;
     GetWindowRect(window, &area);
-    BITMAPINFOHEADER info = {sizeof info, area.right - area.left, area.bottom - area.top, 1, 24};
+    BITMAPINFOHEADER info = {};
+    info.biSize = sizeof info;
+    info.biWidth = area.right - area.left;
+    info.biHeight = area.bottom - area.top;
+    info.biPlanes = 1;
+    info.biBitCount = 24;
     HDC screen = GetDC(nullptr);
     HDC memory = CreateCompatibleDC(screen);
     void* bits = nullptr;
@@ -199,8 +204,11 @@ TEST_F(ImportRegistryWin32Test, OKImportsTheChosenKeyOrValueAndCancelNothing)
         if (OpenKeyA(GetDlgItem(dialog, D::KeyTree)) == nullptr || ListView_GetItemCount(list) != 2)
             return false;
         SetFocus(list);
-        LVFINDINFOW find = {LVFI_STRING, L"Number"};
-        const int row = ListView_FindItem(list, -1, &find);
+        LVFINDINFOW find = {};
+        find.flags = LVFI_STRING;
+        find.psz = L"Number";
+        const auto row = static_cast<int>(SendMessageW(list, LVM_FINDITEMW, static_cast<WPARAM>(-1),
+                                                       reinterpret_cast<LPARAM>(&find)));
         ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED,
                               LVIS_SELECTED | LVIS_FOCUSED);
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
