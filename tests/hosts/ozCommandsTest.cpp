@@ -256,8 +256,8 @@ TEST_F(OzadmCommands, ImportsKeysFromAHiveFolder)
         << err;
 }
 
-// The import dialog in a script: keys browsed on the local machine and on a machine named by its
-// folder, chosen, and imported into the registry trees.
+// The import dialog in a script: a key browsed on the local machine, a value on a machine named
+// by its folder, each imported into the registry trees when the dialog ends with OK.
 TEST_F(OzadmCommands, ScriptImportsWhatTheImportDialogChooses)
 {
     fs::create_directories(m_folder / "registry");
@@ -268,34 +268,22 @@ TEST_F(OzadmCommands, ScriptImportsWhatTheImportDialogChooses)
         ASSERT_TRUE(hive.SetDword("Policies\\Example\\Other", "Skipped", 2));
         ASSERT_TRUE(hive.Commit());
     }
-    std::ofstream(m_folder / "import.ozs") << R"(SetADM example.adm
-ShowUser = FALSE
-Refresh
-ShowImportReg
-Dialog Expand "HKEY_LOCAL_MACHINE"
-Dialog Expand "HKEY_LOCAL_MACHINE\SOFTWARE"
-Dialog Expand "HKEY_LOCAL_MACHINE\SOFTWARE\Policies"
-Dialog Select "HKEY_LOCAL_MACHINE\SOFTWARE\Policies\Example"
-Dialog Expand "HKEY_LOCAL_MACHINE\SOFTWARE\Policies\Example"
-Dialog Select "HKEY_LOCAL_MACHINE\SOFTWARE\Policies\Example\Browser"
-Dialog Check "Recursive" off
-Dialog
-Dialog OK
-View
-ShowImportReg
-Dialog Set "Machine" "registry"
-Dialog Click "Set"
-Dialog Expand "HKEY_LOCAL_MACHINE"
-Dialog Expand "HKEY_LOCAL_MACHINE\SOFTWARE"
-Dialog Expand "HKEY_LOCAL_MACHINE\SOFTWARE\Policies"
-Dialog Expand "HKEY_LOCAL_MACHINE\SOFTWARE\Policies\Example"
-Dialog Select "HKEY_LOCAL_MACHINE\SOFTWARE\Policies\Example\Browser"
-Dialog Row "" 0
-Dialog
-Dialog OK
-Dialog Select "HKEY_LOCAL_MACHINE\Missing"
-RegTree
-)";
+    // Opens the dialog (on machine, when given) and selects the key Example\Browser.
+    auto browse = [](const std::string& machine) {
+        std::string lines = "ShowImportReg\n";
+        if (!machine.empty())
+            lines += "Dialog Set \"Machine\" " + machine + "\nDialog Click \"Set\"\n";
+        for (const char* key :
+             {"", "\\SOFTWARE", "\\SOFTWARE\\Policies", "\\SOFTWARE\\Policies\\Example"})
+            lines += "Dialog Expand \"HKEY_LOCAL_MACHINE" + std::string(key) + "\"\n";
+        return lines +
+               "Dialog Select \"HKEY_LOCAL_MACHINE\\SOFTWARE\\Policies\\Example\\Browser\"\n";
+    };
+    std::ofstream(m_folder / "import.ozs")
+        << "SetADM example.adm\nShowUser = FALSE\nRefresh\n" + browse("") +
+               "Dialog Check \"Recursive\" off\nDialog\nDialog OK\nView\n" + browse("registry") +
+               "Dialog Row \"\" 0\nDialog\nDialog OK\nDialog Select \"HKEY_LOCAL_MACHINE\"\n"
+               "RegTree\n";
     ASSERT_EQ(Run("script --registry registry import.ozs"), 0) << err;
     const auto npos = std::string::npos;
     EXPECT_NE(out.find("ShowImportReg: FALSE\nDialog: TRUE"), npos) << "open until OK";

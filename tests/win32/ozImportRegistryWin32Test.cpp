@@ -47,33 +47,27 @@ void CALLBACK UserTick(HWND, UINT, UINT_PTR timer, DWORD)
     }
 }
 
-// The child of item whose text is text (the top level for no item), or null.
-HTREEITEM Child(HWND tree, HTREEITEM item, const wchar_t* text)
+// Expands the keys down to HKEY_CURRENT_USER\Software\ozADM-tests\Tree\A, as far as the user can
+// see them, and selects A; null when a key is not there.
+HTREEITEM OpenKeyA(HWND tree)
 {
-    HTREEITEM child = item == nullptr ? TreeView_GetRoot(tree) : TreeView_GetChild(tree, item);
-    for (; child != nullptr; child = TreeView_GetNextSibling(tree, child)) {
+    HTREEITEM item = TreeView_GetRoot(tree);
+    for (const wchar_t* name : {L"HKEY_CURRENT_USER", L"Software", L"ozADM-tests", L"Tree", L"A"}) {
         wchar_t label[128] = {};
         TVITEMW data = {};
         data.mask = TVIF_TEXT;
-        data.hItem = child;
         data.pszText = label;
         data.cchTextMax = 128;
-        SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&data));
-        if (lstrcmpW(label, text) == 0)
-            return child;
-    }
-    return nullptr;
-}
-
-// Expands the keys down to HKEY_CURRENT_USER\Software\ozADM-tests\Tree\A and selects A.
-HTREEITEM OpenKeyA(HWND tree)
-{
-    HTREEITEM item = nullptr;
-    for (const wchar_t* name : {L"HKEY_CURRENT_USER", L"Software", L"ozADM-tests", L"Tree", L"A"}) {
-        if (item != nullptr)
-            TreeView_Expand(tree, item, TVE_EXPAND);
-        if ((item = Child(tree, item, name)) == nullptr)
-            return nullptr;
+        for (; item != nullptr; item = TreeView_GetNextSibling(tree, item)) {
+            data.hItem = item;
+            SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&data));
+            if (lstrcmpW(label, name) == 0)
+                break;
+        }
+        if (item == nullptr || lstrcmpW(name, L"A") == 0)
+            break;
+        TreeView_Expand(tree, item, TVE_EXPAND);
+        item = TreeView_GetChild(tree, item);
     }
     TreeView_SelectItem(tree, item);
     return item;
@@ -135,11 +129,7 @@ protected:
         ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
         ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/every-part.adm").c_str()));
     }
-    void TearDown() override
-    {
-        control.Cleanup();
-        DestroyWindow(host);
-    }
+    void TearDown() override { DestroyWindow(host); }
     // ShowImportReg with the user at work; its result.
     bool Import(std::function<bool(HWND dialog)> user)
     {
@@ -167,53 +157,45 @@ protected:
     CADMCtrl control{ui, &views};
 };
 
-TEST_F(ImportRegistryWin32Test, OKImportsTheChosenKeyOrValueAndCancelNothing)
+// The user: opens key A, clicks into the tree or into the value list choosing the value
+// "Number", and presses button.
+std::function<bool(HWND)> Choose(bool value, int button)
 {
-    // Cancel: nothing. The keys are read as far as the user expanded them.
-    EXPECT_FALSE(Import([](HWND dialog) {
-        HWND tree = GetDlgItem(dialog, D::KeyTree);
+    return [value, button](HWND dialog) {
+        HWND tree = GetDlgItem(dialog, D::KeyTree), list = GetDlgItem(dialog, D::ValueList);
         HTREEITEM a = OpenKeyA(tree);
-        if (a == nullptr)
+        if (a == nullptr || ListView_GetItemCount(list) != 2)
             return false;
-        EXPECT_NE(Child(tree, a, L""), nullptr) << "A's sub keys are not read yet";
-        EXPECT_EQ(TreeView_GetChild(tree, Child(tree, TreeView_GetParent(tree, a), L"B")), nullptr)
-            << "B has no sub keys";
-        PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-        return true;
-    }));
-    EXPECT_EQ(Imported("Tree\\A"), nullptr);
-
-    // The whole key, recursively: the tree had the focus last.
-    EXPECT_TRUE(Import([](HWND dialog) {
-        HWND tree = GetDlgItem(dialog, D::KeyTree);
-        if (OpenKeyA(tree) == nullptr)
-            return false;
-        SetFocus(tree);
-        Screenshot(dialog, "import-registry");
-        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-        return true;
-    }));
-    ASSERT_NE(Imported("Tree\\A\\Deep"), nullptr);
-    EXPECT_NE(Imported("Tree\\A")->HasValue("Number"), nullptr);
-
-    // A value: the list had the focus last.
-    control.Cleanup();
-    ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/every-part.adm").c_str()));
-    EXPECT_TRUE(Import([](HWND dialog) {
-        HWND list = GetDlgItem(dialog, D::ValueList);
-        if (OpenKeyA(GetDlgItem(dialog, D::KeyTree)) == nullptr || ListView_GetItemCount(list) != 2)
-            return false;
-        SetFocus(list);
+        EXPECT_NE(TreeView_GetChild(tree, a), nullptr) << "A's placeholder until expanded";
+        EXPECT_EQ(TreeView_GetChild(tree, TreeView_GetNextSibling(tree, a)), nullptr) << "B";
+        SetFocus(value ? list : tree);
         LVFINDINFOW find = {};
         find.flags = LVFI_STRING;
         find.psz = L"Number";
-        const auto row = static_cast<int>(SendMessageW(list, LVM_FINDITEMW, static_cast<WPARAM>(-1),
-                                                       reinterpret_cast<LPARAM>(&find)));
-        ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED,
-                              LVIS_SELECTED | LVIS_FOCUSED);
-        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        ListView_SetItemState(list,
+                              SendMessageW(list, LVM_FINDITEMW, static_cast<WPARAM>(-1),
+                                           reinterpret_cast<LPARAM>(&find)),
+                              LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+        Screenshot(dialog, "import-registry");
+        PostMessageW(dialog, WM_COMMAND, button, 0);
         return true;
-    }));
+    };
+}
+
+TEST_F(ImportRegistryWin32Test, OKImportsTheChosenKeyOrValueAndCancelNothing)
+{
+    EXPECT_FALSE(Import(Choose(false, IDCANCEL)));
+    EXPECT_EQ(Imported("Tree\\A"), nullptr);
+
+    // The tree had the focus last: the whole key, recursively.
+    EXPECT_TRUE(Import(Choose(false, IDOK)));
+    ASSERT_NE(Imported("Tree\\A\\Deep"), nullptr);
+    EXPECT_NE(Imported("Tree\\A")->HasValue("Number"), nullptr);
+
+    // The value list had it: the value alone.
+    control.Cleanup();
+    ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/every-part.adm").c_str()));
+    EXPECT_TRUE(Import(Choose(true, IDOK)));
     ASSERT_NE(Imported("Tree\\A"), nullptr);
     EXPECT_EQ(Imported("Tree\\A\\Deep"), nullptr);
     EXPECT_NE(Imported("Tree\\A")->HasValue("Number"), nullptr);
