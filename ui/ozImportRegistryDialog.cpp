@@ -63,14 +63,12 @@ std::vector<SubKey> ReadSubKeys(unsigned int root, const std::string& path,
     return keys;
 }
 
-// Whether the key can be opened, and whether it has sub keys.
-bool ProbeKey(unsigned int root, const std::string& path, const std::string& machine,
-              bool& hasSubKeys)
+// Whether the key at path can be opened and has sub keys.
+bool KeyHasSubKeys(unsigned int root, const std::string& path, const std::string& machine)
 {
     try {
-        hasSubKeys = HasSubKeys(
+        return HasSubKeys(
             CRegistryKey(ozRootHandle(root), path.c_str(), KEY_READ, MachineArgument(machine)));
-        return true;
     } catch (const CRegistryKey::Exception&) {
         return false;
     }
@@ -169,11 +167,9 @@ void ozImportRegistryDialog::Connect()
         roots = {UserRoot, MachineRoot, UsersRoot};
     else  // another machine has no current user
         roots = {MachineRoot, UsersRoot};
-    for (unsigned int root : roots) {
-        bool hasSubKeys = false;
-        ProbeKey(root, "", m_machine, hasSubKeys);
-        AppendKey(ozNoItem, root, "", RootName(root), RootImage(root), hasSubKeys);
-    }
+    for (unsigned int root : roots)
+        AppendKey(ozNoItem, root, "", RootName(root), RootImage(root),
+                  KeyHasSubKeys(root, "", m_machine));
     OpenInitialKey();
 }
 
@@ -214,14 +210,14 @@ void ozImportRegistryDialog::AppendKey(ozTreeItem parent, unsigned int root,
         m_tree->Append(item, "", ImageKey, ImageKeySelected, false, nullptr);
 }
 
-const ozImportRegistryDialog::Node* ozImportRegistryDialog::NodeOf(ozTreeItem item) const
+ozImportRegistryDialog::Node* ozImportRegistryDialog::NodeOf(ozTreeItem item) const
 {
-    return item != ozNoItem ? static_cast<const Node*>(m_tree->Data(item)) : nullptr;
+    return item != ozNoItem ? static_cast<Node*>(m_tree->Data(item)) : nullptr;
 }
 
 void ozImportRegistryDialog::Enumerate(ozTreeItem item)
 {
-    auto* node = const_cast<Node*>(NodeOf(item));
+    Node* node = NodeOf(item);
     if (node == nullptr || node->enumerated)
         return;
     node->enumerated = true;

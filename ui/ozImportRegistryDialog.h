@@ -74,7 +74,8 @@ private:
     void AppendKey(ozTreeItem parent, unsigned int root, const std::string& path,
                    const std::string& text, int image, bool hasSubKeys);
     void ShowValues(ozTreeItem item);
-    const Node* NodeOf(ozTreeItem item) const;
+    // The key of item; null for a placeholder or no item.
+    Node* NodeOf(ozTreeItem item) const;
 
     // ozTreeEvents
     void ItemExpanding(ozTreeItem item, bool expanding) override;
