@@ -1,6 +1,7 @@
 #include "CADMCtrl.h"
 
 #include <cstdio>
+#include <memory>
 #include <new>
 
 #include "core/adm/ozADMPolicy.h"
@@ -354,18 +355,17 @@ bool CADMCtrl::ozSRHide()
 }
 
 bool CADMCtrl::AddRegistryKey(unsigned int rootNumber, const char* key, const char* value,
-                              bool recursive)
+                              bool recursive, const char* machine)
 {
     ozRegTree* tree = ozRegTreeOfRoot(m_code, rootNumber);
     if (tree == nullptr)
         return false;
-    const char* valueName = value != nullptr && *value != '\0' ? value : nullptr;
     std::string keyRead = key != nullptr ? key : "";
     unsigned long code = ERROR_NOT_ENOUGH_MEMORY;
     std::string reason;
     // The registry reader throws; its failures end here, as a message to the user.
     try {
-        return tree->AddFromRegistry(ozRootHandle(rootNumber), key, valueName, recursive, nullptr);
+        return tree->AddFromRegistry(ozRootHandle(rootNumber), key, value, recursive, machine);
     } catch (const CRegistryKey::Exception& failure) {
         if (!failure.Key().empty())
             keyRead = failure.Key();
@@ -384,7 +384,8 @@ bool CADMCtrl::AddFromRegistry(long theRoot, const char* theKey, const char* the
 {
     if (m_code == nullptr)
         return false;
-    bool added = AddRegistryKey(static_cast<unsigned int>(theRoot), theKey, theValue, bRecursive);
+    const char* valueName = theValue != nullptr && *theValue != '\0' ? theValue : nullptr;
+    bool added = AddRegistryKey(static_cast<unsigned int>(theRoot), theKey, valueName, bRecursive);
     m_code->modified = 1;
     return added;
 }
@@ -393,13 +394,21 @@ bool CADMCtrl::ShowImportReg()
 {
     if (m_code == nullptr || m_views == nullptr)
         return false;
-    ozControlViews::RegistryChoice choice;
-    if (!m_views->AskRegistryImport(choice))
-        return false;
-    bool added =
-        AddRegistryKey(choice.root, choice.key.c_str(), choice.value.c_str(), choice.recursive);
-    ShowCode();
-    return added;
+    ozControlViews::RegistryImport request;
+    request.initial.recursive = true;
+    auto added = std::make_shared<bool>(false);
+    m_views->AskRegistryImport(request, [this,
+                                         added](const ozControlViews::RegistryChoice* chosen) {
+        // A headless dialog may end after the code object went.
+        if (chosen == nullptr || m_code == nullptr)
+            return;
+        *added = AddRegistryKey(
+            chosen->root, chosen->key.c_str(), chosen->wholeKey ? nullptr : chosen->value.c_str(),
+            chosen->recursive, chosen->machine.empty() ? nullptr : chosen->machine.c_str());
+        m_code->modified = 1;
+        ShowCode();
+    });
+    return *added;
 }
 
 ozStringArray CADMCtrl::PolicyConfigures(const char* Path) const

@@ -128,8 +128,11 @@ public:
     // running out of memory, give false and message 98 naming the key, the error code and the
     // system's text; what was read before stays.
     bool AddFromRegistry(long theRoot, const char* theKey, const char* theValue, bool bRecursive);
-    // Asks the views for a key or value to add from the registry and adds it as
-    // AddFromRegistry does; false on cancel.
+    // Runs the import-from-registry dialog and, when it ends with OK, adds the chosen key (with
+    // its sub keys when "Recursive" is checked) or value as AddFromRegistry does, marks the code
+    // object modified and shows it again. The result is whether something was added by the time
+    // the call returns: a modal dialog (Windows) has ended by then; a headless dialog stays open
+    // until a script ends it, so the call gives false and the import happens at `Dialog OK`.
     bool ShowImportReg();
     // The registry entries the policy at Path configures in its present state; empty without
     // a code object, for a path that names no policy, or when the policy cannot tell.
@@ -154,9 +157,11 @@ private:
     // Hands the code object to the view of the display mode.
     void ShowCode();
     // AddFromRegistry's work, for a code object that is there: reads the registry into the
-    // tree of rootNumber and shows message 98 when the registry cannot be read.
-    bool AddRegistryKey(unsigned int rootNumber, const char* key, const char* value,
-                        bool recursive);
+    // tree of rootNumber and shows message 98 when the registry cannot be read. A null value
+    // reads the whole key; "" the key's default value. machine as for ozRegTree's
+    // AddFromRegistry (null: this machine).
+    bool AddRegistryKey(unsigned int rootNumber, const char* key, const char* value, bool recursive,
+                        const char* machine = nullptr);
 
     ozHostUI& m_ui;
     ozControlViews* m_views;

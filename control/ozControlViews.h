@@ -4,6 +4,7 @@
 // without effect.
 #pragma once
 
+#include <functional>
 #include <string>
 
 struct tTreeCodeHandle;
@@ -36,14 +37,30 @@ public:
     virtual bool ShowSearch() = 0;
     virtual bool ShowReplace() = 0;
     virtual bool HideSearch() = 0;
-    // Runs the import-from-registry dialog; true on OK, with the choice filled in.
+    // The import-from-registry dialog's answer: a root number (ozRootNumber), a key path below
+    // it, and either the whole key or the name of one of its values ("" its default value).
     struct RegistryChoice {
         unsigned int root = 2;
         std::string key;
-        std::string value;  // empty for the whole key
+        std::string value;
+        bool wholeKey = true;
         bool recursive = false;
+        std::string machine;  // where the key was found; "" the local machine
     };
-    virtual bool AskRegistryImport(RegistryChoice& choice) = 0;
+    // What the dialog offers: the roots of the user (HKEY_CURRENT_USER, on the local machine
+    // only) and of the machine (HKEY_LOCAL_MACHINE, HKEY_USERS), or the one root of `initial`
+    // when singleRoot is set; the "Recursive" box (checked as initial.recursive) unless hidden.
+    struct RegistryImport {
+        RegistryChoice initial;
+        bool singleRoot = false;
+        bool showRecursive = true;
+    };
+    // Runs the import-from-registry dialog. `ended` gets the user's choice on OK, null on
+    // Cancel (or OK without a key selected). Modal platforms call it before returning; headless
+    // ones when the dialog ends, which may be never; views that show no dialog, at once with
+    // null.
+    using RegistryAnswer = std::function<void(const RegistryChoice* chosen)>;
+    virtual void AskRegistryImport(const RegistryImport& request, RegistryAnswer ended) = 0;
     virtual void ShowLegend() = 0;
     virtual void ShowAbout() = 0;
 };

@@ -240,15 +240,18 @@ void ozActionListDialog::Browse(ozForm& form)
         choice.root = present->Root();
         choice.key = present->KeyPath();
     }
-    if (m_browse(choice.root, choice)) {
-        form.Text(KeyEdit, choice.key);
-        // A key alone keeps the value name; a chosen value names the entry.
-        if (!choice.value.empty())
-            form.Text(ValueNameEdit, choice.value);
-        KeyChanged(form);
-        ValueNameChanged(form);
-    }
-    UpdateFields(form);
+    // The browser ends while this dialog is open below it: form and entry are still there.
+    m_browse(choice, [this, &form](const ozControlViews::RegistryChoice* chosen) {
+        if (chosen != nullptr && m_current != nullptr) {
+            form.Text(KeyEdit, chosen->key);
+            // A key alone keeps the value name; a chosen value names the entry.
+            if (!chosen->wholeKey)
+                form.Text(ValueNameEdit, chosen->value);
+            KeyChanged(form);
+            ValueNameChanged(form);
+        }
+        UpdateFields(form);
+    });
 }
 
 void ozActionListDialog::FillList(ozForm& form)

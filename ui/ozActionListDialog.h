@@ -37,9 +37,10 @@ public:
         InsertButton = 320,
         DeleteButton = 321,
     };
-    // Browses the registry for a key below the root numbered root (1 the user's, 2 the
-    // machine's); true with the choice filled in, false when the user cancels.
-    using Browser = std::function<bool(unsigned int root, ozControlViews::RegistryChoice& choice)>;
+    // Browses the registry below the root of `initial` (1 the user's, 2 the machine's) and
+    // hands the user's choice to `ended` (null when the user cancels), at once or later.
+    using Browser = std::function<void(const ozControlViews::RegistryChoice& initial,
+                                       ozControlViews::RegistryAnswer ended)>;
 
     // Works on list's Copy(), or on a new empty list when list is null. defaultKey (not owned)
     // is the key the first entry inherits: the policy's.

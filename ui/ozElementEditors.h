@@ -25,9 +25,11 @@ struct ozEditorContext {
     // Called after every accepted edit: the view marks the control modified and shows the
     // policy's parts again.
     std::function<void()> edited;
-    // Browses the registry for a key below the root numbered root (1 the user's, 2 the
-    // machine's); false when the user cancels or no browser exists yet (then keys are typed).
-    std::function<bool(unsigned int root, ozControlViews::RegistryChoice& choice)> browse;
+    // Browses the registry below the root of `initial` (1 the user's, 2 the machine's) and
+    // hands the choice to `ended` (null when the user cancels), at once or later.
+    std::function<void(const ozControlViews::RegistryChoice& initial,
+                       ozControlViews::RegistryAnswer ended)>
+        browse;
 };
 
 // The dialog numbers of the element editors.

@@ -41,6 +41,9 @@ enum : unsigned int {
     ozControlReportOnLeave = 16,
     // An edit of several lines: the return key starts a new line, and lines end in "\r\n".
     ozControlMultiLine = 32,
+    // A list or tree that reports when it gets the keyboard focus (ozFormEvent::FocusGained),
+    // for dialogs that act on whichever of their panes the user worked in last.
+    ozControlReportsFocus = 64,
 };
 
 struct ozControlSpec {
@@ -67,6 +70,8 @@ struct ozControlSpec {
     unsigned int style = 0;
     // For a two-column list: the column captions.
     std::vector<std::string> columns;
+    // For an edit: the most characters the user can type (0: no limit).
+    int maxLength = 0;
 };
 
 // What the user did to a control.
@@ -74,9 +79,11 @@ enum class ozFormEvent {
     Clicked,           // a button, check box or radio button
     TextChanged,       // the text of an edit, number or combo box
     SelectionChanged,  // the chosen row of a list, drop-down or combo box
+    FocusGained,       // a list or tree with ozControlReportsFocus got the keyboard focus
 };
 
 class ozForm;
+class ozTreeWidget;
 
 class ozFormEvents {
 public:
@@ -110,6 +117,10 @@ public:
     // a label. Without images the rows are kept but not drawn: only the background shows.
     virtual void ImageRows(int id, const std::vector<std::pair<int, std::string>>& rows,
                            bool withImages) = 0;
+    // The tree widget of a Tree control, owned by the form and valid while the form shows its
+    // controls (null for another number or where the form has no tree widgets). Its events go
+    // where ozTreeWidget::Events sends them; the form's own events for it are FocusGained only.
+    virtual ozTreeWidget* TreeControl(int /*id*/) { return nullptr; }
 };
 
 // A dialog's layout: its resource number, caption, size in dialog units and controls in tab

@@ -145,11 +145,16 @@ void ozPolicyPropertiesDialog::Browse(ozForm& form)
     ozControlViews::RegistryChoice choice;
     choice.root = ozRootNumber(m_policy.RootKey());
     choice.key = form.Text(KeyEdit);
-    if (!m_context.browse || !m_context.browse(choice.root, choice))
+    if (!m_context.browse)
         return;
-    form.Text(KeyEdit, choice.key);
-    if (!choice.value.empty())
-        form.Text(ValueNameEdit, choice.value);
+    // The browser ends while this dialog is open below it.
+    m_context.browse(choice, [&form](const ozControlViews::RegistryChoice* chosen) {
+        if (chosen == nullptr)
+            return;
+        form.Text(KeyEdit, chosen->key);
+        if (!chosen->wholeKey)
+            form.Text(ValueNameEdit, chosen->value);
+    });
 }
 
 void ozPolicyPropertiesDialog::Refuse(ozForm& form, int id, unsigned short number,

@@ -467,10 +467,18 @@ void ozPolicyView::ShowHelp(ozADMPolicy& policy)
     m_platform.RunDialog(std::make_unique<ozHelpDialog>(policy), [](ozDialog&, bool) {});
 }
 
-bool ozPolicyView::BrowseRegistry(unsigned int root, ozControlViews::RegistryChoice& choice)
+void ozPolicyView::BrowseRegistry(const ozControlViews::RegistryChoice& initial,
+                                  ozControlViews::RegistryAnswer ended)
 {
-    choice.root = root;
-    return m_views != nullptr && m_views->AskRegistryImport(choice);
+    if (m_views == nullptr) {
+        ended(nullptr);
+        return;
+    }
+    ozControlViews::RegistryImport request;
+    request.initial = initial;
+    request.singleRoot = true;
+    request.showRecursive = false;
+    m_views->AskRegistryImport(request, std::move(ended));
 }
 
 ozEditorContext ozPolicyView::EditorContext()
@@ -482,8 +490,9 @@ ozEditorContext ozPolicyView::EditorContext()
         if (m_panel.Policy() != nullptr)
             m_panel.Show(AsPolicy(Node(m_platform.PolicyTree().Selection())));
     };
-    context.browse = [this](unsigned int root, ozControlViews::RegistryChoice& choice) {
-        return BrowseRegistry(root, choice);
+    context.browse = [this](const ozControlViews::RegistryChoice& initial,
+                            ozControlViews::RegistryAnswer ended) {
+        BrowseRegistry(initial, std::move(ended));
     };
     return context;
 }
@@ -522,8 +531,9 @@ void ozPolicyView::EditActionList(ozADMPolicy& policy, bool actionListOn)
         m_platform.UI().ShowMessage(HostMessageError, "You have to set a key first!");
         return;
     }
-    auto browse = [this](unsigned int root, ozControlViews::RegistryChoice& choice) {
-        return BrowseRegistry(root, choice);
+    auto browse = [this](const ozControlViews::RegistryChoice& initial,
+                         ozControlViews::RegistryAnswer ended) {
+        BrowseRegistry(initial, std::move(ended));
     };
     const ozADMActionList* list = actionListOn ? policy.ActionListOn() : policy.ActionListOff();
     ozADMPolicy* edited = &policy;

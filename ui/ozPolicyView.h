@@ -116,7 +116,9 @@ private:
     void RunEditor(std::unique_ptr<ozDialog> dialog,
                    std::function<void(ozDialog& dialog, bool accepted)> ended);
     // The registry key browser of the action list editor and the element editors.
-    bool BrowseRegistry(unsigned int root, ozControlViews::RegistryChoice& choice);
+    // It offers the one root of initial, without "Recursive".
+    void BrowseRegistry(const ozControlViews::RegistryChoice& initial,
+                        ozControlViews::RegistryAnswer ended);
 
     ozViewPlatform& m_platform;
     ozPartsPanel& m_panel;

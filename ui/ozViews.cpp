@@ -1,7 +1,9 @@
 #include "ozViews.h"
 
 #include "control/CADMCtrl.h"
+#include "control/ozApplication.h"
 #include "core/registry/ozRegKey.h"
+#include "ozImportRegistryDialog.h"
 #include "ozLegendDialog.h"
 #include "ozViewPlatform.h"
 
@@ -93,9 +95,26 @@ void ozViews::WithADMEdit(bool withEdit)
     m_policyView.WithADMEdit(withEdit);
 }
 
-bool ozViews::AskRegistryImport(RegistryChoice&)
+void ozViews::AskRegistryImport(const RegistryImport& request, RegistryAnswer ended)
 {
-    return false;
+    ozImportRegistryDialog::Texts texts;
+    texts.caption = ozApplication::Instance().Name();
+    // The host's texts: 1 the machine label, 117 the check box, 11 and 23 the value columns.
+    for (auto [number, text] : {std::pair{1, &texts.machineLabel},
+                                {117, &texts.recursiveLabel},
+                                {11, &texts.nameColumn},
+                                {23, &texts.dataColumn}}) {
+        std::string host = m_control != nullptr
+                               ? m_control->GetString(static_cast<unsigned short>(number))
+                               : std::string();
+        if (!host.empty())
+            *text = host;
+    }
+    m_platform.RunDialog(std::make_unique<ozImportRegistryDialog>(request, texts),
+                         [ended = std::move(ended)](ozDialog& dialog, bool accepted) {
+                             auto& import = static_cast<ozImportRegistryDialog&>(dialog);
+                             ended(accepted && import.Chosen() ? &import.Answer() : nullptr);
+                         });
 }
 
 void ozViews::ShowLegend()

@@ -42,7 +42,7 @@ public:
     bool ShowSearch() override { return false; }
     bool ShowReplace() override { return false; }
     bool HideSearch() override { return false; }
-    bool AskRegistryImport(RegistryChoice& choice) override;
+    void AskRegistryImport(const RegistryImport& request, RegistryAnswer ended) override;
     void ShowLegend() override;
     void ShowAbout() override;
 

@@ -149,8 +149,26 @@ Result Choose(ozScriptCall& call)
     return Result::Bool(chosen);
 }
 
+// The tree of the dialog on top (its first), with the item at path: a user's click into a tree
+// moves the focus there first. False, with a note, when there is no such tree or item.
+bool DialogTreeItem(ozScriptCall& call, ozHeadlessForm& form, const std::string& path,
+                    ozHeadlessTree*& tree, ozTreeItem& item)
+{
+    for (const ozHeadlessForm::Control& control : form.Controls())
+        if ((tree = form.Tree(control.spec.id)) != nullptr) {
+            item = tree->Find(path);
+            if (item == ozNoItem) {
+                call.note = "the dialog's tree has no item \"" + path + "\"";
+                return false;
+            }
+            return form.FocusByUser(control.spec.id);
+        }
+    call.note = "the dialog has no tree";
+    return false;
+}
+
 // Dialog, Dialog Set "label" "text", Dialog Check "caption" on|off, Dialog Click "caption",
-// Dialog Row "list label" N, Dialog OK, Dialog Cancel.
+// Dialog Row "list label" N, Dialog Select|Expand "path", Dialog OK, Dialog Cancel.
 Result Dialog(ozScriptCall& call)
 {
     ozHeadlessPlatform& platform = Views("Dialog", call).platform;
@@ -165,15 +183,16 @@ Result Dialog(ozScriptCall& call)
         const char* name;
         std::size_t arguments;
     };
-    static const Action actions[] = {{"Set", 3}, {"Check", 3}, {"Click", 2},
-                                     {"Row", 3}, {"OK", 1},    {"Cancel", 1}};
+    static const Action actions[] = {{"Set", 3}, {"Check", 3},  {"Click", 2},  {"Row", 3},
+                                     {"OK", 1},  {"Cancel", 1}, {"Select", 2}, {"Expand", 2}};
     const Action* action = nullptr;
     for (const Action& candidate : actions)
         if (ozAsciiSameIgnoringCase(args[0], candidate.name))
             action = &candidate;
     if (action == nullptr)
-        throw ozScriptUsageError("Dialog: \"" + args[0] +
-                                 "\" is none of Set, Check, Click, Row, OK, Cancel");
+        throw ozScriptUsageError(
+            "Dialog: \"" + args[0] +
+            "\" is none of Set, Check, Click, Row, Select, Expand, OK, Cancel");
     if (args.size() != action->arguments)
         throw ozScriptUsageError(std::string("Dialog ") + action->name + " takes " +
                                  std::to_string(action->arguments - 1) + " arguments");
@@ -184,6 +203,16 @@ Result Dialog(ozScriptCall& call)
     const std::string& what = action->name;
     if (what == "OK" || what == "Cancel")
         return Result::Bool(platform.EndDialog(what == "OK"));
+    if (what == "Select" || what == "Expand") {
+        ozHeadlessTree* tree = nullptr;
+        ozTreeItem item = ozNoItem;
+        if (!DialogTreeItem(call, *form, args[1], tree, item))
+            return Result::Bool(false);
+        if (what == "Select")
+            return Result::Bool(tree->SelectByUser(item));
+        tree->ExpandByUser(item, true);
+        return Result::Bool(true);
+    }
     using Kind = ozControlKind;
     const ozHeadlessForm::Control* control = nullptr;
     if (what == "Set")
@@ -213,7 +242,8 @@ Result Dialog(ozScriptCall& call)
     long long row = 0;
     if (!ozReadInteger(args[2], -1, 2147483647, row))
         throw ozScriptUsageError("Dialog Row: N must be a row number, not \"" + args[2] + "\"");
-    return Result::Bool(form->ChooseRow(id, static_cast<int>(row)));
+    // A click into the list moves the focus there first.
+    return Result::Bool(form->FocusByUser(id) && form->ChooseRow(id, static_cast<int>(row)));
 }
 
 Result Answer(ozScriptCall& call)
@@ -311,8 +341,8 @@ void ozAddViewMembers(std::vector<ozScriptMember>& members)
     members.push_back({"Choose", false, 1, "Entry", Choose, nullptr});
     members.push_back(
         {"Dialog", false, AnyArgumentCount,
-         "[Set Label Text | Check Caption on|off | Click Caption | Row Label N | OK | "
-         "Cancel]",
+         "[Set Label Text | Check Caption on|off | Click Caption | Row Label N | Select Path | "
+         "Expand Path | OK | Cancel]",
          Dialog, nullptr});
     members.push_back({"Answer", false, 1, "yes|no", Answer, nullptr});
     members.push_back({"SelectValue", false, 1, "Name", SelectValue, nullptr});

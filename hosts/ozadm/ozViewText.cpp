@@ -135,6 +135,8 @@ std::vector<std::string> ozDialogLines(const std::string& caption, const ozHeadl
         if (form.Focused() == control.spec.id)
             line += " selected";
         lines.push_back(line + " = " + ozQuoteScriptText(control.text));
+        if (const ozHeadlessTree* tree = form.Tree(control.spec.id))
+            AddItemLines(*tree, tree->Root(), "", lines);
         for (std::size_t row = 0; row < control.rows.size(); ++row)
             lines.push_back("ROW " + std::to_string(row) + " " +
                             (row < control.images.size()

@@ -23,5 +23,5 @@ std::vector<std::string> ozPartsPanelLines(const ozPartsPanel& panel);
 std::vector<std::string> ozMenuLines(const ozMenu& menu);
 // DIALOG "caption", then per control in tab order
 // CONTROL KIND "caption or label" enabled|disabled[ checked][ selected] = "text"
-// with a list's rows under it as ROW n "text"[ selected].
+// with a list's rows under it as ROW n "text"[ selected] and a tree's items as ITEM lines.
 std::vector<std::string> ozDialogLines(const std::string& caption, const ozHeadlessForm& form);

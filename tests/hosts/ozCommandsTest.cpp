@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "support/ozTestHive.h"
 #include "tests/support/ozTestFiles.h"
@@ -253,6 +254,51 @@ TEST_F(OzadmCommands, ImportsKeysFromAHiveFolder)
                        "system cannot find the file specified."),
               std::string::npos)
         << err;
+}
+
+// The import dialog in a script: a key browsed on the local machine, a value on a machine named
+// by its folder, each imported into the registry trees when the dialog ends with OK.
+TEST_F(OzadmCommands, ScriptImportsWhatTheImportDialogChooses)
+{
+    fs::create_directories(m_folder / "registry");
+    {
+        ozTestHive hive((m_folder / "registry" / "SOFTWARE").string());
+        ASSERT_TRUE(hive.SetString("Policies\\Example\\Browser", "ProxyServer", "hive.example"));
+        ASSERT_TRUE(hive.SetDword("Policies\\Example\\Browser", "UseProxy", 1));
+        ASSERT_TRUE(hive.SetDword("Policies\\Example\\Other", "Skipped", 2));
+        ASSERT_TRUE(hive.Commit());
+    }
+    // Opens the dialog (on machine, when given) and selects the key Example\Browser.
+    auto browse = [](const std::string& machine) {
+        std::string lines = "ShowImportReg\n";
+        if (!machine.empty())
+            lines += "Dialog Set \"Machine\" " + machine + "\nDialog Click \"Set\"\n";
+        for (const char* key :
+             {"", "\\SOFTWARE", "\\SOFTWARE\\Policies", "\\SOFTWARE\\Policies\\Example"})
+            lines += "Dialog Expand \"HKEY_LOCAL_MACHINE" + std::string(key) + "\"\n";
+        return lines +
+               "Dialog Select \"HKEY_LOCAL_MACHINE\\SOFTWARE\\Policies\\Example\\Browser\"\n";
+    };
+    std::ofstream(m_folder / "import.ozs")
+        << "SetADM example.adm\nShowUser = FALSE\nRefresh\n" + browse("") +
+               "Dialog Check \"Recursive\" off\nDialog\nDialog OK\nView\n" + browse("registry") +
+               "Dialog Row \"\" 0\nDialog\nDialog OK\nDialog Select \"HKEY_LOCAL_MACHINE\"\n"
+               "RegTree\n";
+    ASSERT_EQ(Run("script --registry registry import.ozs"), 0) << err;
+    const auto npos = std::string::npos;
+    EXPECT_NE(out.find("ShowImportReg: FALSE\nDialog: TRUE"), npos) << "open until OK";
+    EXPECT_NE(out.find("      ITEM \"Example\" image=2 selimage=3 expanded\n"
+                       "        ITEM \"Browser\" image=2 selimage=3 selected\n"
+                       "        ITEM \"Other\" image=2 selimage=3\n"),
+              npos)
+        << out;
+    EXPECT_NE(out.find("        ITEM \"Browser\" image=12 selimage=13\n"), npos) << "saved";
+    EXPECT_NE(out.find("CONTROL TREE \"\" enabled = \"\"\nITEM \"HKEY_LOCAL_MACHINE\""), npos)
+        << "another machine has no HKEY_CURRENT_USER";
+    EXPECT_NE(out.find("VALUE \"ProxyServer\" I REG_SZ \"hive.example~\""), npos) << out;
+    EXPECT_EQ(out.find("VALUE \"UseProxy\""), npos) << "the value alone";
+    EXPECT_EQ(out.find("KEY Other"), npos);
+    EXPECT_NE(out.find("Dialog: FALSE\nUSER"), npos) << "no dialog open";
 }
 
 }  // namespace

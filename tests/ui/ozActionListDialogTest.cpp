@@ -109,11 +109,14 @@ TEST_F(ActionListDialogTest, ClearingHasOwnKeyGivesTheInheritedKeyAndCheckingOnl
 TEST_F(ActionListDialogTest, TypingAndBrowsingRebindInTheKeysTreeAndRenameOnlyTheCopy)
 {
     std::string chosenValue;
-    Open(&list, [&](unsigned int root, ozControlViews::RegistryChoice& choice) {
-        choice.key = "Software\\Browsed" + std::to_string(root);
-        choice.value = chosenValue;
-        return true;
-    });
+    Open(&list,
+         [&](const ozControlViews::RegistryChoice& initial, ozControlViews::RegistryAnswer ended) {
+             ozControlViews::RegistryChoice choice = initial;
+             choice.key = "Software\\Browsed" + std::to_string(initial.root);
+             choice.value = chosenValue;
+             choice.wholeKey = chosenValue.empty();
+             ended(&choice);
+         });
     for (int row : {1, 2}) {
         ASSERT_TRUE(form.ChooseRow(D::EntryList, row));
         ASSERT_TRUE(form.Type(D::KeyEdit, "Software\\Typed"));

@@ -60,6 +60,16 @@ bool ozHeadlessForm::Type(int id, const std::string& text)
         (control->spec.style & ozControlReadOnly) != 0)
         return false;
     control->text = text;
+    // An edit with a limit takes no more characters (UTF-8 continuation bytes do not count).
+    if (control->spec.maxLength > 0) {
+        int characters = 0;
+        for (std::size_t at = 0; at < control->text.size(); ++at)
+            if ((static_cast<unsigned char>(control->text[at]) & 0xC0) != 0x80 &&
+                ++characters > control->spec.maxLength) {
+                control->text.resize(at);
+                break;
+            }
+    }
     Raise(id, ozFormEvent::TextChanged);
     return true;
 }
@@ -110,11 +120,33 @@ bool ozHeadlessForm::ChooseRow(int id, int row)
     return true;
 }
 
+bool ozHeadlessForm::FocusByUser(int id)
+{
+    Control* control = FindControl(id);
+    if (control == nullptr || !control->enabled)
+        return false;
+    const bool moved = m_focus != id;
+    m_focus = id;
+    if (moved && (control->spec.style & ozControlReportsFocus) != 0)
+        Raise(id, ozFormEvent::FocusGained);
+    return true;
+}
+
+ozHeadlessTree* ozHeadlessForm::Tree(int id) const
+{
+    auto found = m_trees.find(id);
+    return found != m_trees.end() ? found->second.get() : nullptr;
+}
+
 void ozHeadlessForm::Build(const std::vector<ozControlSpec>& controls, ozFormEvents* events)
 {
     m_controls.clear();
-    for (const ozControlSpec& spec : controls)
+    m_trees.clear();
+    for (const ozControlSpec& spec : controls) {
         m_controls.push_back(Control{spec, {}, true, false, {}, -1, 0, 0, 1, {}});
+        if (spec.kind == ozControlKind::Tree)
+            m_trees[spec.id] = std::make_unique<ozHeadlessTree>();
+    }
     m_events = events;
     m_focus = 0;
 }
@@ -122,6 +154,7 @@ void ozHeadlessForm::Build(const std::vector<ozControlSpec>& controls, ozFormEve
 void ozHeadlessForm::Clear()
 {
     m_controls.clear();
+    m_trees.clear();
     m_events = nullptr;
     m_focus = 0;
 }

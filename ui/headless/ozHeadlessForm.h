@@ -2,9 +2,12 @@
 // rows, and calls that stand for what a user does to them, raising the form's events.
 #pragma once
 
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "ozHeadlessTree.h"
 #include "ui/ozViewPlatform.h"
 
 class ozHeadlessForm final : public ozPanelWidget {
@@ -38,6 +41,12 @@ public:
     bool Click(int id);
     bool CheckByUser(int id, bool checked);
     bool ChooseRow(int id, int row);
+    // Puts the keyboard focus on a control as a click into it does (FocusGained for a list or
+    // tree that reports it, when the focus was elsewhere); false for a disabled control.
+    bool FocusByUser(int id);
+    // The tree widget of a Tree control (null for another number): ozadm's view calls and tests
+    // drive it as the user does.
+    ozHeadlessTree* Tree(int id) const;
 
     // ozPanelWidget
     void Build(const std::vector<ozControlSpec>& controls, ozFormEvents* events) override;
@@ -57,12 +66,14 @@ public:
     void ImageRows(int id, const std::vector<std::pair<int, std::string>>& rows,
                    bool withImages) override;
     int Focused() const { return m_focus; }
+    ozTreeWidget* TreeControl(int id) override { return Tree(id); }
 
 private:
     Control* FindControl(int id);
     void Raise(int id, ozFormEvent event);
 
     std::vector<Control> m_controls;
+    std::map<int, std::unique_ptr<ozHeadlessTree>> m_trees;
     ozFormEvents* m_events = nullptr;
     int m_focus = 0;
 };

@@ -67,7 +67,9 @@ void ozHeadlessTree::ExpandByUser(ozTreeItem item, bool expand)
         return;
     if (m_events != nullptr)
         m_events->ItemExpanding(item, expand);
-    found->expanded = expand;
+    // The view may have added children meanwhile, which moves the items in memory.
+    if (Item* expanded = Find(item))
+        expanded->expanded = expand;
 }
 
 void ozHeadlessTree::DoubleClick(ozTreeItem item)

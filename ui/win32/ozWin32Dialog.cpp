@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "ozWin32Form.h"
+#include "ozWin32Tree.h"
 
 namespace {
 
@@ -110,12 +112,41 @@ std::vector<DialogWindow> DialogWindows(const ozDialogTemplate& layout)
 
 class DialogForm final : public ozWin32Form<ozForm> {
 public:
-    explicit DialogForm(ozDialog& dialog) : m_dialog(dialog) {}
+    DialogForm(ozDialog& dialog, HINSTANCE resources) : m_dialog(dialog), m_resources(resources) {}
     ozWin32FormControls& Controls() { return m_controls; }
     ozDialog& Dialog() { return m_dialog; }
 
+    // A Tree control's widget, made when first asked for.
+    ozTreeWidget* TreeControl(int id) override
+    {
+        std::unique_ptr<ozWin32Tree>& tree = m_trees[id];
+        if (tree == nullptr) {
+            HWND window =
+                m_controls.Parent() != nullptr ? GetDlgItem(m_controls.Parent(), id) : nullptr;
+            const auto& specs = m_dialog.Layout().controls;
+            if (window == nullptr ||
+                std::none_of(specs.begin(), specs.end(), [id](const ozControlSpec& spec) {
+                    return spec.id == id && spec.kind == ozControlKind::Tree;
+                }))
+                return nullptr;
+            tree = std::make_unique<ozWin32Tree>();
+            tree->Attach(window, m_resources);
+        }
+        return tree.get();
+    }
+    // The notifications of the tree widgets handed out; true when one of them took it.
+    bool NotifyTrees(const NMHDR& header, LRESULT& result)
+    {
+        for (auto& [id, tree] : m_trees)
+            if (tree != nullptr && tree->Notify(header, result))
+                return true;
+        return false;
+    }
+
 private:
     ozDialog& m_dialog;
+    HINSTANCE m_resources;
+    std::map<int, std::unique_ptr<ozWin32Tree>> m_trees;
 };
 
 INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -164,7 +195,10 @@ INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         return form->Controls().DrawItem(lParam) ? TRUE : FALSE;
     if (message == WM_NOTIFY) {
         LRESULT result = 0;
-        if (!form->Controls().Notify(lParam, *form, &form->Dialog(), result))
+        // A tree widget takes its tree's notifications but the focus, which the form reports.
+        const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+        if (!(header.code != NM_SETFOCUS && form->NotifyTrees(header, result)) &&
+            !form->Controls().Notify(lParam, *form, &form->Dialog(), result))
             return FALSE;
         SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
         return TRUE;
@@ -240,7 +274,7 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
 bool ozWin32RunDialog(ozDialog& dialog, HWND owner, HINSTANCE resources)
 {
     std::vector<DWORD> dialogTemplate = ozWin32DialogTemplate(dialog.Layout());
-    DialogForm form(dialog);
+    DialogForm form(dialog, resources);
     // A dialog opened from a dialog is owned by it, so that the one below stays disabled
     // until the one on top ends: its OK must not take away what the top one edits.
     HWND below = t_topDialog;

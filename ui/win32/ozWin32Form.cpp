@@ -183,6 +183,8 @@ namespace {
 // user has typed since the edit last reported.
 constexpr LONG_PTR ReportsOnLeave = 1;
 constexpr LONG_PTR TypedSinceReport = 2;
+// What a list or tree with ozControlReportsFocus keeps there.
+constexpr LONG_PTR ReportsFocus = 4;
 
 }  // namespace
 
@@ -190,6 +192,10 @@ void ozWin32PrepareControl(HWND control, const ozControlSpec& spec)
 {
     if ((spec.style & ozControlReportOnLeave) != 0 && IsClass(control, L"Edit"))
         SetWindowLongPtrW(control, GWLP_USERDATA, ReportsOnLeave);
+    if ((spec.style & ozControlReportsFocus) != 0)
+        SetWindowLongPtrW(control, GWLP_USERDATA, ReportsFocus);
+    if (spec.maxLength > 0 && IsClass(control, L"Edit"))
+        SendMessageW(control, EM_LIMITTEXT, static_cast<WPARAM>(spec.maxLength), 0);
     if (!IsListView(control))
         return;
     SendMessageW(control, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
@@ -538,6 +544,13 @@ bool ozWin32FormControls::Notify(LPARAM lParam, ozForm& form, ozFormEvents* even
         StepNumber(header->hwndFrom, maximum < minimum ? -delta : delta);
         // The up-down control keeps no position of its own.
         result = TRUE;
+        return true;
+    }
+    if (header->code == NM_SETFOCUS) {
+        if (GetWindowLongPtrW(header->hwndFrom, GWLP_USERDATA) != ReportsFocus)
+            return false;
+        if (m_quiet == 0 && events != nullptr)
+            events->Command(form, static_cast<int>(header->idFrom), ozFormEvent::FocusGained);
         return true;
     }
     bool selection = false;

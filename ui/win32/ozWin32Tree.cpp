@@ -77,6 +77,15 @@ bool ozWin32Tree::Create(HWND parent, int id, HINSTANCE resources)
     return true;
 }
 
+void ozWin32Tree::Attach(HWND window, HINSTANCE resources)
+{
+    m_window = window;
+    m_resources = resources;
+    SetWindowSubclass(m_window, Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
+    if (!m_bitmaps.empty())
+        LoadImages();
+}
+
 void ozWin32Tree::Forget()
 {
     m_window = nullptr;

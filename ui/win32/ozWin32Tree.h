@@ -32,6 +32,9 @@ public:
     // control number id; resources is the module holding the bitmaps. False when the window
     // cannot be created.
     bool Create(HWND parent, int id, HINSTANCE resources);
+    // Takes over a tree window that exists already (a dialog's tree control); resources as for
+    // Create.
+    void Attach(HWND window, HINSTANCE resources);
     // The window went with its parent.
     void Forget();
     HWND Window() const { return m_window; }
