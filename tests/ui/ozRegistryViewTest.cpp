@@ -1,16 +1,20 @@
-// The registry view's key tree through the headless widgets: images by root and by a key's
-// flags and operation, groups and sorting, expanded states, the selection mark.
+// The registry view's key tree through the headless widgets inside a control: images, groups,
+// sorting, expanded states and the selection mark; the key menu by the selection, new keys,
+// deleting, renaming, the operations and the import from a profile file.
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 #include "control/CADMCtrl.h"
+#include "core/adm/ozADMTree.h"
 #include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozSubKey.h"
 #include "tests/support/ozRecordingHostUI.h"
+#include "tests/support/ozTemplateLoad.h"
+#include "tests/support/ozTestFiles.h"
 #include "ui/headless/ozHeadlessPlatform.h"
-#include "ui/ozRegistryView.h"
+#include "ui/ozViews.h"
 
 namespace {
 
@@ -18,24 +22,29 @@ class RegistryViewTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        control.AddString(HostTextUserKeys, "User");
-        control.AddString(HostTextMachineKeys, "Machine");
-        view.Control(&control);
-        view.Create();
+        for (unsigned short text : {18, 58, 66, 67, 68, 69, 70, 71, 72, 73, 82, 83, 116, 171})
+            control.AddString(text, ("t" + std::to_string(text)).c_str());
+        views.Attach(control);
+        ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
+        control.ozImpExLibrary(ozPlatformPath(OZ_OZP_LIBRARY));
+        ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/classes-only.adm").c_str()));
     }
     ozSubKey& UserKey(const char* path)
     {
-        return *code.tree->UsrTree().FindKey(HKEY_CURRENT_USER, path);
+        return *Code().tree->UsrTree().FindKey(HKEY_CURRENT_USER, path);
     }
+    tTreeCodeHandle& Code() { return *control.Code(); }
     ozHeadlessTree& Tree() { return platform.RegistryTree(); }
-    // Every item as "text image/selected image", indented by depth, with " +" when expanded
-    // and " *" when selected.
-    std::vector<std::string> Shown(ozTreeItem first = ozNoItem, const std::string& indent = "")
+    ozRegistryView& View() { return views.RegistryView(); }
+    void Fill(bool user = true, bool machine = false) { View().Fill(&Code(), user, machine); }
+    void Select(const std::string& path) { ASSERT_TRUE(Tree().SelectByUser(Tree().Find(path))); }
+    // Every item as "text image/selected image", indented by depth, " +" when expanded and
+    // " *" when selected.
+    std::vector<std::string> Shown(ozTreeItem item = ozNoItem, const std::string& indent = "")
     {
         std::vector<std::string> lines;
-        if (indent.empty())
-            first = Tree().Root();
-        for (ozTreeItem item = first; item != ozNoItem; item = Tree().NextSibling(item)) {
+        for (item = indent.empty() ? Tree().Root() : item; item != ozNoItem;
+             item = Tree().NextSibling(item)) {
             lines.push_back(indent + Tree().Text(item) + " " + std::to_string(Tree().Image(item)) +
                             "/" + std::to_string(Tree().SelectedImage(item)) +
                             (Tree().Expanded(item) ? " +" : "") +
@@ -48,9 +57,8 @@ protected:
 
     ozRecordingHostUI ui;
     ozHeadlessPlatform platform{ui};
-    CADMCtrl control{ui};
-    ozRegistryView view{platform};
-    tTreeCodeHandle code;
+    ozViews views{platform};
+    CADMCtrl control{ui, &views};
 };
 
 TEST_F(RegistryViewTest, KeysShowTheirImagesBySaveFlagOperationAndTemplateOrigin)
@@ -60,12 +68,10 @@ TEST_F(RegistryViewTest, KeysShowTheirImagesBySaveFlagOperationAndTemplateOrigin
         char op;
         bool adm;
         int image;
-    } rows[] = {
-        {false, 'I', false, 6}, {false, 'D', false, 6}, {false, 'E', true, 10},
-        {true, 'I', false, 2},  {true, 'D', false, 4},  {true, 'E', false, 8},
-        {true, 'X', false, 2},  {true, 'I', true, 12},  {true, 'D', true, 14},
-        {true, 'E', true, 16},
-    };
+    } rows[] = {{false, 'I', false, 6}, {false, 'D', false, 6}, {false, 'E', true, 10},
+                {true, 'I', false, 2},  {true, 'D', false, 4},  {true, 'E', false, 8},
+                {true, 'X', false, 2},  {true, 'I', true, 12},  {true, 'D', true, 14},
+                {true, 'E', true, 16}};
     for (std::size_t row = 0; row < std::size(rows); ++row) {
         ozSubKey& key = UserKey(("k" + std::to_string(row)).c_str());
         key.Save(rows[row].save);
@@ -73,66 +79,203 @@ TEST_F(RegistryViewTest, KeysShowTheirImagesBySaveFlagOperationAndTemplateOrigin
         key.ADM(rows[row].adm);
     }
     // The roots by their handles; one below no predefined key is named by its number.
-    ozRegTree& machine = code.tree->MacTree();
-    for (unsigned int root : {0u, 2u, 3u, 4u, 5u, 9u})
-        machine.FindKey(ozRootHandle(root), "k");
-    view.Fill(&code, false, true);
-    EXPECT_EQ(Shown(),
-              (std::vector<std::string>{
-                  "HKEY: 9 21/21", "  k 6/7", "HKEY_CLASSES_ROOT 21/21", "  k 6/7",
-                  "HKEY_CURRENT_CONFIG 21/21", "  k 6/7", "HKEY_LOCAL_MACHINE 0/0", "  k 6/7",
-                  "HKEY_PERFORMANCE_DATA 22/22", "  k 6/7", "HKEY_USERS 20/20", "  k 6/7"}));
-
-    view.Fill(&code, true, false);
+    for (unsigned int root : {0u, 3u, 4u, 5u, 9u})
+        Code().tree->MacTree().FindKey(ozRootHandle(root), "k");
+    Fill(false, true);
+    EXPECT_EQ(Shown(), (std::vector<std::string>{
+                           "HKEY: 9 21/21", "  k 6/7", "HKEY_CLASSES_ROOT 21/21", "  k 6/7",
+                           "HKEY_CURRENT_CONFIG 21/21", "  k 6/7", "HKEY_PERFORMANCE_DATA 22/22",
+                           "  k 6/7", "HKEY_USERS 20/20", "  k 6/7"}));
+    Fill();
     for (std::size_t row = 0; row < std::size(rows); ++row) {
         ozTreeItem item = Tree().Find("HKEY_CURRENT_USER\\k" + std::to_string(row));
-        EXPECT_EQ(Tree().Image(item), rows[row].image) << row;
-        EXPECT_EQ(Tree().SelectedImage(item), rows[row].image + 1) << row;
+        EXPECT_EQ(Tree().Image(item) * 100 + Tree().SelectedImage(item), rows[row].image * 101 + 1)
+            << row;
     }
-    EXPECT_EQ(Tree().Image(Tree().Root()), 1);
 }
 
-TEST_F(RegistryViewTest, BothTreesStandUnderSortedGroupsAndSiblingsSortIgnoringCase)
+TEST_F(RegistryViewTest, GroupsSortingExpandedStatesAndTheSelectionMark)
 {
-    for (const char* path : {"gamma", "Beta\\z", "alpha", "Beta\\A", "beta2"})
+    for (const char* path : {"gamma", "Beta\\z", "alpha", "Beta\\A", "b\\deep"})
         UserKey(path);
-    code.tree->MacTree().FindKey(HKEY_LOCAL_MACHINE, "Software")->IsOpen(true);
+    Code().tree->MacTree().FindKey(HKEY_LOCAL_MACHINE, "S")->IsOpen(true);
     UserKey("Beta").IsOpen(true);
-    view.Fill(&code, true, true);
+    UserKey("b\\deep").Selected(true);
+    UserKey("alpha").Selected(true);
+    Fill(true, true);
     EXPECT_EQ(Shown(),
-              (std::vector<std::string>{
-                  "Machine 0/0 +", "  HKEY_LOCAL_MACHINE 0/0", "    Software 6/7 +", "User 1/1 +",
-                  "  HKEY_CURRENT_USER 1/1", "    alpha 6/7", "    Beta 6/7 +", "      A 6/7",
-                  "      z 6/7", "    beta2 6/7", "    gamma 6/7"}));
-
-    // The user's expanding and collapsing is kept in the keys for the next fill.
-    Tree().ExpandByUser(Tree().Find("User\\HKEY_CURRENT_USER"), true);
-    Tree().ExpandByUser(Tree().Find("User\\HKEY_CURRENT_USER\\Beta"), false);
-    view.Fill(&code, true, false);
+              (std::vector<std::string>{"t82 1/1 +", "  HKEY_CURRENT_USER 1/1 +", "    alpha 6/7 *",
+                                        "    b 6/7", "      deep 6/7", "    Beta 6/7 +",
+                                        "      A 6/7", "      z 6/7", "    gamma 6/7", "t83 0/0 +",
+                                        "  HKEY_LOCAL_MACHINE 0/0", "    S 6/7 +"}));
+    // The mark went with the fill; expanding is kept in the keys; the selection is marked.
+    EXPECT_FALSE(UserKey("b\\deep").Selected());
+    Tree().ExpandByUser(Tree().Find("t82\\HKEY_CURRENT_USER\\Beta"), false);
+    Fill();
     EXPECT_EQ(Shown()[0], "HKEY_CURRENT_USER 1/1 +");
     EXPECT_FALSE(UserKey("Beta").IsOpen());
-    view.Fill(nullptr, true, true);
+    Select("HKEY_CURRENT_USER\\b\\deep");
+    View().MarkSelection();
+    Fill();
+    EXPECT_EQ(Tree().Selection(), Tree().Find("HKEY_CURRENT_USER\\b\\deep"));
+    EXPECT_TRUE(UserKey("b").IsOpen());
+    View().Fill(nullptr, true, true);
     EXPECT_EQ(Tree().Root(), ozNoItem);
 }
 
-TEST_F(RegistryViewTest, TheFirstMarkedKeyIsSelectedAndRevealedAndEveryMarkConsumed)
+TEST_F(RegistryViewTest, TheKeyMenuFollowsTheSelection)
 {
-    UserKey("b\\deep").Selected(true);
-    UserKey("a").Selected(true);
-    view.Fill(&code, true, true);
-    EXPECT_EQ(Tree().Selection(), Tree().Find("User\\HKEY_CURRENT_USER\\a"));
-    EXPECT_FALSE(UserKey("b\\deep").Selected());
-    view.Fill(&code, true, true);
-    EXPECT_EQ(Tree().Selection(), ozNoItem);
+    UserKey("plain").Save(false);
+    UserKey("deleted").Op(static_cast<tOPKEY>('D'));
+    UserKey("erased").Op(KeyOpEraseValues);
+    UserKey("erased").ADM(true);
+    UserKey("saved").ADM(true);
+    UserKey("saved").Save(true);
+    Code().tree->UsrTree().FindKey(HKEY_USERS, "k");
+    Fill(true, true);
+    // Per selection: the caption entry and its picture, the entries' states (E enabled, D
+    // disabled, in menu order) and the operations' pictures.
+    const struct {
+        const char* selected;
+        const char* caption;
+        int bitmap;
+        const char* states;
+        const char* operations;
+    } rows[] = {
+        {nullptr, "Root", 221, "DDDDDDDDEE", "227 230 228"},
+        {"t82", "Root", 221, "DDDDDDDDEE", "227 230 228"},
+        {"t83\\HKEY_LOCAL_MACHINE", "HKEY_LOCAL_MACHINE", 216, "EEDEDDDEEE", "227 230 228"},
+        {"t82\\HKEY_CURRENT_USER", "HKEY_CURRENT_USER", 215, "EEDEDDDEEE", "227 230 228"},
+        {"t82\\HKEY_USERS", "Unknown HKEY", 221, "EEDEDDDEEE", "227 230 228"},
+        {"t82\\HKEY_CURRENT_USER\\plain", "t66", 230, "EEEEEEEEEE", "227 230 228"},
+        {"t82\\HKEY_CURRENT_USER\\deleted", "t68", 228, "EEEEEEEEEE", "227 230 228"},
+        {"t82\\HKEY_CURRENT_USER\\erased", "t73", 253, "EEEEEEEEEE", "249 247 251"},
+        {"t82\\HKEY_CURRENT_USER\\saved", "t70", 249, "EEEEEEEEEE", "249 247 251"},
+    };
+    Code().tree->MacTree().FindKey(HKEY_LOCAL_MACHINE, "k");
+    Fill(true, true);
+    for (const auto& row : rows) {
+        if (row.selected != nullptr)
+            Select(row.selected);
+        ozMenu menu = View().KeyMenu();
+        std::string states, operations;
+        for (const ozMenuEntry& entry : menu.entries)
+            states += entry.state == ozMenuState::Enabled ? 'E' : 'D';
+        for (int at : {4, 5, 6})
+            operations += (at > 4 ? " " : "") + std::to_string(menu.entries[at].bitmap);
+        EXPECT_EQ(menu.entries[0].caption + " " + std::to_string(menu.entries[0].bitmap) + " " +
+                      states + " " + operations,
+                  std::string(row.caption) + " " + std::to_string(row.bitmap) + " " + row.states +
+                      " " + row.operations);
+    }
+    EXPECT_EQ(View().KeyMenu().entries[1].caption, "&Neu");
+}
 
-    // Marking the selection marks that key alone; the parents of a marked key open.
-    UserKey("a").Selected(true);
-    ASSERT_TRUE(Tree().SelectByUser(Tree().Find("User\\HKEY_CURRENT_USER\\b\\deep")));
-    view.MarkSelection();
-    EXPECT_FALSE(UserKey("a").Selected());
-    view.Fill(&code, true, true);
-    EXPECT_EQ(Tree().Selection(), Tree().Find("User\\HKEY_CURRENT_USER\\b\\deep"));
-    EXPECT_TRUE(UserKey("b").IsOpen());
+TEST_F(RegistryViewTest, NewKeysAreNumberedBelowTheSelection)
+{
+    UserKey("a\\t18 1");
+    Fill();
+    for (const char* expected : {"a\\t18 2", "a\\t18 3"}) {
+        Select("HKEY_CURRENT_USER\\a");
+        Code().modified = 0;
+        Tree().Key(ozKeyInsert);
+        EXPECT_EQ(Tree().Selection(), Tree().Find(std::string("HKEY_CURRENT_USER\\") + expected));
+        EXPECT_NE(Code().tree->UsrTree().HasKey(HKEY_CURRENT_USER, expected), nullptr);
+        EXPECT_TRUE(control.ShouldSave());
+    }
+    Select("HKEY_CURRENT_USER");
+    View().RunCommand(RegistryCommandNewKey);
+    EXPECT_EQ(Tree().Text(Tree().Selection()), "t18 1");
+}
+
+TEST_F(RegistryViewTest, DeletingAsksAndKeepsTheKeyInTheHoldingTree)
+{
+    ozSubKey& doomed = UserKey("a\\doomed");
+    UserKey("a\\doomed\\child");
+    Fill();
+    std::vector<ozRegKey*> reported;
+    View().OnKeySelected([&](ozRegKey* key) { reported.push_back(key); });
+    Select("HKEY_CURRENT_USER\\a\\doomed");
+    Tree().Key(ozKeyDelete);  // answered No
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_EQ(ui.messages[0].kind * 1000 + ui.messages[0].text.size(),
+              HostMessageQuestion * 1000 + 3);
+    EXPECT_NE(Tree().Find("HKEY_CURRENT_USER\\a\\doomed"), ozNoItem);
+    ui.answerYes = true;
+    Tree().Key(ozKeyDelete);
+    EXPECT_EQ(Tree().Find("HKEY_CURRENT_USER\\a\\doomed"), ozNoItem);
+    EXPECT_EQ(Code().tree->UsrTree().HasKey(HKEY_CURRENT_USER, "a\\doomed"), nullptr);
+    EXPECT_STREQ(doomed.Name(), "doomed");  // alive in the holding tree
+    EXPECT_NE(reported.back(), &doomed);
+    EXPECT_TRUE(control.ShouldSave());
+    // A root key is not deleted.
+    Select("HKEY_CURRENT_USER");
+    Tree().Key(ozKeyDelete);
+    EXPECT_EQ(ui.messages.size(), 2u);
+}
+
+TEST_F(RegistryViewTest, RenamingRefusesEmptyBackslashAndSiblingNames)
+{
+    UserKey("a\\old");
+    UserKey("a\\other");
+    Fill();
+    const struct {
+        const char* text;
+        bool renamed;
+    } rows[] = {{"", false}, {"x\\y", false}, {"OTHER", false}, {"OLD", true}, {"new", true}};
+    for (const auto& row : rows) {
+        ozTreeItem item = Tree().Find("HKEY_CURRENT_USER\\a\\other");
+        item = Tree().NextSibling(item) != ozNoItem ? Tree().NextSibling(item)
+                                                    : Tree().FirstChild(Tree().Parent(item));
+        ASSERT_TRUE(Tree().SelectByUser(item));
+        ui.messages.clear();
+        Tree().Key(ozKeyF2);
+        ASSERT_TRUE(Tree().EndLabelEdit(row.text));
+        EXPECT_EQ(Tree().Text(item) == row.text, row.renamed) << row.text;
+        EXPECT_EQ(ui.messages.empty() ? "" : ui.messages[0].text, row.renamed ? "" : "t116");
+    }
+    EXPECT_NE(Code().tree->UsrTree().HasKey(HKEY_CURRENT_USER, "a\\new"), nullptr);
+    Tree().DoubleClick(Tree().Find("HKEY_CURRENT_USER\\a\\new"));
+    EXPECT_TRUE(Tree().CancelLabelEdit());
+    Tree().DoubleClick(Tree().Find("HKEY_CURRENT_USER"));
+    EXPECT_EQ(Tree().EditedItem(), ozNoItem);
+}
+
+TEST_F(RegistryViewTest, OperationEntriesSetTheFlagsAndImages)
+{
+    UserKey("k").ADM(true);
+    Fill();
+    Select("HKEY_CURRENT_USER\\k");
+    const struct {
+        unsigned int command;
+        bool save;
+        char op;
+        int image;
+    } rows[] = {{RegistryCommandOpDelete, true, 'D', 14},
+                {RegistryCommandOpNotSaved, false, 'I', 10},
+                {RegistryCommandOpSave, true, 'I', 12}};
+    for (const auto& row : rows) {
+        Code().modified = 0;
+        View().RunCommand(row.command);
+        EXPECT_EQ(UserKey("k").Save(), row.save);
+        EXPECT_EQ(UserKey("k").Op(), row.op);
+        EXPECT_EQ(Tree().Image(Tree().Selection()), row.image);
+        EXPECT_TRUE(control.ShouldSave());
+    }
+}
+
+TEST_F(RegistryViewTest, ImportFromProfileAsksForAFileAndReportsAFailedLoad)
+{
+    Fill();
+    Select("HKEY_CURRENT_USER");
+    Code().modified = 0;
+    View().RunCommand(RegistryCommandImportProfile);
+    ASSERT_NE(platform.TopForm(), nullptr);
+    platform.TopForm()->Type(10, "missing-profile.ozp");
+    ASSERT_TRUE(platform.EndDialog(true));
+    ASSERT_EQ(ui.messages.size(), 1u);
+    EXPECT_EQ(ui.messages[0].text, "t171");
+    EXPECT_TRUE(control.ShouldSave());
 }
 
 }  // namespace
