@@ -181,6 +181,7 @@ void ozRegistryView::Fill(tTreeCodeHandle* code, bool showUser, bool showMachine
         {HostTextUserKeys, RegKeyImageUserRoot, code->tree->UsrTree(), showUser},
         {HostTextMachineKeys, RegKeyImageMachineRoot, code->tree->MacTree(), showMachine}};
     ozTreeItem marked = ozNoItem;
+    tree.Filling(true);
     if (showUser && showMachine) {
         // The group items stand sorted by their texts, as every level of the tree.
         std::string texts[2];
@@ -198,6 +199,7 @@ void ozRegistryView::Fill(tTreeCodeHandle* code, bool showUser, bool showMachine
             if (group.shown)
                 AppendChildren(ozNoItem, group.keys, marked);
     }
+    tree.Filling(false);
     m_filling = false;
     if (marked != ozNoItem) {
         Reveal(marked);
@@ -377,11 +379,10 @@ ozMenu ozRegistryView::KeyMenu() const
     return menu;
 }
 
-void ozRegistryView::RightClicked(ozTreeItem item)
+void ozRegistryView::RightClicked(ozTreeItem)
 {
-    ozTreeWidget& tree = m_platform.RegistryTree();
-    if (item != ozNoItem && item != tree.Selection())
-        tree.Select(item);
+    // The menu acts on the selection, wherever the click was, as the tree leaves the
+    // selection where it is.
     m_platform.PopupMenu(KeyMenu(), [this](unsigned int command) { RunCommand(command); });
 }
 

@@ -116,7 +116,7 @@ public:
     void IconReleased(ozTreeItem) override {}
     bool SelectionChanging(ozTreeItem, ozTreeItem) override { return true; }
     void SelectionChanged(ozTreeItem item) override;
-    // A right click selects the item under the cursor (if any) and shows the key menu.
+    // A right click shows the key menu for the selection.
     void RightClicked(ozTreeItem item) override;
     void DoubleClicked(ozTreeItem item) override;
     void KeyPressed(int virtualKey) override;

@@ -58,6 +58,9 @@ public:
     virtual void Images(const std::vector<int>& bitmapResources) = 0;
 
     virtual void DeleteAll() = 0;
+    // Many items are about to be appended (true), or they are in (false). In between the widget
+    // need not draw nor watch the mouse; a fill brackets its appends with these.
+    virtual void Filling(bool filling) { (void)filling; }
     // Appends an item as the last child of parent (ozNoItem: at the top level). data is the
     // view's, not owned.
     virtual ozTreeItem Append(ozTreeItem parent, const std::string& text, int image,

@@ -47,7 +47,8 @@ void AddMenuLines(const std::vector<ozMenuEntry>& entries, const std::string& in
             continue;
         }
         lines.push_back(indent + "MENU " + ozQuoteScriptText(entry.caption) + " " +
-                        StateName(entry.state));
+                        StateName(entry.state) +
+                        (entry.bitmap != 0 ? " bitmap=" + std::to_string(entry.bitmap) : ""));
         AddMenuLines(entry.submenu, indent + "  ", lines);
     }
 }

@@ -120,6 +120,20 @@ void ozWin32Tree::DeleteAll()
     TreeView_DeleteAllItems(m_window);
 }
 
+void ozWin32Tree::Filling(bool filling)
+{
+    if (m_window == nullptr)
+        return;
+    if (filling) {
+        SendMessageW(m_window, WM_SETREDRAW, FALSE, 0);
+        RemoveWindowSubclass(m_window, Subclass, 0);
+        return;
+    }
+    SetWindowSubclass(m_window, Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
+    SendMessageW(m_window, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(m_window, nullptr, TRUE);
+}
+
 ozTreeItem ozWin32Tree::Append(ozTreeItem parent, const std::string& text, int image,
                                int selectedImage, bool expanded, void* data)
 {

@@ -41,6 +41,9 @@ public:
     void Events(ozTreeEvents* events) override { m_events = events; }
     void Images(const std::vector<int>& bitmapResources) override;
     void DeleteAll() override;
+    // Stops drawing and lets go of the mouse watch (a subclass costs every message a window
+    // property lookup) until the fill ends.
+    void Filling(bool filling) override;
     ozTreeItem Append(ozTreeItem parent, const std::string& text, int image, int selectedImage,
                       bool expanded, void* data) override;
     void Delete(ozTreeItem item) override;
