@@ -201,6 +201,7 @@ void ozRegistryView::Fill(tTreeCodeHandle* code, bool showUser, bool showMachine
     }
     tree.Filling(false);
     m_filling = false;
+    m_markTarget = nullptr;
     if (marked != ozNoItem) {
         Reveal(marked);
         tree.Select(marked);
@@ -213,27 +214,69 @@ void ozRegistryView::SelectionChanged(ozTreeItem item)
         m_keySelected(Key(item));
 }
 
-void ozRegistryView::AppendChildren(ozTreeItem parent, const ozTreeNode& above, ozTreeItem& marked)
+namespace {
+
+std::string KeyText(const ozRegKey& key)
 {
-    // Sorted here and appended in order: a tree control inserting each item sorted among its
-    // siblings takes time quadratic in their number.
+    if (key.Type() == KeyRoot)
+        return RootKeyName(static_cast<const ozRootKey&>(key).HKey());
+    const char* name = static_cast<const ozSubKey&>(key).Name();
+    return name != nullptr ? name : "";
+}
+
+// The keys below `above` in display order. Sorted here and appended in order: a tree control
+// inserting each item sorted among its siblings takes time quadratic in their number.
+std::vector<SortedKey> SortedChildren(const ozTreeNode& above)
+{
     std::vector<SortedKey> keys;
     for (ozTreeNode* node = above.Down(); node != nullptr; node = node->Next()) {
         auto* key = static_cast<ozRegKey*>(node);
-        std::string text;
-        if (key->Type() == KeyRoot) {
-            text = RootKeyName(static_cast<ozRootKey*>(key)->HKey());
-        } else {
-            const char* name = static_cast<ozSubKey*>(key)->Name();
-            text = name != nullptr ? name : "";
-        }
+        std::string text = KeyText(*key);
         keys.push_back({ozAsciiLowerCased(text), std::move(text), key});
     }
     std::stable_sort(keys.begin(), keys.end(), [](const SortedKey& a, const SortedKey& b) {
         return a.order != b.order ? a.order < b.order : a.text < b.text;
     });
+    return keys;
+}
+
+// Consumes the selection marks of the sub keys below above; true when there were any.
+bool ConsumeMarks(const ozTreeNode& above, std::vector<const ozSubKey*>& marked)
+{
+    std::vector<const ozTreeNode*> pending = {&above};
+    while (!pending.empty()) {
+        const ozTreeNode* node = pending.back();
+        pending.pop_back();
+        for (ozTreeNode* child = node->Down(); child != nullptr; child = child->Next()) {
+            auto* key = static_cast<ozSubKey*>(child);
+            if (key->Type() == KeySub && key->Selected()) {
+                marked.push_back(key);
+                key->Selected(false);
+            }
+            pending.push_back(child);
+        }
+    }
+    return !marked.empty();
+}
+
+// The first of marked below above in display order, or null.
+ozSubKey* FirstInOrder(const ozTreeNode& above, const std::vector<const ozSubKey*>& marked)
+{
+    for (const SortedKey& sorted : SortedChildren(above)) {
+        if (std::find(marked.begin(), marked.end(), sorted.key) != marked.end())
+            return static_cast<ozSubKey*>(sorted.key);
+        if (ozSubKey* found = FirstInOrder(*sorted.key, marked))
+            return found;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+void ozRegistryView::AppendChildren(ozTreeItem parent, const ozTreeNode& above, ozTreeItem& marked)
+{
     ozTreeWidget& tree = m_platform.RegistryTree();
-    for (const SortedKey& sorted : keys) {
+    for (const SortedKey& sorted : SortedChildren(above)) {
         ozRegKey* key = sorted.key;
         int image = 0;
         bool markedKey = false;
@@ -243,16 +286,43 @@ void ozRegistryView::AppendChildren(ozTreeItem parent, const ozTreeNode& above, 
             auto* subKey = static_cast<ozSubKey*>(key);
             image = SubKeyImage(*subKey);
             // The mark is consumed: only the first marked key is selected again.
-            markedKey = subKey->Selected();
-            subKey->Selected(false);
+            markedKey = m_filling && (subKey->Selected() || subKey == m_markTarget);
+            if (m_filling)
+                subKey->Selected(false);
+        }
+        // The keys below a collapsed key come when it is first expanded, so that a large tree
+        // fills in the time its visible part takes. Their marks are consumed now; the first
+        // (when no key before it was marked) opens the keys on its way.
+        if (!key->IsOpen() && key->Down() != nullptr && m_filling) {
+            std::vector<const ozSubKey*> marks;
+            if (ConsumeMarks(*key, marks) && marked == ozNoItem && !markedKey &&
+                m_markTarget == nullptr) {
+                m_markTarget = FirstInOrder(*key, marks);
+                for (ozTreeNode* open = m_markTarget->Up(); open != key; open = open->Up())
+                    static_cast<ozRegKey*>(open)->IsOpen(true);
+                key->IsOpen(true);
+            }
         }
         int selectedImage = key->Type() == KeyRoot ? image : image + 1;
         ozTreeItem item =
             tree.Append(parent, sorted.text, image, selectedImage, key->IsOpen(), key);
         if (markedKey && marked == ozNoItem)
             marked = item;
-        AppendChildren(item, *key, marked);
+        if (key->IsOpen())
+            AppendChildren(item, *key, marked);
+        else if (key->Down() != nullptr)
+            tree.ChildrenLater(item);
     }
+}
+
+void ozRegistryView::AppendLaterChildren(ozTreeItem item)
+{
+    ozTreeWidget& tree = m_platform.RegistryTree();
+    ozRegKey* key = Key(item);
+    if (key == nullptr || key->Down() == nullptr || tree.FirstChild(item) != ozNoItem)
+        return;
+    ozTreeItem none = ozNoItem;
+    AppendChildren(item, *key, none);
 }
 
 void ozRegistryView::Reveal(ozTreeItem item)
@@ -295,6 +365,8 @@ void ozRegistryView::ItemExpanding(ozTreeItem item, bool expanding)
 {
     if (ozRegKey* key = Key(item))
         key->IsOpen(expanding);
+    if (expanding)
+        AppendLaterChildren(item);
 }
 
 ozSubKey* ozRegistryView::SubKey(ozTreeItem item) const
@@ -443,6 +515,8 @@ bool ozRegistryView::NewKey()
     ozRegTree* keys = above != nullptr ? TreeOf(*above, root) : nullptr;
     if (keys == nullptr)
         return false;
+    // The new item stands among its siblings' items.
+    AppendLaterChildren(parent);
     std::string base = above->Type() == KeySub ? static_cast<ozSubKey*>(above)->KeyPath() : "";
     if (!base.empty())
         base += '\\';

@@ -68,7 +68,8 @@ public:
     void Create();
     // Rebuilds the tree from code's registry trees (null: empties it): the user tree when
     // showUser, the machine tree when showMachine. Siblings stand sorted by their text, ignoring
-    // case; a key whose IsOpen() is set comes expanded. The first sub key marked Selected (in
+    // case; a key whose IsOpen() is set comes expanded, with its children; a collapsed key's
+    // children are appended when it is first expanded. The first sub key marked Selected (in
     // display order) is then made visible and selected, and every mark is consumed.
     void Fill(tTreeCodeHandle* code, bool showUser, bool showMachine);
     // Marks the selected sub key (if any) as the one selected, so that the next Fill and a
@@ -125,10 +126,13 @@ public:
     bool LabelEdited(ozTreeItem item, const std::string* text) override;
 
 private:
-    // Appends the keys below `above` (a key, or a registry tree for its root keys) sorted,
-    // each with its subtree, below parent; marked receives the item of the first sub key
+    // Appends the keys below `above` (a key, or a registry tree for its root keys) sorted
+    // below parent, each expanded key with its subtree, each collapsed one with its children
+    // to come (ChildrenLater). While filling, marked receives the item of the first sub key
     // marked selected.
     void AppendChildren(ozTreeItem parent, const ozTreeNode& above, ozTreeItem& marked);
+    // Appends the children of item's key when they are still to come.
+    void AppendLaterChildren(ozTreeItem item);
     // Expands item's parents, as the user would, and scrolls item into view.
     void Reveal(ozTreeItem item);
     ozRegKey* Key(ozTreeItem item) const;
@@ -148,6 +152,8 @@ private:
     tTreeCodeHandle* m_code = nullptr;
     // Set while Fill rebuilds the tree: its selection events are not the user's.
     bool m_filling = false;
+    // While filling: the marked key inside a collapsed key, whose way is being opened.
+    const ozSubKey* m_markTarget = nullptr;
     std::function<void(ozRegKey*)> m_keySelected;
     std::function<void()> m_keysCleared;
     // Deleted keys, kept alive for the view's lifetime, and the last one put there.

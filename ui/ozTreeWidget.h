@@ -65,6 +65,9 @@ public:
     // view's, not owned.
     virtual ozTreeItem Append(ozTreeItem parent, const std::string& text, int image,
                               int selectedImage, bool expanded, void* data) = 0;
+    // item shows an expand button although it has no child items yet: they are appended when
+    // the user first expands it (on ItemExpanding). Appending a child ends this.
+    virtual void ChildrenLater(ozTreeItem item) = 0;
     // Deletes item with its children.
     virtual void Delete(ozTreeItem item) = 0;
     virtual void Text(ozTreeItem item, const std::string& text) = 0;

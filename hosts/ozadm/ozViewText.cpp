@@ -18,6 +18,8 @@ void AddItemLines(const ozHeadlessTree& tree, ozTreeItem item, const std::string
             line += " selimage=" + std::to_string(tree.SelectedImage(item));
         if (tree.Expanded(item))
             line += " expanded";
+        if (tree.ChildrenToCome(item))
+            line += " collapsed";
         if (tree.Selection() == item)
             line += " selected";
         lines.push_back(line);

@@ -37,9 +37,17 @@ protected:
     ozHeadlessTree& Tree() { return platform.RegistryTree(); }
     ozRegistryView& View() { return views.RegistryView(); }
     void Fill(bool user = true, bool machine = false) { View().Fill(&Code(), user, machine); }
-    void Select(const std::string& path) { ASSERT_TRUE(Tree().SelectByUser(Tree().Find(path))); }
-    // Every item as "text image/selected image", indented by depth, " +" when expanded and
-    // " *" when selected.
+    // Expands the items on the way to path, as the user does, and returns its item.
+    ozTreeItem Open(const std::string& path)
+    {
+        for (std::size_t end = path.find('\\'); end != std::string::npos;
+             end = path.find('\\', end + 1))
+            Tree().ExpandByUser(Tree().Find(path.substr(0, end)), true);
+        return Tree().Find(path);
+    }
+    void Select(const std::string& path) { ASSERT_TRUE(Tree().SelectByUser(Open(path))); }
+    // Every item as "text image/selected image", indented by depth, " +" when expanded, " >"
+    // with children to come and " *" when selected.
     std::vector<std::string> Shown(ozTreeItem item = ozNoItem, const std::string& indent = "")
     {
         std::vector<std::string> lines;
@@ -48,6 +56,7 @@ protected:
             lines.push_back(indent + Tree().Text(item) + " " + std::to_string(Tree().Image(item)) +
                             "/" + std::to_string(Tree().SelectedImage(item)) +
                             (Tree().Expanded(item) ? " +" : "") +
+                            (Tree().ChildrenToCome(item) ? " >" : "") +
                             (Tree().Selection() == item ? " *" : ""));
             for (const std::string& line : Shown(Tree().FirstChild(item), indent + "  "))
                 lines.push_back(line);
@@ -82,11 +91,12 @@ TEST_F(RegistryViewTest, KeysShowTheirImagesBySaveFlagOperationAndTemplateOrigin
     for (unsigned int root : {0u, 3u, 4u, 5u, 9u})
         Code().tree->MacTree().FindKey(ozRootHandle(root), "k");
     Fill(false, true);
-    EXPECT_EQ(Shown(), (std::vector<std::string>{
-                           "HKEY: 9 21/21", "  k 6/7", "HKEY_CLASSES_ROOT 21/21", "  k 6/7",
-                           "HKEY_CURRENT_CONFIG 21/21", "  k 6/7", "HKEY_PERFORMANCE_DATA 22/22",
-                           "  k 6/7", "HKEY_USERS 20/20", "  k 6/7"}));
+    EXPECT_EQ(Shown(),
+              (std::vector<std::string>{"HKEY: 9 21/21 >", "HKEY_CLASSES_ROOT 21/21 >",
+                                        "HKEY_CURRENT_CONFIG 21/21 >",
+                                        "HKEY_PERFORMANCE_DATA 22/22 >", "HKEY_USERS 20/20 >"}));
     Fill();
+    Open("HKEY_CURRENT_USER\\k0");
     for (std::size_t row = 0; row < std::size(rows); ++row) {
         ozTreeItem item = Tree().Find("HKEY_CURRENT_USER\\k" + std::to_string(row));
         EXPECT_EQ(Tree().Image(item) * 100 + Tree().SelectedImage(item), rows[row].image * 101 + 1)
@@ -103,19 +113,20 @@ TEST_F(RegistryViewTest, GroupsSortingExpandedStatesAndTheSelectionMark)
     UserKey("b\\deep").Selected(true);
     UserKey("alpha").Selected(true);
     Fill(true, true);
-    EXPECT_EQ(Shown(),
-              (std::vector<std::string>{"t82 1/1 +", "  HKEY_CURRENT_USER 1/1 +", "    alpha 6/7 *",
-                                        "    b 6/7", "      deep 6/7", "    Beta 6/7 +",
-                                        "      A 6/7", "      z 6/7", "    gamma 6/7", "t83 0/0 +",
-                                        "  HKEY_LOCAL_MACHINE 0/0", "    S 6/7 +"}));
+    EXPECT_EQ(Shown(), (std::vector<std::string>{"t82 1/1 +", "  HKEY_CURRENT_USER 1/1 +",
+                                                 "    alpha 6/7 *", "    b 6/7 >", "    Beta 6/7 +",
+                                                 "      A 6/7", "      z 6/7", "    gamma 6/7",
+                                                 "t83 0/0 +", "  HKEY_LOCAL_MACHINE 0/0 >"}));
     // The mark went with the fill; expanding is kept in the keys; the selection is marked.
     EXPECT_FALSE(UserKey("b\\deep").Selected());
     Tree().ExpandByUser(Tree().Find("t82\\HKEY_CURRENT_USER\\Beta"), false);
     Fill();
     EXPECT_EQ(Shown()[0], "HKEY_CURRENT_USER 1/1 +");
     EXPECT_FALSE(UserKey("Beta").IsOpen());
+    // A marked key below a collapsed one opens its way.
     Select("HKEY_CURRENT_USER\\b\\deep");
     View().MarkSelection();
+    Tree().ExpandByUser(Tree().Find("HKEY_CURRENT_USER\\b"), false);
     Fill();
     EXPECT_EQ(Tree().Selection(), Tree().Find("HKEY_CURRENT_USER\\b\\deep"));
     EXPECT_TRUE(UserKey("b").IsOpen());
@@ -219,6 +230,7 @@ TEST_F(RegistryViewTest, RenamingRefusesEmptyBackslashAndSiblingNames)
     UserKey("a\\old");
     UserKey("a\\other");
     Fill();
+    Open("HKEY_CURRENT_USER\\a\\old");
     const struct {
         const char* text;
         bool renamed;

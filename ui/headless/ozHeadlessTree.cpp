@@ -63,11 +63,12 @@ bool ozHeadlessTree::SelectByUser(ozTreeItem item)
 void ozHeadlessTree::ExpandByUser(ozTreeItem item, bool expand)
 {
     Item* found = Find(item);
-    if (found == nullptr || found->firstChild == ozNoItem)
+    if (found == nullptr || (found->firstChild == ozNoItem && !found->childrenLater))
         return;
     if (m_events != nullptr)
         m_events->ItemExpanding(item, expand);
-    found->expanded = expand;
+    // The view may have appended the children: the items moved.
+    Find(item)->expanded = expand;
 }
 
 void ozHeadlessTree::DoubleClick(ozTreeItem item)
@@ -115,6 +116,18 @@ void ozHeadlessTree::DeleteAll()
     m_items.clear();
     m_firstTop = m_lastTop = ozNoItem;
     m_selection = m_pressed = m_edited = ozNoItem;
+}
+
+void ozHeadlessTree::ChildrenLater(ozTreeItem item)
+{
+    if (Item* found = Find(item))
+        found->childrenLater = true;
+}
+
+bool ozHeadlessTree::ChildrenToCome(ozTreeItem item) const
+{
+    const Item* found = Find(item);
+    return found != nullptr && found->childrenLater && found->firstChild == ozNoItem;
 }
 
 ozTreeItem ozHeadlessTree::Append(ozTreeItem parent, const std::string& text, int image,

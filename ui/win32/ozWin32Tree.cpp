@@ -156,6 +156,17 @@ ozTreeItem ozWin32Tree::Append(ozTreeItem parent, const std::string& text, int i
         SendMessageW(m_window, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert))));
 }
 
+void ozWin32Tree::ChildrenLater(ozTreeItem item)
+{
+    if (m_window == nullptr || item == ozNoItem)
+        return;
+    TVITEMW data = {};
+    data.mask = TVIF_CHILDREN;
+    data.hItem = Handle(item);
+    data.cChildren = 1;
+    SendMessageW(m_window, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&data));
+}
+
 void ozWin32Tree::Delete(ozTreeItem item)
 {
     if (m_window == nullptr || item == ozNoItem)

@@ -46,6 +46,8 @@ public:
     void Filling(bool filling) override;
     ozTreeItem Append(ozTreeItem parent, const std::string& text, int image, int selectedImage,
                       bool expanded, void* data) override;
+    // The item's expand button by its children count (TVIF_CHILDREN).
+    void ChildrenLater(ozTreeItem item) override;
     void Delete(ozTreeItem item) override;
     void Text(ozTreeItem item, const std::string& text) override;
     void Image(ozTreeItem item, int image, int selectedImage) override;
