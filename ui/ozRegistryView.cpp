@@ -19,6 +19,7 @@
 #include "ozLegendDialog.h"
 #include "ozViewPlatform.h"
 #include "platform/ozAsciiCase.h"
+#include "platform/ozTextConversion.h"
 
 namespace {
 
@@ -423,7 +424,7 @@ ozMenu ozRegistryView::KeyMenu() const
             entry.bitmap = row.bitmap;
             entry.caption = row.text != 0 ? HostText(row.text) : std::string();
             if (entry.caption.empty())
-                entry.caption = row.caption;
+                entry.caption = ozNarrowFromUtf8(row.caption);
         }
         if (subKey != nullptr && subKey->ADM() && row.bitmap != 0 &&
             row.command != RegistryCommandNewKey && row.command != RegistryCommandDeleteKey)
