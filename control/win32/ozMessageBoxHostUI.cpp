@@ -28,7 +28,8 @@ UINT BoxStyle(tHOSTMESSAGEKIND kind)
 {
     switch (kind) {
         case HostMessageQuestion:
-            return MB_YESNO | MB_ICONQUESTION;
+            // Questions come before deleting: No is the answer a stray Enter gives.
+            return MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2;
         case HostMessageWarning:
             return MB_OK | MB_ICONWARNING;
         case HostMessageInfo:
