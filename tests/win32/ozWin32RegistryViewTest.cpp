@@ -20,26 +20,20 @@ protected:
     void SetUp() override
     {
         Win32ViewsTest::SetUp();
-        const std::pair<unsigned short, const char*> texts[] = {
-            {HostTextUserKeys, "User configuration"},
-            {HostTextMachineKeys, "Machine configuration"},
-            {HostTextNewKeyName, "New key"},
-            {HostTextKeyOpSave, "Operation: &save"},
-            {HostTextKeyOpNotSaved, "Operation: do &not save"},
-            {HostTextKeyOpDelete, "Operation: &delete"},
-            {HostTextKeyNameRefused, "refused"},
-            {HostTextKeyNew, "&New"},
-            {HostTextKeyDelete, "&Delete"},
-            {ozLegendDialog::CaptionText, "Legend"},
-            {66, "Key not saved"},
-            {67, "Key saved"},
-            {68, "Key deleted"},
-            {69, "Template key not saved"},
-            {70, "Template key saved"},
-            {71, "Template key deleted"},
-            {72, "Key's values erased"},
-            {73, "Template key's values erased"}};
-        for (const auto& [number, text] : texts)
+        // The legend's labels (66 to 73) and the texts the menu and the view show; the
+        // operation entries keep their own captions.
+        const char* const labels[] = {"Key not saved",       "Key saved",
+                                      "Key deleted",         "Template key not saved",
+                                      "Template key saved",  "Template key deleted",
+                                      "Key's values erased", "Template key's values erased"};
+        for (unsigned short label = 0; label < 8; ++label)
+            control.AddString(66 + label, labels[label]);
+        for (const auto& [number, text] :
+             {std::pair<unsigned short, const char*>{HostTextUserKeys, "User configuration"},
+              {HostTextMachineKeys, "Machine configuration"},
+              {HostTextNewKeyName, "New key"},
+              {HostTextKeyNameRefused, "refused"},
+              {ozLegendDialog::CaptionText, "Legend"}})
             control.AddString(number, text);
     }
     ozWin32Tree& Keys() { return platform.RegistryTree(); }
@@ -155,9 +149,9 @@ TEST_F(Win32RegistryViewTest, TheKeyMenuNewRenameDeleteAndOperations)
         bool save;
         char op;
         int image;
-    } operations[] = {{L"Operation: &delete", true, 'D', RegKeyImageTemplateDelete},
-                      {L"Operation: do &not save", false, 'I', RegKeyImageTemplateNotSaved},
-                      {L"Operation: &save", true, 'I', RegKeyImageTemplateSaved}};
+    } operations[] = {{L"Operation: l\u00f6s&chen", true, 'D', RegKeyImageTemplateDelete},
+                      {L"Operation: n&icht speichern", false, 'I', RegKeyImageTemplateNotSaved},
+                      {L"Operation: &speichern", true, 'I', RegKeyImageTemplateSaved}};
     for (const auto& operation : operations) {
         ChooseFromKeyMenu(Steps({[&] {
                                      int at = 0;
