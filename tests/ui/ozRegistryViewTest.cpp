@@ -20,14 +20,23 @@ namespace {
 
 class RegistryViewTest : public testing::Test {
 protected:
+    static constexpr unsigned short Texts[] = {18, 58, 66, 67, 68, 69,  70,
+                                               71, 72, 73, 82, 83, 116, 171};
+
     void SetUp() override
     {
-        for (unsigned short text : {18, 58, 66, 67, 68, 69, 70, 71, 72, 73, 82, 83, 116, 171})
+        for (unsigned short text : Texts)
             control.AddString(text, ("t" + std::to_string(text)).c_str());
         views.Attach(control);
         ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
         control.ozImpExLibrary(ozPlatformPath(OZ_OZP_LIBRARY));
         ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/classes-only.adm").c_str()));
+    }
+    // The host texts are the process's: the tests after these do not see them.
+    void TearDown() override
+    {
+        for (unsigned short text : Texts)
+            control.AddString(text, "");
     }
     ozSubKey& UserKey(const char* path)
     {
@@ -136,48 +145,38 @@ TEST_F(RegistryViewTest, GroupsSortingExpandedStatesAndTheSelectionMark)
 
 TEST_F(RegistryViewTest, TheKeyMenuFollowsTheSelection)
 {
-    UserKey("plain").Save(false);
+    UserKey("plain");
     UserKey("deleted").Op(static_cast<tOPKEY>('D'));
     UserKey("erased").Op(KeyOpEraseValues);
     UserKey("erased").ADM(true);
     UserKey("saved").ADM(true);
     UserKey("saved").Save(true);
     Code().tree->UsrTree().FindKey(HKEY_USERS, "k");
+    Code().tree->MacTree().FindKey(HKEY_LOCAL_MACHINE, "k");
     Fill(true, true);
     // Per selection: the caption entry and its picture, the entries' states (E enabled, D
     // disabled, in menu order) and the operations' pictures.
-    const struct {
-        const char* selected;
-        const char* caption;
-        int bitmap;
-        const char* states;
-        const char* operations;
-    } rows[] = {
-        {nullptr, "Root", 221, "DDDDDDDDEE", "227 230 228"},
-        {"t82", "Root", 221, "DDDDDDDDEE", "227 230 228"},
-        {"t83\\HKEY_LOCAL_MACHINE", "HKEY_LOCAL_MACHINE", 216, "EEDEDDDEEE", "227 230 228"},
-        {"t82\\HKEY_CURRENT_USER", "HKEY_CURRENT_USER", 215, "EEDEDDDEEE", "227 230 228"},
-        {"t82\\HKEY_USERS", "Unknown HKEY", 221, "EEDEDDDEEE", "227 230 228"},
-        {"t82\\HKEY_CURRENT_USER\\plain", "t66", 230, "EEEEEEEEEE", "227 230 228"},
-        {"t82\\HKEY_CURRENT_USER\\deleted", "t68", 228, "EEEEEEEEEE", "227 230 228"},
-        {"t82\\HKEY_CURRENT_USER\\erased", "t73", 253, "EEEEEEEEEE", "249 247 251"},
-        {"t82\\HKEY_CURRENT_USER\\saved", "t70", 249, "EEEEEEEEEE", "249 247 251"},
-    };
-    Code().tree->MacTree().FindKey(HKEY_LOCAL_MACHINE, "k");
-    Fill(true, true);
-    for (const auto& row : rows) {
-        if (row.selected != nullptr)
-            Select(row.selected);
+    const std::pair<const char*, const char*> rows[] = {
+        {nullptr, "Root 221 DDDDDDDDEE 227 230 228"},
+        {"t82", "Root 221 DDDDDDDDEE 227 230 228"},
+        {"t83\\HKEY_LOCAL_MACHINE", "HKEY_LOCAL_MACHINE 216 EEDEDDDEEE 227 230 228"},
+        {"t82\\HKEY_CURRENT_USER", "HKEY_CURRENT_USER 215 EEDEDDDEEE 227 230 228"},
+        {"t82\\HKEY_USERS", "Unknown HKEY 221 EEDEDDDEEE 227 230 228"},
+        {"t82\\HKEY_CURRENT_USER\\plain", "t66 230 EEEEEEEEEE 227 230 228"},
+        {"t82\\HKEY_CURRENT_USER\\deleted", "t68 228 EEEEEEEEEE 227 230 228"},
+        {"t82\\HKEY_CURRENT_USER\\erased", "t73 253 EEEEEEEEEE 249 247 251"},
+        {"t82\\HKEY_CURRENT_USER\\saved", "t70 249 EEEEEEEEEE 249 247 251"}};
+    for (const auto& [selected, expected] : rows) {
+        if (selected != nullptr)
+            Select(selected);
         ozMenu menu = View().KeyMenu();
-        std::string states, operations;
+        std::string shown =
+            menu.entries[0].caption + " " + std::to_string(menu.entries[0].bitmap) + " ";
         for (const ozMenuEntry& entry : menu.entries)
-            states += entry.state == ozMenuState::Enabled ? 'E' : 'D';
+            shown += entry.state == ozMenuState::Enabled ? 'E' : 'D';
         for (int at : {4, 5, 6})
-            operations += (at > 4 ? " " : "") + std::to_string(menu.entries[at].bitmap);
-        EXPECT_EQ(menu.entries[0].caption + " " + std::to_string(menu.entries[0].bitmap) + " " +
-                      states + " " + operations,
-                  std::string(row.caption) + " " + std::to_string(row.bitmap) + " " + row.states +
-                      " " + row.operations);
+            shown += " " + std::to_string(menu.entries[at].bitmap);
+        EXPECT_EQ(shown, expected);
     }
     EXPECT_EQ(View().KeyMenu().entries[1].caption, "&Neu");
 }

@@ -19,7 +19,6 @@ std::wstring WindowText(HWND window)
     return text;
 }
 
-// Saves the screen's area as NAME.bmp into OZ_SCREENSHOT_DIR (nothing without it).
 void ScreenshotArea(RECT area, const char* name)
 {
     const char* folder = std::getenv("OZ_SCREENSHOT_DIR");
@@ -56,7 +55,6 @@ void ScreenshotArea(RECT area, const char* name)
     ReleaseDC(nullptr, screen);
 }
 
-// Saves the window, drawn afresh, as NAME.bmp.
 void Screenshot(HWND window, const char* name)
 {
     if (window == nullptr)
@@ -68,7 +66,6 @@ void Screenshot(HWND window, const char* name)
     ScreenshotArea(area, name);
 }
 
-// The user inside a modal menu or dialog: called from a thread timer until it returns true.
 std::function<bool()> g_user;
 int g_ticks = 0;
 
@@ -87,8 +84,6 @@ void CALLBACK UserTimer(HWND, UINT, UINT_PTR timer, DWORD)
         g_user = nullptr;
 }
 
-// The open popup menu (or submenu) that has an entry captioned caption, and the entry's
-// position.
 HWND MenuWith(const wchar_t* caption, int& position)
 {
     for (HWND window = FindWindowExW(nullptr, nullptr, L"#32768", nullptr); window != nullptr;
@@ -105,9 +100,6 @@ HWND MenuWith(const wchar_t* caption, int& position)
     return nullptr;
 }
 
-// Chooses the entry captioned caption of the open popup menu or submenu, by the keys a user
-// presses: down from the highlighted entry (from above the first without one), then Enter,
-// which opens a submenu.
 bool ChooseFromMenu(const wchar_t* caption)
 {
     int target = 0;
@@ -127,7 +119,6 @@ bool ChooseFromMenu(const wchar_t* caption)
     return true;
 }
 
-// A user who takes steps one after the other, each tried on every tick until it succeeds.
 std::function<bool()> Steps(std::vector<std::function<bool()>> steps)
 {
     return [steps = std::move(steps), next = std::size_t{0}]() mutable {
@@ -136,14 +127,11 @@ std::function<bool()> Steps(std::vector<std::function<bool()>> steps)
     };
 }
 
-// A step that chooses the menu entry captioned caption.
 std::function<bool()> Menu(const wchar_t* caption)
 {
     return [caption] { return ChooseFromMenu(caption); };
 }
 
-// A step in the dialog captioned caption, once it is shown and takes input (no dialog of its
-// own open above it).
 std::function<bool()> InDialog(const wchar_t* caption, std::function<void(HWND)> action)
 {
     return [caption, action] {
@@ -155,8 +143,6 @@ std::function<bool()> InDialog(const wchar_t* caption, std::function<void(HWND)>
     };
 }
 
-// Clicks the button id of dialog, posted: a dialog the click opens then runs in the message
-// loop, not inside the user's tick.
 void Press(HWND dialog, int id)
 {
     PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
