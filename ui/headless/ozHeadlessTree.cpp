@@ -127,7 +127,7 @@ void ozHeadlessTree::ChildrenLater(ozTreeItem item)
 bool ozHeadlessTree::ChildrenToCome(ozTreeItem item) const
 {
     const Item* found = Find(item);
-    return found != nullptr && found->childrenLater && found->firstChild == ozNoItem;
+    return found != nullptr && found->childrenLater;
 }
 
 ozTreeItem ozHeadlessTree::Append(ozTreeItem parent, const std::string& text, int image,
@@ -153,6 +153,8 @@ ozTreeItem ozHeadlessTree::Append(ozTreeItem parent, const std::string& text, in
     else
         m_items[parent - 1].firstChild = item;
     (parent == ozNoItem ? m_lastTop : m_items[parent - 1].lastChild) = item;
+    if (parent != ozNoItem)
+        m_items[parent - 1].childrenLater = false;
     return item;
 }
 
