@@ -165,10 +165,12 @@ void ozRegistryView::Fill(tTreeCodeHandle* code, bool showUser, bool showMachine
     ozTreeWidget& tree = m_platform.RegistryTree();
     m_code = code;
     m_filling = true;
+    tree.Filling(true);
     tree.DeleteAll();
     if (m_keysCleared)
         m_keysCleared();
     if (code == nullptr || code->tree == nullptr) {
+        tree.Filling(false);
         m_filling = false;
         return;
     }
@@ -182,7 +184,6 @@ void ozRegistryView::Fill(tTreeCodeHandle* code, bool showUser, bool showMachine
         {HostTextUserKeys, RegKeyImageUserRoot, code->tree->UsrTree(), showUser},
         {HostTextMachineKeys, RegKeyImageMachineRoot, code->tree->MacTree(), showMachine}};
     ozTreeItem marked = ozNoItem;
-    tree.Filling(true);
     if (showUser && showMachine) {
         // The group items stand sorted by their texts, as every level of the tree.
         std::string texts[2];
