@@ -62,7 +62,8 @@ class ozRegistryView : public ozTreeEvents {
 public:
     explicit ozRegistryView(ozViewPlatform& platform);
 
-    // The control whose host texts the view shows (not owned).
+    // The control whose host texts the view shows, whose document its changes mark modified
+    // and which loads profiles and imports from the registry (not owned; null: none of it).
     void Control(CADMCtrl* control) { m_control = control; }
     // Sets up the tree: its events and images.
     void Create();
