@@ -162,7 +162,8 @@ void CheckChildWindows(IUnknown* control, HWND window)
 // Keys through the message hook and TranslateAccelerator, and UI activation.
 void CheckKeys(IUnknown* control, HWND window)
 {
-    HWND registry = Child(window, RegistryViewClass), host = GetParent(window);
+    // The visible view hands its focus to its key tree (control number 101).
+    HWND registry = GetDlgItem(Child(window, RegistryViewClass), 101), host = GetParent(window);
     SetFocus(host);
     Check(
         "the hook hands a Tab for the control to the keyboard window, not dispatched, which "
