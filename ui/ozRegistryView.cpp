@@ -532,8 +532,18 @@ bool ozRegistryView::NewKey()
     ozSubKey* key = keys->FindKey(root, path.c_str());
     if (key == nullptr)
         return false;
+    // Among its siblings in the order the fill gives them.
+    const std::string name = key->Name(), order = ozAsciiLowerCased(name);
+    ozTreeItem after = ozNoItem;
+    for (ozTreeItem sibling = tree.FirstChild(parent); sibling != ozNoItem;
+         sibling = tree.NextSibling(sibling)) {
+        const std::string text = tree.Text(sibling), siblingOrder = ozAsciiLowerCased(text);
+        if (siblingOrder > order || (siblingOrder == order && text > name))
+            break;
+        after = sibling;
+    }
     int image = SubKeyImage(*key);
-    ozTreeItem item = tree.Append(parent, key->Name(), image, image + 1, false, key);
+    ozTreeItem item = tree.InsertAfter(parent, after, name, image, image + 1, key);
     Reveal(item);
     tree.Select(item);
     MarkEdited();

@@ -65,6 +65,10 @@ public:
     // view's, not owned.
     virtual ozTreeItem Append(ozTreeItem parent, const std::string& text, int image,
                               int selectedImage, bool expanded, void* data) = 0;
+    // Inserts an item below parent right after its child `after`, or as its first child when
+    // after is ozNoItem; collapsed.
+    virtual ozTreeItem InsertAfter(ozTreeItem parent, ozTreeItem after, const std::string& text,
+                                   int image, int selectedImage, void* data) = 0;
     // item shows an expand button although it has no child items yet: they are appended when
     // the user first expands it (on ItemExpanding). Appending a child ends this.
     virtual void ChildrenLater(ozTreeItem item) = 0;

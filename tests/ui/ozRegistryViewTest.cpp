@@ -184,12 +184,14 @@ TEST_F(RegistryViewTest, TheKeyMenuFollowsTheSelection)
 TEST_F(RegistryViewTest, NewKeysAreNumberedBelowTheSelection)
 {
     UserKey("a\\t18 1");
+    UserKey("a\\zeta");
     Fill();
     for (const char* expected : {"a\\t18 2", "a\\t18 3"}) {
         Select("HKEY_CURRENT_USER\\a");
         Code().modified = 0;
         Tree().Key(ozKeyInsert);
         EXPECT_EQ(Tree().Selection(), Tree().Find(std::string("HKEY_CURRENT_USER\\") + expected));
+        EXPECT_EQ(Tree().Text(Tree().NextSibling(Tree().Selection())), "zeta");  // sorted in
         EXPECT_TRUE(control.ShouldSave());
     }
     Select("HKEY_CURRENT_USER");

@@ -42,6 +42,8 @@ public:
     void DeleteAll() override;
     ozTreeItem Append(ozTreeItem parent, const std::string& text, int image, int selectedImage,
                       bool expanded, void* data) override;
+    ozTreeItem InsertAfter(ozTreeItem parent, ozTreeItem after, const std::string& text, int image,
+                           int selectedImage, void* data) override;
     void ChildrenLater(ozTreeItem item) override;
     void Delete(ozTreeItem item) override;
     void Text(ozTreeItem item, const std::string& text) override;
@@ -79,6 +81,8 @@ private:
     };
     const Item* Find(ozTreeItem item) const;
     Item* Find(ozTreeItem item);
+    // Links added in below parent after previous (ozNoItem: first).
+    ozTreeItem Link(ozTreeItem parent, ozTreeItem previous, Item added);
     // Marks item and its children deleted.
     void Forget(ozTreeItem item);
 

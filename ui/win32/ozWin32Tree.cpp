@@ -137,13 +137,26 @@ void ozWin32Tree::Filling(bool filling)
 ozTreeItem ozWin32Tree::Append(ozTreeItem parent, const std::string& text, int image,
                                int selectedImage, bool expanded, void* data)
 {
+    return Insert(parent, TVI_LAST, text, image, selectedImage, expanded, data);
+}
+
+ozTreeItem ozWin32Tree::InsertAfter(ozTreeItem parent, ozTreeItem after, const std::string& text,
+                                    int image, int selectedImage, void* data)
+{
+    return Insert(parent, after == ozNoItem ? TVI_FIRST : Handle(after), text, image, selectedImage,
+                  false, data);
+}
+
+ozTreeItem ozWin32Tree::Insert(ozTreeItem parent, HTREEITEM after, const std::string& text,
+                               int image, int selectedImage, bool expanded, void* data)
+{
     if (m_window == nullptr)
         return ozNoItem;
     Quiet quiet(m_quiet);
     std::wstring wide = ozWin32Wide(text);
     TVINSERTSTRUCTW insert = {};
     insert.hParent = parent == ozNoItem ? TVI_ROOT : Handle(parent);
-    insert.hInsertAfter = TVI_LAST;
+    insert.hInsertAfter = after;
     // A negative image shows none (a text-only item).
     insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_STATE | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
     insert.item.pszText = wide.data();

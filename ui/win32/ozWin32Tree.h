@@ -47,6 +47,8 @@ public:
     ozTreeItem Append(ozTreeItem parent, const std::string& text, int image, int selectedImage,
                       bool expanded, void* data) override;
     // The item's expand button by its children count (TVIF_CHILDREN).
+    ozTreeItem InsertAfter(ozTreeItem parent, ozTreeItem after, const std::string& text, int image,
+                           int selectedImage, void* data) override;
     void ChildrenLater(ozTreeItem item) override;
     void Delete(ozTreeItem item) override;
     void Text(ozTreeItem item, const std::string& text) override;
@@ -76,6 +78,8 @@ private:
     ozTreeItem ItemAtMessage(bool onIcon) const;
     void ButtonReleased(ozTreeItem item);
     bool GetItem(ozTreeItem item, UINT mask, TVITEMW& data) const;
+    ozTreeItem Insert(ozTreeItem parent, HTREEITEM after, const std::string& text, int image,
+                      int selectedImage, bool expanded, void* data);
 
     // Fills the image list from the bitmaps of m_bitmaps.
     void LoadImages();
