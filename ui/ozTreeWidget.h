@@ -58,10 +58,20 @@ public:
     virtual void Images(const std::vector<int>& bitmapResources) = 0;
 
     virtual void DeleteAll() = 0;
+    // Many items are about to be appended (true), or they are in (false). In between the widget
+    // need not draw nor watch the mouse; a fill brackets its appends with these.
+    virtual void Filling(bool filling) { (void)filling; }
     // Appends an item as the last child of parent (ozNoItem: at the top level). data is the
     // view's, not owned.
     virtual ozTreeItem Append(ozTreeItem parent, const std::string& text, int image,
                               int selectedImage, bool expanded, void* data) = 0;
+    // Inserts an item below parent right after its child `after`, or as its first child when
+    // after is ozNoItem; collapsed.
+    virtual ozTreeItem InsertAfter(ozTreeItem parent, ozTreeItem after, const std::string& text,
+                                   int image, int selectedImage, void* data) = 0;
+    // item shows an expand button although it has no child items yet: they are appended when
+    // the user first expands it (on ItemExpanding). Appending a child ends this.
+    virtual void ChildrenLater(ozTreeItem item) = 0;
     // Deletes item with its children.
     virtual void Delete(ozTreeItem item) = 0;
     virtual void Text(ozTreeItem item, const std::string& text) = 0;

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "ozForm.h"
@@ -25,6 +26,13 @@ public:
     // Replaces the controls; events go to `events` (not owned) until the next Build or Clear.
     virtual void Build(const std::vector<ozControlSpec>& controls, ozFormEvents* events) = 0;
     virtual void Clear() = 0;
+};
+
+// What a file-open question offers: the extension added to a name typed without one, and the
+// filter as "description|pattern|...||".
+struct ozOpenFileQuestion {
+    std::string defaultExtension;
+    std::string filter;
 };
 
 class ozViewPlatform {
@@ -51,4 +59,9 @@ public:
     // dialog goes.
     virtual void RunDialog(std::unique_ptr<ozDialog> dialog,
                            std::function<void(ozDialog& dialog, bool accepted)> ended) = 0;
+    // Asks for an existing file to open (read-only choice hidden); `chosen` gets its path when
+    // the user accepts one (not called on Cancel). Headless: a dialog captioned "Open" whose
+    // "File name" edit takes the path.
+    virtual void AskOpenFile(const ozOpenFileQuestion& question,
+                             std::function<void(const std::string& path)> chosen) = 0;
 };

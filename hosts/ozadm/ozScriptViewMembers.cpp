@@ -322,8 +322,16 @@ void ozAddViewMembers(std::vector<ozScriptMember>& members)
                        nullptr});
     members.push_back({"Expand", false, 1, "Path",
                        [](ozScriptCall& call) {
-                           ozTreeItem item = Item("Expand", call, call.arguments[0]);
-                           Tree("Expand", call).ExpandByUser(item, true);
+                           // Each collapsed item on the way first, as the user opens them.
+                           const std::string& path = call.arguments[0];
+                           ozHeadlessTree& tree = Tree("Expand", call);
+                           for (std::size_t end = path.find('\\'); end != std::string::npos;
+                                end = path.find('\\', end + 1)) {
+                               ozTreeItem above = Item("Expand", call, path.substr(0, end));
+                               if (!tree.Expanded(above))
+                                   tree.ExpandByUser(above, true);
+                           }
+                           tree.ExpandByUser(Item("Expand", call, path), true);
                            return Result();
                        },
                        nullptr});

@@ -19,6 +19,8 @@ void AddItemLines(const ozHeadlessTree& tree, ozTreeItem item, const std::string
             line += " selimage=" + std::to_string(tree.SelectedImage(item));
         if (tree.Expanded(item))
             line += " expanded";
+        if (tree.ChildrenToCome(item))
+            line += " collapsed";
         if (tree.Selection() == item)
             line += " selected";
         lines.push_back(line);
@@ -48,7 +50,8 @@ void AddMenuLines(const std::vector<ozMenuEntry>& entries, const std::string& in
             continue;
         }
         lines.push_back(indent + "MENU " + ozQuoteScriptText(entry.caption) + " " +
-                        StateName(entry.state));
+                        StateName(entry.state) +
+                        (entry.bitmap != 0 ? " bitmap=" + std::to_string(entry.bitmap) : ""));
         AddMenuLines(entry.submenu, indent + "  ", lines);
     }
 }

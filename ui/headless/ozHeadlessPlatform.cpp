@@ -23,6 +23,55 @@ struct ozHeadlessPlatform::OpenDialog final : ozFormEvents {
     ozHeadlessForm form;
 };
 
+namespace {
+
+// The file-open question as a dialog: the path typed into "File name", the default extension
+// added when the name has none.
+class OpenFileDialog final : public ozDialog {
+public:
+    enum : int { FileName = 10 };
+
+    explicit OpenFileDialog(std::string defaultExtension)
+        : m_defaultExtension(std::move(defaultExtension))
+    {
+        m_layout.caption = "Open";
+        m_layout.controls = {
+            {FileName, ozControlKind::Edit, "File name"},
+            {ozDialogOK, ozControlKind::Button, "OK", 0, 0, 0, 0, ozControlDefault},
+            {ozDialogCancel, ozControlKind::Button, "Cancel"}};
+    }
+    const ozDialogTemplate& Layout() const override { return m_layout; }
+    void Init(ozForm&) override {}
+    bool Accept(ozForm& form) override
+    {
+        m_path = form.Text(FileName);
+        std::string::size_type name = m_path.find_last_of("/\\");
+        name = name == std::string::npos ? 0 : name + 1;
+        if (!m_defaultExtension.empty() && !m_path.empty() &&
+            m_path.find('.', name) == std::string::npos)
+            m_path += "." + m_defaultExtension;
+        return !m_path.empty();
+    }
+    const std::string& Path() const { return m_path; }
+
+private:
+    std::string m_defaultExtension;
+    std::string m_path;
+    ozDialogTemplate m_layout;
+};
+
+}  // namespace
+
+void ozHeadlessPlatform::AskOpenFile(const ozOpenFileQuestion& question,
+                                     std::function<void(const std::string& path)> chosen)
+{
+    RunDialog(std::make_unique<OpenFileDialog>(question.defaultExtension),
+              [chosen = std::move(chosen)](ozDialog& dialog, bool accepted) {
+                  if (accepted && chosen)
+                      chosen(static_cast<OpenFileDialog&>(dialog).Path());
+              });
+}
+
 // Out of line, where an open dialog's type is complete.
 ozHeadlessPlatform::ozHeadlessPlatform(ozHostUI& ui) : m_ui(ui) {}
 

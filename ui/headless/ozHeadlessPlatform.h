@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "ozHeadlessForm.h"
@@ -51,6 +52,8 @@ public:
     void PopupMenu(const ozMenu& menu, std::function<void(unsigned int command)> chosen) override;
     void RunDialog(std::unique_ptr<ozDialog> dialog,
                    std::function<void(ozDialog& dialog, bool accepted)> ended) override;
+    void AskOpenFile(const ozOpenFileQuestion& question,
+                     std::function<void(const std::string& path)> chosen) override;
 
 private:
     struct OpenDialog;

@@ -63,7 +63,7 @@ bool ozHeadlessTree::SelectByUser(ozTreeItem item)
 void ozHeadlessTree::ExpandByUser(ozTreeItem item, bool expand)
 {
     Item* found = Find(item);
-    if (found == nullptr || found->firstChild == ozNoItem)
+    if (found == nullptr || (found->firstChild == ozNoItem && !found->childrenLater))
         return;
     if (m_events != nullptr)
         m_events->ItemExpanding(item, expand);
@@ -119,29 +119,67 @@ void ozHeadlessTree::DeleteAll()
     m_selection = m_pressed = m_edited = ozNoItem;
 }
 
+void ozHeadlessTree::ChildrenLater(ozTreeItem item)
+{
+    if (Item* found = Find(item))
+        found->childrenLater = true;
+}
+
+bool ozHeadlessTree::ChildrenToCome(ozTreeItem item) const
+{
+    const Item* found = Find(item);
+    return found != nullptr && found->childrenLater;
+}
+
 ozTreeItem ozHeadlessTree::Append(ozTreeItem parent, const std::string& text, int image,
                                   int selectedImage, bool expanded, void* data)
 {
     if (parent != ozNoItem && Find(parent) == nullptr)
         return ozNoItem;
+    ozTreeItem last = parent == ozNoItem ? m_lastTop : Find(parent)->lastChild;
     Item added;
     added.text = text;
     added.image = image;
     added.selectedImage = selectedImage;
     added.expanded = expanded;
     added.data = data;
+    return Link(parent, last, std::move(added));
+}
+
+ozTreeItem ozHeadlessTree::InsertAfter(ozTreeItem parent, ozTreeItem after, const std::string& text,
+                                       int image, int selectedImage, void* data)
+{
+    if ((parent != ozNoItem && Find(parent) == nullptr) ||
+        (after != ozNoItem && (Find(after) == nullptr || Find(after)->parent != parent)))
+        return ozNoItem;
+    Item added;
+    added.text = text;
+    added.image = image;
+    added.selectedImage = selectedImage;
+    added.data = data;
+    return Link(parent, after, std::move(added));
+}
+
+ozTreeItem ozHeadlessTree::Link(ozTreeItem parent, ozTreeItem previous, Item added)
+{
+    ozTreeItem next = previous != ozNoItem ? m_items[previous - 1].next
+                      : parent == ozNoItem ? m_firstTop
+                                           : m_items[parent - 1].firstChild;
     added.parent = parent;
-    added.previous = parent == ozNoItem ? m_lastTop : Find(parent)->lastChild;
+    added.previous = previous;
+    added.next = next;
     m_items.push_back(std::move(added));
     ozTreeItem item = m_items.size();
-    ozTreeItem previous = m_items.back().previous;
     if (previous != ozNoItem)
         m_items[previous - 1].next = item;
-    else if (parent == ozNoItem)
-        m_firstTop = item;
     else
-        m_items[parent - 1].firstChild = item;
-    (parent == ozNoItem ? m_lastTop : m_items[parent - 1].lastChild) = item;
+        (parent == ozNoItem ? m_firstTop : m_items[parent - 1].firstChild) = item;
+    if (next != ozNoItem)
+        m_items[next - 1].previous = item;
+    else
+        (parent == ozNoItem ? m_lastTop : m_items[parent - 1].lastChild) = item;
+    if (parent != ozNoItem)
+        m_items[parent - 1].childrenLater = false;
     return item;
 }
 

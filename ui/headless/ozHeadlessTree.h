@@ -15,6 +15,8 @@ public:
     ozTreeItem Find(const std::string& path) const;
     int SelectedImage(ozTreeItem item) const;
     const std::vector<int>& ImageBitmaps() const { return m_bitmaps; }
+    // Whether item shows an expand button for children still to come (ChildrenLater).
+    bool ChildrenToCome(ozTreeItem item) const;
     // The item whose label is being edited, or ozNoItem.
     ozTreeItem EditedItem() const { return m_edited; }
 
@@ -40,6 +42,9 @@ public:
     void DeleteAll() override;
     ozTreeItem Append(ozTreeItem parent, const std::string& text, int image, int selectedImage,
                       bool expanded, void* data) override;
+    ozTreeItem InsertAfter(ozTreeItem parent, ozTreeItem after, const std::string& text, int image,
+                           int selectedImage, void* data) override;
+    void ChildrenLater(ozTreeItem item) override;
     void Delete(ozTreeItem item) override;
     void Text(ozTreeItem item, const std::string& text) override;
     void Image(ozTreeItem item, int image, int selectedImage) override;
@@ -65,6 +70,7 @@ private:
         int image = 0;
         int selectedImage = 0;
         bool expanded = false;
+        bool childrenLater = false;
         bool deleted = false;
         void* data = nullptr;
         ozTreeItem parent = ozNoItem;
@@ -75,6 +81,8 @@ private:
     };
     const Item* Find(ozTreeItem item) const;
     Item* Find(ozTreeItem item);
+    // Links added in below parent after previous (ozNoItem: first).
+    ozTreeItem Link(ozTreeItem parent, ozTreeItem previous, Item added);
     // Marks item and its children deleted.
     void Forget(ozTreeItem item);
 

@@ -1,5 +1,7 @@
 // Popup menus on Windows: a menu built from an ozMenu (greyed and disabled entries by their
-// state, submenus as popups, separators, bitmaps from resources) and tracked at the cursor.
+// state, submenus as popups, separators) and tracked at the cursor. A menu whose entries have
+// bitmaps is drawn by its owner (subclassed while the menu is shown): each entry with its
+// bitmap from resources, magenta transparent, in a column beside the caption.
 #pragma once
 
 #include <windows.h>

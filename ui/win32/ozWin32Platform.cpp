@@ -1,6 +1,11 @@
 #include "ozWin32Platform.h"
 
+#include <commdlg.h>
+
+#include <string>
+
 #include "ozWin32Dialog.h"
+#include "ozWin32Form.h"
 #include "ozWin32Menu.h"
 
 ozWin32Platform::~ozWin32Platform()
@@ -124,6 +129,29 @@ void ozWin32Platform::RunDialog(std::unique_ptr<ozDialog> dialog,
     bool accepted = ozWin32RunDialog(*dialog, m_control, m_instance);
     if (ended)
         ended(*dialog, accepted);
+}
+
+void ozWin32Platform::AskOpenFile(const ozOpenFileQuestion& question,
+                                  std::function<void(const std::string& path)> chosen)
+{
+    // The filter's separators become the terminators the dialog expects.
+    std::wstring filter = ozWin32Wide(question.filter);
+    for (wchar_t& character : filter)
+        if (character == L'|')
+            character = L'\0';
+    const std::wstring extension = ozWin32Wide(question.defaultExtension);
+    wchar_t file[MAX_PATH] = {};
+    OPENFILENAMEW open = {};
+    open.lStructSize = sizeof open;
+    open.hwndOwner = m_control;
+    open.lpstrFilter = filter.c_str();
+    open.nFilterIndex = 1;
+    open.lpstrFile = file;
+    open.nMaxFile = MAX_PATH;
+    open.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
+    open.Flags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_EXPLORER;
+    if (GetOpenFileNameW(&open) && chosen)
+        chosen(ozWin32Narrow(file));
 }
 
 LRESULT CALLBACK ozWin32Platform::PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,

@@ -66,6 +66,9 @@ public:
     void PopupMenu(const ozMenu& menu, std::function<void(unsigned int command)> chosen) override;
     void RunDialog(std::unique_ptr<ozDialog> dialog,
                    std::function<void(ozDialog& dialog, bool accepted)> ended) override;
+    // The system's file-open dialog over the control's window.
+    void AskOpenFile(const ozOpenFileQuestion& question,
+                     std::function<void(const std::string& path)> chosen) override;
 
 private:
     static LRESULT CALLBACK PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,

@@ -129,8 +129,35 @@ void ozWin32Tree::DeleteAll()
     TreeView_DeleteAllItems(m_window);
 }
 
+void ozWin32Tree::Filling(bool filling)
+{
+    if (m_window == nullptr)
+        return;
+    if (filling) {
+        SendMessageW(m_window, WM_SETREDRAW, FALSE, 0);
+        RemoveWindowSubclass(m_window, Subclass, 0);
+        return;
+    }
+    SetWindowSubclass(m_window, Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
+    SendMessageW(m_window, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(m_window, nullptr, TRUE);
+}
+
 ozTreeItem ozWin32Tree::Append(ozTreeItem parent, const std::string& text, int image,
                                int selectedImage, bool expanded, void* data)
+{
+    return Insert(parent, TVI_LAST, text, image, selectedImage, expanded, data);
+}
+
+ozTreeItem ozWin32Tree::InsertAfter(ozTreeItem parent, ozTreeItem after, const std::string& text,
+                                    int image, int selectedImage, void* data)
+{
+    return Insert(parent, after == ozNoItem ? TVI_FIRST : Handle(after), text, image, selectedImage,
+                  false, data);
+}
+
+ozTreeItem ozWin32Tree::Insert(ozTreeItem parent, HTREEITEM after, const std::string& text,
+                               int image, int selectedImage, bool expanded, void* data)
 {
     if (m_window == nullptr)
         return ozNoItem;
@@ -138,7 +165,7 @@ ozTreeItem ozWin32Tree::Append(ozTreeItem parent, const std::string& text, int i
     std::wstring wide = ozWin32Wide(text);
     TVINSERTSTRUCTW insert = {};
     insert.hParent = parent == ozNoItem ? TVI_ROOT : Handle(parent);
-    insert.hInsertAfter = TVI_LAST;
+    insert.hInsertAfter = after;
     // A negative image shows none (a text-only item).
     insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_STATE | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
     insert.item.pszText = wide.data();
@@ -149,6 +176,17 @@ ozTreeItem ozWin32Tree::Append(ozTreeItem parent, const std::string& text, int i
     insert.item.state = expanded ? TVIS_EXPANDED : 0;
     return Item(reinterpret_cast<HTREEITEM>(
         SendMessageW(m_window, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert))));
+}
+
+void ozWin32Tree::ChildrenLater(ozTreeItem item)
+{
+    if (m_window == nullptr || item == ozNoItem)
+        return;
+    TVITEMW data = {};
+    data.mask = TVIF_CHILDREN;
+    data.hItem = Handle(item);
+    data.cChildren = 1;
+    SendMessageW(m_window, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&data));
 }
 
 void ozWin32Tree::Delete(ozTreeItem item)

@@ -44,8 +44,15 @@ public:
     void Events(ozTreeEvents* events) override { m_events = events; }
     void Images(const std::vector<int>& bitmapResources) override;
     void DeleteAll() override;
+    // Stops drawing and lets go of the mouse watch (a subclass costs every message a window
+    // property lookup) until the fill ends.
+    void Filling(bool filling) override;
     ozTreeItem Append(ozTreeItem parent, const std::string& text, int image, int selectedImage,
                       bool expanded, void* data) override;
+    // The item's expand button by its children count (TVIF_CHILDREN).
+    ozTreeItem InsertAfter(ozTreeItem parent, ozTreeItem after, const std::string& text, int image,
+                           int selectedImage, void* data) override;
+    void ChildrenLater(ozTreeItem item) override;
     void Delete(ozTreeItem item) override;
     void Text(ozTreeItem item, const std::string& text) override;
     void Image(ozTreeItem item, int image, int selectedImage) override;
@@ -74,6 +81,8 @@ private:
     ozTreeItem ItemAtMessage(bool onIcon) const;
     void ButtonReleased(ozTreeItem item);
     bool GetItem(ozTreeItem item, UINT mask, TVITEMW& data) const;
+    ozTreeItem Insert(ozTreeItem parent, HTREEITEM after, const std::string& text, int image,
+                      int selectedImage, bool expanded, void* data);
 
     // Fills the image list from the bitmaps of m_bitmaps.
     void LoadImages();
