@@ -34,7 +34,18 @@ ozHeadlessTree& Tree(const char* member, ozScriptCall& call)
 // The item at PATH in the visible view's tree; a path that names no item cannot run.
 ozTreeItem Item(const char* member, ozScriptCall& call, const std::string& path)
 {
-    ozTreeItem item = Tree(member, call).Find(path);
+    ozHeadlessTree& tree = Tree(member, call);
+    ozTreeItem item = tree.Find(path);
+    // An item whose children have not come yet (a collapsed registry key) is opened on the way,
+    // as the user opens it to reach what lies below.
+    for (std::size_t end = path.find('\\'); item == ozNoItem && end != std::string::npos;
+         end = path.find('\\', end + 1)) {
+        ozTreeItem above = tree.Find(path.substr(0, end));
+        if (above != ozNoItem && tree.ChildrenToCome(above))
+            tree.ExpandByUser(above, true);
+    }
+    if (item == ozNoItem)
+        item = tree.Find(path);
     if (item == ozNoItem)
         throw ozScriptUsageError(std::string(member) + ": the view has no item \"" + path + "\"");
     return item;

@@ -281,7 +281,9 @@ TEST_F(OzadmCommands, ScriptImportsWhatTheImportDialogChooses)
     };
     std::ofstream(m_folder / "import.ozs")
         << "SetADM example.adm\nShowUser = FALSE\nRefresh\n" + browse("") +
-               "Dialog Check \"Recursive\" off\nDialog\nDialog OK\nView\n" + browse("registry") +
+               "Dialog Check \"Recursive\" off\nDialog\nDialog OK\n"
+               "Expand \"HKEY_LOCAL_MACHINE\\Software\\Policies\\Example\"\nView\n" +
+               browse("registry") +
                "Dialog Row \"\" 0\nDialog\nDialog OK\nDialog Select \"HKEY_LOCAL_MACHINE\"\n"
                "RegTree\n";
     ASSERT_EQ(Run("script --registry registry import.ozs"), 0) << err;
@@ -292,7 +294,8 @@ TEST_F(OzadmCommands, ScriptImportsWhatTheImportDialogChooses)
                        "        ITEM \"Other\" image=2 selimage=3\n"),
               npos)
         << out;
-    EXPECT_NE(out.find("        ITEM \"Browser\" image=12 selimage=13\n"), npos) << "saved";
+    EXPECT_NE(out.find("        ITEM \"Browser\" image=12 selimage=13 collapsed\n"), npos)
+        << "saved";
     EXPECT_NE(out.find("CONTROL TREE \"\" enabled = \"\"\nITEM \"HKEY_LOCAL_MACHINE\""), npos)
         << "another machine has no HKEY_CURRENT_USER";
     EXPECT_NE(out.find("VALUE \"ProxyServer\" I REG_SZ \"hive.example~\""), npos) << out;

@@ -47,6 +47,8 @@ protected:
     {
         views.Show(DisplayRegistry, control.Code(), true, false);
         ozHeadlessTree& tree = platform.RegistryTree();
+        // A collapsed key's sub keys come when the user opens it.
+        tree.ExpandByUser(tree.Find("HKEY_CURRENT_USER"), true);
         ASSERT_TRUE(tree.SelectByUser(tree.Find(std::string("HKEY_CURRENT_USER\\") + path)));
         control.Code()->modified = 0;
     }
