@@ -18,6 +18,7 @@
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozSubKey.h"
 #include "ozControlWindows.h"
+#include "ozWin32ViewsFixture.h"
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
@@ -32,18 +33,19 @@ using D = ozImportRegistryDialog;
 
 // The user's part, tried on every tick of a thread timer until it returns true; a user who
 // never gets there cancels the dialog, so that the test fails instead of hanging.
-std::function<bool(HWND dialog)> g_user;
-int g_ticks = 0;
+std::function<bool(HWND dialog)> g_dialogUser;
+int g_dialogTicks = 0;
 
 void CALLBACK UserTick(HWND, UINT, UINT_PTR timer, DWORD)
 {
     HWND dialog = FindWindowW(L"#32770", nullptr);
-    if (++g_ticks > 100) {
+    if (++g_dialogTicks > 100) {
         KillTimer(nullptr, timer);
         if (dialog != nullptr)
             EndDialog(dialog, IDCANCEL);
-    } else if (dialog != nullptr && IsWindowVisible(dialog) && g_user && g_user(dialog)) {
-        g_user = nullptr;
+    } else if (dialog != nullptr && IsWindowVisible(dialog) && g_dialogUser &&
+               g_dialogUser(dialog)) {
+        g_dialogUser = nullptr;
     }
 }
 
@@ -73,44 +75,6 @@ HTREEITEM OpenKeyA(HWND tree)
     return item;
 }
 
-// Saves the window as NAME.bmp into OZ_SCREENSHOT_DIR (nothing without it).
-void Screenshot(HWND window, const char* name)
-{
-    const char* folder = std::getenv("OZ_SCREENSHOT_DIR");
-    if (folder == nullptr)
-        return;
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    RECT area;
-    GetWindowRect(window, &area);
-    BITMAPINFOHEADER info = {};
-    info.biSize = sizeof info;
-    info.biWidth = area.right - area.left;
-    info.biHeight = area.bottom - area.top;
-    info.biPlanes = 1;
-    info.biBitCount = 24;
-    HDC screen = GetDC(nullptr);
-    HDC memory = CreateCompatibleDC(screen);
-    void* bits = nullptr;
-    HBITMAP bitmap = CreateDIBSection(screen, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS,
-                                      &bits, nullptr, 0);
-    HGDIOBJ old = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, info.biWidth, info.biHeight, screen, area.left, area.top, SRCCOPY);
-    GdiFlush();
-    const DWORD size = ((info.biWidth * 3 + 3) / 4 * 4) * info.biHeight;
-    BITMAPFILEHEADER file = {0x4D42, static_cast<DWORD>(sizeof file + sizeof info + size), 0, 0,
-                             sizeof file + sizeof info};
-    if (FILE* out = std::fopen((ozPlatformPath(folder) + "/" + name + ".bmp").c_str(), "wb")) {
-        std::fwrite(&file, sizeof file, 1, out);
-        std::fwrite(&info, sizeof info, 1, out);
-        std::fwrite(bits, 1, size, out);
-        std::fclose(out);
-    }
-    SelectObject(memory, old);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
-}
-
 class ImportRegistryWin32Test : public ::testing::Test {
 protected:
     void SetUp() override
@@ -133,13 +97,13 @@ protected:
     // ShowImportReg with the user at work; its result.
     bool Import(std::function<bool(HWND dialog)> user)
     {
-        g_user = std::move(user);
-        g_ticks = 0;
+        g_dialogUser = std::move(user);
+        g_dialogTicks = 0;
         UINT_PTR timer = SetTimer(nullptr, 0, 100, UserTick);
         bool imported = control.ShowImportReg();
         KillTimer(nullptr, timer);
-        EXPECT_FALSE(g_user) << "the user did not finish";
-        g_user = nullptr;
+        EXPECT_FALSE(g_dialogUser) << "the user did not finish";
+        g_dialogUser = nullptr;
         return imported;
     }
     ozSubKey* Imported(const std::string& path)
