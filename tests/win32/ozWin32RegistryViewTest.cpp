@@ -4,6 +4,7 @@
 // images (a picture), New, Rename with a refusal, and Delete after the question.
 #include <chrono>
 #include <cstdio>
+#include <utility>
 
 #include "core/adm/ozADMTree.h"
 #include "core/adm/tTreeCodeHandle.h"
@@ -20,22 +21,34 @@ protected:
     void SetUp() override
     {
         Win32ViewsTest::SetUp();
-        // The legend's labels (66 to 73) and the texts the menu and the view show; the
-        // operation entries keep their own captions.
-        const char* const labels[] = {"Key not saved",       "Key saved",
-                                      "Key deleted",         "Template key not saved",
-                                      "Template key saved",  "Template key deleted",
-                                      "Key's values erased", "Template key's values erased"};
-        for (unsigned short label = 0; label < 8; ++label)
-            control.AddString(66 + label, labels[label]);
-        for (const auto& [number, text] :
-             {std::pair<unsigned short, const char*>{HostTextUserKeys, "User configuration"},
-              {HostTextMachineKeys, "Machine configuration"},
-              {HostTextNewKeyName, "New key"},
-              {HostTextKeyNameRefused, "refused"},
-              {ozLegendDialog::CaptionText, "Legend"}})
+        for (const auto& [number, text] : Texts)
             control.AddString(number, text);
     }
+    // Host texts are the process's: the tests after these see none.
+    void TearDown() override
+    {
+        for (const auto& [number, text] : Texts)
+            control.AddString(number, "");
+        Win32ViewsTest::TearDown();
+    }
+    // The legend's labels (66 to 73) and the texts the menu and the view show; the operation
+    // entries keep their own captions.
+    static constexpr std::pair<unsigned short, const char*> Texts[] = {
+        {66, "Key not saved"},
+        {67, "Key saved"},
+        {68, "Key deleted"},
+        {69, "Template key not saved"},
+        {70, "Template key saved"},
+        {71, "Template key deleted"},
+        {72, "Key's values erased"},
+        {73, "Template key's values erased"},
+        {HostTextUserKeys, "User configuration"},
+        {HostTextMachineKeys, "Machine configuration"},
+        {HostTextNewKeyName, "New key"},
+        {HostTextKeyNameRefused, "refused"},
+        {ozLegendDialog::CaptionText, "Legend"},
+        {11, "Name"},
+        {23, "Data"}};
     ozWin32Tree& Keys() { return platform.RegistryTree(); }
     HWND KeysWindow() { return Keys().Window(); }
     void ShowKeys()
