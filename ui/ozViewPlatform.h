@@ -17,6 +17,19 @@
 
 class ozHostUI;
 
+// A dialog that stays open beside the views (the search sheet): opening it returns at once, and
+// it takes the user's commands until it goes. Its owner keeps the dialog logic alive as long
+// as the window. Destroying it closes the window.
+class ozModelessDialog {
+public:
+    virtual ~ozModelessDialog() = default;
+    virtual void Show(bool visible) = 0;
+    virtual bool Shown() const = 0;
+    // The dialog's layout changed (another page): builds the controls again, then Init.
+    virtual void Rebuild() = 0;
+    virtual ozForm& Form() = 0;
+};
+
 // The parts panel's widget: a form whose controls are replaced as a whole. It stacks the
 // controls from the top of its area (4 pixels in from every side, narrowed by the width of a
 // vertical scroll bar), each 2 pixels below the one before.
@@ -51,4 +64,7 @@ public:
     // dialog goes.
     virtual void RunDialog(std::unique_ptr<ozDialog> dialog,
                            std::function<void(ozDialog& dialog, bool accepted)> ended) = 0;
+    // Opens dialog (not owned; it must outlive the window) modeless over the view of
+    // displayMode and shows it. OK and Cancel hide it. Null when it cannot be created.
+    virtual std::unique_ptr<ozModelessDialog> OpenModeless(ozDialog& dialog, int displayMode) = 0;
 };

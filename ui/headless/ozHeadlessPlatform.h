@@ -51,9 +51,12 @@ public:
     void PopupMenu(const ozMenu& menu, std::function<void(unsigned int command)> chosen) override;
     void RunDialog(std::unique_ptr<ozDialog> dialog,
                    std::function<void(ozDialog& dialog, bool accepted)> ended) override;
+    // A modeless dialog is one of the open dialogs while shown; ending it hides it.
+    std::unique_ptr<ozModelessDialog> OpenModeless(ozDialog& dialog, int displayMode) override;
 
 private:
     struct OpenDialog;
+    class Modeless;
 
     ozHostUI& m_ui;
     ozHeadlessTree m_tree;
