@@ -126,6 +126,16 @@ void ozWin32Platform::RunDialog(std::unique_ptr<ozDialog> dialog,
         ended(*dialog, accepted);
 }
 
+std::unique_ptr<ozModelessDialog> ozWin32Platform::OpenModeless(ozDialog& dialog, int displayMode)
+{
+    HWND owner = displayMode >= 0 && displayMode < 3 && m_views[displayMode] != nullptr
+                     ? m_views[displayMode]
+                     : m_control;
+    if (owner == nullptr)
+        return nullptr;
+    return ozWin32OpenModeless(dialog, owner, m_instance);
+}
+
 LRESULT CALLBACK ozWin32Platform::PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
                                                      LPARAM lParam, UINT_PTR, DWORD_PTR self)
 {

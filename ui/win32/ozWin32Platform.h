@@ -66,6 +66,8 @@ public:
     void PopupMenu(const ozMenu& menu, std::function<void(unsigned int command)> chosen) override;
     void RunDialog(std::unique_ptr<ozDialog> dialog,
                    std::function<void(ozDialog& dialog, bool accepted)> ended) override;
+    // Owned by the view of displayMode (the control's window when it has none).
+    std::unique_ptr<ozModelessDialog> OpenModeless(ozDialog& dialog, int displayMode) override;
 
 private:
     static LRESULT CALLBACK PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
