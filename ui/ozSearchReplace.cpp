@@ -67,6 +67,12 @@ void AppendUtf8(std::string& out, char32_t c)
 std::string ozSearchUpperCased(const std::string& text)
 {
     std::string upper = text;
+    ozSearchUpperCase(upper);
+    return upper;
+}
+
+void ozSearchUpperCase(std::string& upper)
+{
 #ifdef _WIN32
     // The ANSI code pages have one byte per letter, so the system's upper case keeps lengths.
     if (!upper.empty())
@@ -95,7 +101,6 @@ std::string ozSearchUpperCased(const std::string& text)
         at += 2;
     }
 #endif
-    return upper;
 }
 
 std::optional<std::string> ozReplaceOccurrences(const std::string& text, const std::string& search,

@@ -19,6 +19,8 @@
 // found in the upper-cased copy hold in the original. Multibyte-aware (UTF-8 on Linux, the
 // ANSI code page on Windows).
 std::string ozSearchUpperCased(const std::string& text);
+// The same in place.
+void ozSearchUpperCase(std::string& text);
 
 // text with every occurrence of search replaced by replacement, left to right and not
 // overlapping, ignoring case unless caseSensitive; nothing when search does not occur (or is
