@@ -1,0 +1,133 @@
+// The search sheet as a real modeless dialog over the grid view, driven through its controls'
+// messages as the user's typing and clicks drive them: find, replace, replace all and the
+// selected range over a table of cells, the page switch, and the SR methods while another view
+// is shown. With OZ_SCREENSHOT_DIR set, saves a picture of the replace page.
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include "control/CADMCtrl.h"
+#include "ozControlWindows.h"
+#include "ozWin32Screenshot.h"
+#include "tests/support/ozRecordingHostUI.h"
+#include "tests/support/ozTableGridCells.h"
+#include "ui/ozViews.h"
+#include "ui/win32/ozWin32Platform.h"
+
+namespace {
+
+void Pump()
+{
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+const std::pair<unsigned short, const char*> Texts[] = {{4, "Cancel"},
+                                                        {105, "\"%s\" was not found."},
+                                                        {107, "Replace"},
+                                                        {108, "Find what:"},
+                                                        {109, "Replace with:"},
+                                                        {110, "Search backwards"},
+                                                        {111, "Selected range"},
+                                                        {112, "Match case"},
+                                                        {113, "Whole word only"},
+                                                        {114, "Find next"},
+                                                        {115, "Replace all"}};
+
+HWND Sheet()
+{
+    return FindWindowW(L"#32770", L"Suchen");
+}
+
+void Type(int id, const wchar_t* text)
+{
+    SetWindowTextW(GetDlgItem(Sheet(), id), text);
+    Pump();
+}
+
+void Click(int id)
+{
+    SendMessageW(GetDlgItem(Sheet(), id), BM_CLICK, 0, 0);
+    Pump();
+}
+
+bool Enabled(int id)
+{
+    return IsWindowEnabled(GetDlgItem(Sheet(), id)) != FALSE;
+}
+
+}  // namespace
+
+TEST(Win32SearchSheetTest, FindReplaceAndReplaceAllOverTheGrid)
+{
+    HWND host = CreateWindowExW(0, L"STATIC", L"ozADM grid", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                                640, 400, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    ASSERT_NE(host, nullptr);
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    ozRecordingHostUI ui;
+    ozControlWindows windows;
+    ozWin32Platform platform{ui};
+    {
+        ozViews views{platform};
+        CADMCtrl control{ui, &views};
+        ASSERT_TRUE(windows.Create(host, instance));
+        ASSERT_TRUE(platform.Attach(host, windows.Views(), instance));
+        for (auto [number, text] : Texts)
+            control.AddString(number, text);
+        views.Attach(control);
+        ozTableGridCells table;
+        table.rows.resize(3);
+        for (auto& row : table.rows)
+            row[GridColumnData] = "C:\\Program Files\\App";
+        views.SearchCells(&table);
+
+        views.Show(DisplayRegistry, nullptr, true, true);
+        EXPECT_FALSE(control.ozSRShowSearch());
+        EXPECT_EQ(Sheet(), nullptr);
+        views.Show(DisplayValueGrid, nullptr, true, true);
+        ASSERT_TRUE(control.ozSRShowSearch());
+        ASSERT_NE(Sheet(), nullptr);
+        EXPECT_TRUE(IsWindowVisible(Sheet()));
+        EXPECT_EQ(GetWindow(Sheet(), GW_OWNER), host);
+        EXPECT_FALSE(Enabled(ozSearchSheet::FindNextButton));
+        EXPECT_FALSE(Enabled(ozSearchSheet::WholeWordBox));
+        Type(ozSearchSheet::SearchEdit, L"program");
+        EXPECT_TRUE(Enabled(ozSearchSheet::FindNextButton));
+
+        Click(ozSearchSheet::ReplacePageButton);
+        ASSERT_NE(Sheet(), nullptr);
+        EXPECT_EQ(views.SearchSheet()->Page(), ozSearchSheet::ReplacePage);
+        EXPECT_FALSE(Enabled(ozSearchSheet::FindNextButton));
+        Type(ozSearchSheet::ReplaceEdit, L"Programs");
+        EXPECT_FALSE(Enabled(ozSearchSheet::ReplaceButton));
+        Click(ozSearchSheet::FindNextButton);
+        EXPECT_EQ(table.currentRow, 0);
+        EXPECT_EQ(table.selectedBegin, 3u);
+        EXPECT_TRUE(Enabled(ozSearchSheet::ReplaceButton));
+        Click(ozSearchSheet::ReplaceButton);
+        EXPECT_EQ(table.rows[0][GridColumnData], "C:\\Programs Files\\App");
+        EXPECT_EQ(table.currentRow, 1);
+
+        // Only the selected row: the third.
+        table.selection = {2, GridColumnDataOld, 2, GridColumnCounter};
+        Click(ozSearchSheet::SelectedRangeBox);
+        Type(ozSearchSheet::ReplaceEdit, L"Apps");
+        Click(ozSearchSheet::ReplaceAllButton);
+        EXPECT_EQ(table.rows[1][GridColumnData], "C:\\Program Files\\App");
+        EXPECT_EQ(table.rows[2][GridColumnData], "C:\\Apps Files\\App");
+        EXPECT_TRUE(ui.messages.empty());
+
+        SetWindowPos(Sheet(), nullptr, 20, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        Pump();
+        ozWin32Screenshot(Sheet(), "search-sheet");
+        ASSERT_TRUE(control.ozSRHide());
+        EXPECT_FALSE(IsWindowVisible(Sheet()));
+        EXPECT_FALSE(control.ozSRHide());
+        for (auto [number, text] : Texts)
+            control.AddString(number, "");
+    }
+    DestroyWindow(host);
+}
