@@ -8,8 +8,6 @@
 
 #include <commctrl.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <functional>
 #include <string>
 
@@ -18,6 +16,7 @@
 #include "core/registry/ozRegTree.h"
 #include "core/registry/ozSubKey.h"
 #include "ozControlWindows.h"
+#include "ozWin32Screenshot.h"
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
@@ -71,44 +70,6 @@ HTREEITEM OpenKeyA(HWND tree)
     }
     TreeView_SelectItem(tree, item);
     return item;
-}
-
-// Saves the window as NAME.bmp into OZ_SCREENSHOT_DIR (nothing without it).
-void Screenshot(HWND window, const char* name)
-{
-    const char* folder = std::getenv("OZ_SCREENSHOT_DIR");
-    if (folder == nullptr)
-        return;
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    RECT area;
-    GetWindowRect(window, &area);
-    BITMAPINFOHEADER info = {};
-    info.biSize = sizeof info;
-    info.biWidth = area.right - area.left;
-    info.biHeight = area.bottom - area.top;
-    info.biPlanes = 1;
-    info.biBitCount = 24;
-    HDC screen = GetDC(nullptr);
-    HDC memory = CreateCompatibleDC(screen);
-    void* bits = nullptr;
-    HBITMAP bitmap = CreateDIBSection(screen, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS,
-                                      &bits, nullptr, 0);
-    HGDIOBJ old = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, info.biWidth, info.biHeight, screen, area.left, area.top, SRCCOPY);
-    GdiFlush();
-    const DWORD size = ((info.biWidth * 3 + 3) / 4 * 4) * info.biHeight;
-    BITMAPFILEHEADER file = {0x4D42, static_cast<DWORD>(sizeof file + sizeof info + size), 0, 0,
-                             sizeof file + sizeof info};
-    if (FILE* out = std::fopen((ozPlatformPath(folder) + "/" + name + ".bmp").c_str(), "wb")) {
-        std::fwrite(&file, sizeof file, 1, out);
-        std::fwrite(&info, sizeof info, 1, out);
-        std::fwrite(bits, 1, size, out);
-        std::fclose(out);
-    }
-    SelectObject(memory, old);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
 }
 
 class ImportRegistryWin32Test : public ::testing::Test {
@@ -176,7 +137,7 @@ std::function<bool(HWND)> Choose(bool value, int button)
                               SendMessageW(list, LVM_FINDITEMW, static_cast<WPARAM>(-1),
                                            reinterpret_cast<LPARAM>(&find)),
                               LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-        Screenshot(dialog, "import-registry");
+        ozWin32Screenshot(dialog, "import-registry");
         PostMessageW(dialog, WM_COMMAND, button, 0);
         return true;
     };
