@@ -46,7 +46,6 @@ public:
         currentColumn = column;
         selectedBegin = begin;
         selectedEnd = end;
-        ++edits;
     }
     int CurrentRow() const override { return currentRow; }
     int CurrentColumn() const override { return currentColumn; }
