@@ -37,7 +37,7 @@ void ozSearchSheet::BuildLayout()
     m_layout.resource = replace ? ReplacePage : SearchPage;
     m_layout.caption = "Suchen";
     m_layout.width = SheetWidth;
-    m_layout.height = PageRow + PageHeight;
+    m_layout.height = PageRow + PageHeight + 4;
     // The edits carry their labels ("Suchen nach:", "Ersetzen durch:") in front of them.
     m_layout.controls = {
         {SearchPageButton, K::Radio, "Suchen", 5, 3, 60, 12},
