@@ -112,6 +112,11 @@ TEST(Win32SearchSheetTest, FindReplaceAndReplaceAllOverTheGrid)
         ozWin32Screenshot(Sheet(), "search-sheet");
         ASSERT_TRUE(control.ozSRHide());
         EXPECT_FALSE(IsWindowVisible(Sheet()));
+        // Escape hides it as well: the sheet has the keys of a dialog.
+        ASSERT_TRUE(control.ozSRShowSearch());
+        PostMessageW(GetDlgItem(Sheet(), ozSearchSheet::SearchEdit), WM_KEYDOWN, VK_ESCAPE, 0);
+        Pump();
+        EXPECT_FALSE(IsWindowVisible(Sheet()));
         for (auto [number, text] : Texts)
             control.AddString(number, "");
     }

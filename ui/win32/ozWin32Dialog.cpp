@@ -296,6 +296,40 @@ bool ozWin32RunDialog(ozDialog& dialog, HWND owner, HINSTANCE resources)
 
 namespace {
 
+// Tab, the arrows, Enter and Escape in a modeless dialog need IsDialogMessage, which the host's
+// message loop does not call for it: a message hook of the thread does, while any is open.
+thread_local HHOOK t_keyHook = nullptr;
+thread_local std::vector<HWND> t_modelessWindows;
+
+LRESULT CALLBACK ModelessKeys(int code, WPARAM wParam, LPARAM lParam)
+{
+    auto& message = *reinterpret_cast<MSG*>(lParam);
+    if (code == HC_ACTION && wParam == PM_REMOVE && message.message >= WM_KEYFIRST &&
+        message.message <= WM_KEYLAST)
+        for (HWND window : t_modelessWindows)
+            if ((message.hwnd == window || IsChild(window, message.hwnd)) &&
+                IsDialogMessageW(window, &message)) {
+                message.message = WM_NULL;
+                break;
+            }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+void TakeKeys(HWND window, bool take)
+{
+    auto& windows = t_modelessWindows;
+    if (take)
+        windows.push_back(window);
+    else
+        windows.erase(std::remove(windows.begin(), windows.end(), window), windows.end());
+    if (windows.empty() && t_keyHook != nullptr) {
+        UnhookWindowsHookEx(t_keyHook);
+        t_keyHook = nullptr;
+    } else if (!windows.empty() && t_keyHook == nullptr) {
+        t_keyHook = SetWindowsHookExW(WH_GETMESSAGE, ModelessKeys, nullptr, GetCurrentThreadId());
+    }
+}
+
 // A modeless dialog window and its form. Building it again (another layout) makes a new window
 // in the old one's place; the old form lives on until the next build, because the build may
 // come from one of its own commands.
@@ -307,8 +341,10 @@ public:
     }
     ~ModelessDialog() override
     {
-        if (m_window != nullptr)
+        if (m_window != nullptr) {
+            TakeKeys(m_window, false);
             DestroyWindow(m_window);
+        }
     }
 
     // Creates the window from the dialog's layout, at the old window's place if there is one.
@@ -332,8 +368,10 @@ public:
             SetWindowPos(window, nullptr, place.left, place.top, 0, 0,
                          SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
             shown = IsWindowVisible(m_window) != FALSE;
+            TakeKeys(m_window, false);
             DestroyWindow(m_window);
         }
+        TakeKeys(window, true);
         m_retired = std::move(m_form);
         m_form = std::move(form);
         m_window = window;
