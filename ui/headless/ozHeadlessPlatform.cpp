@@ -52,6 +52,8 @@ public:
         } else if (!visible && !m_parked) {
             auto at = std::find_if(dialogs.begin(), dialogs.end(),
                                    [this](const auto& open) { return open.get() == m_open; });
+            if (at == dialogs.end())
+                return;
             m_parked = std::move(*at);
             dialogs.erase(at);
         }
