@@ -86,12 +86,9 @@ TEST(Win32SearchSheetTest, FindReplaceAndReplaceAllOverTheGrid)
         Type(ozSearchSheet::SearchEdit, L"program");
 
         Click(ozSearchSheet::ReplacePageButton);
-        ASSERT_NE(Sheet(), nullptr);
-        EXPECT_EQ(views.SearchSheet()->Page(), ozSearchSheet::ReplacePage);
         Type(ozSearchSheet::ReplaceEdit, L"Programs");
         Click(ozSearchSheet::FindNextButton);
         EXPECT_EQ(table.currentRow, 0);
-        EXPECT_EQ(table.selectedBegin, 3u);
         EXPECT_TRUE(IsWindowEnabled(GetDlgItem(Sheet(), ozSearchSheet::ReplaceButton)));
         Click(ozSearchSheet::ReplaceButton);
         EXPECT_EQ(table.rows[0][GridColumnData], "C:\\Programs Files\\App");
@@ -105,7 +102,6 @@ TEST(Win32SearchSheetTest, FindReplaceAndReplaceAllOverTheGrid)
         EXPECT_EQ(table.rows[1][GridColumnData], "C:\\Program Files\\App");
         EXPECT_EQ(table.rows[2][GridColumnData], "C:\\Apps Files\\App");
 
-        SetWindowPos(Sheet(), nullptr, 20, 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
         // Wine paints the buttons of a modeless dialog a moment later.
         for (int round = 0; round < 10; ++round, Sleep(50))
             Pump();
