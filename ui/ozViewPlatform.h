@@ -18,6 +18,19 @@
 
 class ozHostUI;
 
+// A dialog that stays open beside the views (the search sheet): opening it returns at once, and
+// it takes the user's commands until it goes. Its owner keeps the dialog logic alive as long
+// as the window. Destroying it closes the window.
+class ozModelessDialog {
+public:
+    virtual ~ozModelessDialog() = default;
+    virtual void Show(bool visible) = 0;
+    virtual bool Shown() const = 0;
+    // The dialog's layout changed (another page): builds the controls again, then Init.
+    virtual void Rebuild() = 0;
+    virtual ozForm& Form() = 0;
+};
+
 // The parts panel's widget: a form whose controls are replaced as a whole. It stacks the
 // controls from the top of its area (4 pixels in from every side, narrowed by the width of a
 // vertical scroll bar), each 2 pixels below the one before.
@@ -64,4 +77,7 @@ public:
     // "File name" edit takes the path.
     virtual void AskOpenFile(const ozOpenFileQuestion& question,
                              std::function<void(const std::string& path)> chosen) = 0;
+    // Opens dialog (not owned; it must outlive the window) modeless over the view of
+    // displayMode and shows it. OK and Cancel hide it. Null when it cannot be created.
+    virtual std::unique_ptr<ozModelessDialog> OpenModeless(ozDialog& dialog, int displayMode) = 0;
 };

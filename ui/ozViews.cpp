@@ -40,6 +40,32 @@ void ozViews::Attach(CADMCtrl& control)
             m_panel.Clear();
         m_valueList.ShowKey(nullptr);
     });
+    m_searchSheet = std::make_unique<ozSearchSheet>(m_platform, control,
+                                                    [this] { return m_searchState.get(); });
+}
+
+void ozViews::SearchCells(ozGridCells* cells)
+{
+    if (m_searchSheet != nullptr)
+        m_searchSheet->Hide();
+    m_searchState = cells != nullptr ? std::make_unique<ozSearchReplace>(*cells) : nullptr;
+}
+
+bool ozViews::ShowSearch()
+{
+    return IsVisible(DisplayValueGrid) && m_searchSheet != nullptr &&
+           m_searchSheet->ShowPage(ozSearchSheet::SearchPage);
+}
+
+bool ozViews::ShowReplace()
+{
+    return IsVisible(DisplayValueGrid) && m_searchSheet != nullptr &&
+           m_searchSheet->ShowPage(ozSearchSheet::ReplacePage);
+}
+
+bool ozViews::HideSearch()
+{
+    return IsVisible(DisplayValueGrid) && m_searchSheet != nullptr && m_searchSheet->Hide();
 }
 
 void ozViews::Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool showMachine)
@@ -52,6 +78,9 @@ void ozViews::Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool s
     m_registryView.Fill(displayMode == DisplayRegistry ? code : nullptr, showUser, showMachine);
     if (m_visibleMode != displayMode && m_visibleMode != -1)
         m_platform.ShowView(m_visibleMode, false);
+    // The search sheet belongs to the grid: it goes with it.
+    if (displayMode != DisplayValueGrid && m_searchSheet != nullptr)
+        m_searchSheet->Hide();
     m_platform.ShowView(displayMode, true);
     m_visibleMode = displayMode;
 }
@@ -61,6 +90,8 @@ void ozViews::Hide(int displayMode)
     m_platform.ShowView(displayMode, false);
     if (m_visibleMode == displayMode)
         m_visibleMode = -1;
+    if (displayMode == DisplayValueGrid && m_searchSheet != nullptr)
+        m_searchSheet->Hide();
 }
 
 bool ozViews::IsVisible(int displayMode) const

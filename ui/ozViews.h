@@ -4,11 +4,14 @@
 // drive them as a user does.
 #pragma once
 
+#include <memory>
+
 #include "control/ozControlViews.h"
 #include "ozPartsPanel.h"
 #include "ozPolicyView.h"
 #include "ozRegistryValueList.h"
 #include "ozRegistryView.h"
+#include "ozSearchSheet.h"
 
 class CADMCtrl;
 class ozViewPlatform;
@@ -28,6 +31,12 @@ public:
     // The display mode whose view is visible, or -1 for none.
     int VisibleMode() const { return m_visibleMode; }
 
+    // Search and replace: the grid's cells they work on (not owned; null while there is no
+    // grid), with the search state kept for them, and the sheet "Suchen" (null before Attach).
+    void SearchCells(ozGridCells* cells);
+    ozSearchReplace* SearchState() { return m_searchState.get(); }
+    ozSearchSheet* SearchSheet() { return m_searchSheet.get(); }
+
     // ozControlViews
     void Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool showMachine) override;
     void Hide(int displayMode) override;
@@ -39,9 +48,9 @@ public:
     void WithADMEdit(bool withEdit) override;
     bool GridInsert() override { return false; }
     bool GridDelete() override { return false; }
-    bool ShowSearch() override { return false; }
-    bool ShowReplace() override { return false; }
-    bool HideSearch() override { return false; }
+    bool ShowSearch() override;
+    bool ShowReplace() override;
+    bool HideSearch() override;
     void AskRegistryImport(const RegistryImport& request, RegistryAnswer ended) override;
     void ShowLegend() override;
     void ShowAbout() override;
@@ -54,4 +63,6 @@ private:
     ozRegistryView m_registryView;
     ozRegistryValueList m_valueList;
     int m_visibleMode = -1;
+    std::unique_ptr<ozSearchReplace> m_searchState;
+    std::unique_ptr<ozSearchSheet> m_searchSheet;
 };

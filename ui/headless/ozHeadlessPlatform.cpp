@@ -1,11 +1,18 @@
 #include "ozHeadlessPlatform.h"
 
+#include <algorithm>
+
 // A dialog with its form; the OK and Cancel buttons end it, every other command goes to the
 // dialog's logic.
 struct ozHeadlessPlatform::OpenDialog final : ozFormEvents {
     OpenDialog(ozHeadlessPlatform& platform, std::unique_ptr<ozDialog> logic,
                std::function<void(ozDialog&, bool)> ended)
-        : platform(platform), dialog(std::move(logic)), ended(std::move(ended))
+        : platform(platform), owned(std::move(logic)), dialog(owned.get()), ended(std::move(ended))
+    {
+    }
+    // A modeless dialog's entry: the logic is its owner's.
+    OpenDialog(ozHeadlessPlatform& platform, ozDialog& logic, Modeless& modeless)
+        : platform(platform), dialog(&logic), modeless(&modeless)
     {
     }
 
@@ -18,7 +25,9 @@ struct ozHeadlessPlatform::OpenDialog final : ozFormEvents {
     }
 
     ozHeadlessPlatform& platform;
-    std::unique_ptr<ozDialog> dialog;
+    std::unique_ptr<ozDialog> owned;
+    ozDialog* dialog = nullptr;
+    Modeless* modeless = nullptr;
     std::function<void(ozDialog&, bool)> ended;
     ozHeadlessForm form;
 };
@@ -72,6 +81,46 @@ void ozHeadlessPlatform::AskOpenFile(const ozOpenFileQuestion& question,
               });
 }
 
+// A modeless dialog joins the open dialogs while shown (so that a script reaches it as the
+// dialog on top) and waits aside while hidden.
+class ozHeadlessPlatform::Modeless final : public ozModelessDialog {
+public:
+    Modeless(ozHeadlessPlatform& platform, ozDialog& dialog)
+        : m_platform(platform), m_parked(std::make_unique<OpenDialog>(platform, dialog, *this))
+    {
+        m_open = m_parked.get();
+        Rebuild();
+    }
+    ~Modeless() override { Show(false); }
+
+    void Show(bool visible) override
+    {
+        auto& dialogs = m_platform.m_dialogs;
+        if (visible && m_parked) {
+            dialogs.push_back(std::move(m_parked));
+        } else if (!visible && !m_parked) {
+            auto at = std::find_if(dialogs.begin(), dialogs.end(),
+                                   [this](const auto& open) { return open.get() == m_open; });
+            if (at == dialogs.end())
+                return;
+            m_parked = std::move(*at);
+            dialogs.erase(at);
+        }
+    }
+    bool Shown() const override { return !m_parked; }
+    void Rebuild() override
+    {
+        m_open->form.Build(m_open->dialog->Layout().controls, m_open);
+        m_open->dialog->Init(m_open->form);
+    }
+    ozForm& Form() override { return m_open->form; }
+
+private:
+    ozHeadlessPlatform& m_platform;
+    std::unique_ptr<OpenDialog> m_parked;
+    OpenDialog* m_open = nullptr;
+};
+
 // Out of line, where an open dialog's type is complete.
 ozHeadlessPlatform::ozHeadlessPlatform(ozHostUI& ui) : m_ui(ui) {}
 
@@ -123,7 +172,7 @@ void ozHeadlessPlatform::RunDialog(std::unique_ptr<ozDialog> dialog,
 
 ozDialog* ozHeadlessPlatform::TopDialog() const
 {
-    return m_dialogs.empty() ? nullptr : m_dialogs.back()->dialog.get();
+    return m_dialogs.empty() ? nullptr : m_dialogs.back()->dialog;
 }
 
 ozHeadlessForm* ozHeadlessPlatform::TopForm() const
@@ -138,6 +187,10 @@ bool ozHeadlessPlatform::EndDialog(bool accept)
     OpenDialog& top = *m_dialogs.back();
     if (accept && !top.dialog->Accept(top.form))
         return false;
+    if (top.modeless != nullptr) {
+        top.modeless->Show(false);
+        return true;
+    }
     std::unique_ptr<OpenDialog> ending = std::move(m_dialogs.back());
     m_dialogs.pop_back();
     if (ending->ended)
@@ -149,4 +202,11 @@ bool ozHeadlessPlatform::ClickDialogButton(int id)
 {
     ozHeadlessForm* form = TopForm();
     return form != nullptr && form->Click(id);
+}
+
+std::unique_ptr<ozModelessDialog> ozHeadlessPlatform::OpenModeless(ozDialog& dialog, int)
+{
+    auto modeless = std::make_unique<Modeless>(*this, dialog);
+    modeless->Show(true);
+    return modeless;
 }

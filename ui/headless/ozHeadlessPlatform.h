@@ -54,9 +54,12 @@ public:
                    std::function<void(ozDialog& dialog, bool accepted)> ended) override;
     void AskOpenFile(const ozOpenFileQuestion& question,
                      std::function<void(const std::string& path)> chosen) override;
+    // A modeless dialog is one of the open dialogs while shown; ending it hides it.
+    std::unique_ptr<ozModelessDialog> OpenModeless(ozDialog& dialog, int displayMode) override;
 
 private:
     struct OpenDialog;
+    class Modeless;
 
     ozHostUI& m_ui;
     ozHeadlessTree m_tree;

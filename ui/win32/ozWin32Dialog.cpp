@@ -115,6 +115,8 @@ public:
     DialogForm(ozDialog& dialog, HINSTANCE resources) : m_dialog(dialog), m_resources(resources) {}
     ozWin32FormControls& Controls() { return m_controls; }
     ozDialog& Dialog() { return m_dialog; }
+    // A modeless dialog hides on OK and Cancel rather than ending.
+    bool modeless = false;
 
     // A Tree control's widget, made when first asked for.
     ozTreeWidget* TreeControl(int id) override
@@ -181,12 +183,19 @@ INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
         const int id = LOWORD(wParam);
         if (id == IDOK && HIWORD(wParam) == BN_CLICKED) {
             form->Controls().ReportTyping(*form, &form->Dialog());
-            if (form->Dialog().Accept(*form))
-                EndDialog(window, IDOK);
+            if (form->Dialog().Accept(*form)) {
+                if (form->modeless)
+                    ShowWindow(window, SW_HIDE);
+                else
+                    EndDialog(window, IDOK);
+            }
             return TRUE;
         }
         if (id == IDCANCEL) {
-            EndDialog(window, IDCANCEL);
+            if (form->modeless)
+                ShowWindow(window, SW_HIDE);
+            else
+                EndDialog(window, IDCANCEL);
             return TRUE;
         }
         return form->Controls().Command(wParam, lParam, *form, &form->Dialog()) ? TRUE : FALSE;
@@ -283,4 +292,119 @@ bool ozWin32RunDialog(ozDialog& dialog, HWND owner, HINSTANCE resources)
         below != nullptr ? below : owner, DialogProcedure, reinterpret_cast<LPARAM>(&form));
     t_topDialog = below;
     return result == IDOK;
+}
+
+namespace {
+
+// Tab, the arrows, Enter and Escape in a modeless dialog need IsDialogMessage, which the host's
+// message loop does not call for it: a message hook of the thread does, while any is open.
+thread_local HHOOK t_keyHook = nullptr;
+thread_local std::vector<HWND> t_modelessWindows;
+
+LRESULT CALLBACK ModelessKeys(int code, WPARAM wParam, LPARAM lParam)
+{
+    auto& message = *reinterpret_cast<MSG*>(lParam);
+    if (code == HC_ACTION && wParam == PM_REMOVE && message.message >= WM_KEYFIRST &&
+        message.message <= WM_KEYLAST)
+        for (HWND window : t_modelessWindows)
+            if ((message.hwnd == window || IsChild(window, message.hwnd)) &&
+                IsDialogMessageW(window, &message)) {
+                message.message = WM_NULL;
+                break;
+            }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+void TakeKeys(HWND window, bool take)
+{
+    auto& windows = t_modelessWindows;
+    if (take)
+        windows.push_back(window);
+    else
+        windows.erase(std::remove(windows.begin(), windows.end(), window), windows.end());
+    if (windows.empty() && t_keyHook != nullptr) {
+        UnhookWindowsHookEx(t_keyHook);
+        t_keyHook = nullptr;
+    } else if (!windows.empty() && t_keyHook == nullptr) {
+        t_keyHook = SetWindowsHookExW(WH_GETMESSAGE, ModelessKeys, nullptr, GetCurrentThreadId());
+    }
+}
+
+// A modeless dialog window and its form. Building it again (another layout) makes a new window
+// in the old one's place; the old form lives on until the next build, because the build may
+// come from one of its own commands.
+class ModelessDialog final : public ozModelessDialog {
+public:
+    ModelessDialog(ozDialog& dialog, HWND owner, HINSTANCE resources)
+        : m_dialog(dialog), m_owner(owner), m_resources(resources)
+    {
+    }
+    ~ModelessDialog() override
+    {
+        if (m_window != nullptr) {
+            TakeKeys(m_window, false);
+            DestroyWindow(m_window);
+        }
+    }
+
+    // Creates the window from the dialog's layout, at the old window's place if there is one.
+    bool Create()
+    {
+        std::vector<DWORD> dialogTemplate = ozWin32DialogTemplate(m_dialog.Layout());
+        auto form = std::make_unique<DialogForm>(m_dialog, m_resources);
+        form->modeless = true;
+        // Creating it must not make it the owner of the modal dialogs opened later.
+        HWND top = t_topDialog;
+        HWND window = CreateDialogIndirectParamW(
+            m_resources, reinterpret_cast<const DLGTEMPLATE*>(dialogTemplate.data()), m_owner,
+            DialogProcedure, reinterpret_cast<LPARAM>(form.get()));
+        t_topDialog = top;
+        if (window == nullptr)
+            return false;
+        bool shown = false;
+        if (m_window != nullptr) {
+            RECT place{};
+            GetWindowRect(m_window, &place);
+            SetWindowPos(window, nullptr, place.left, place.top, 0, 0,
+                         SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+            shown = IsWindowVisible(m_window) != FALSE;
+            TakeKeys(m_window, false);
+            DestroyWindow(m_window);
+        }
+        TakeKeys(window, true);
+        m_retired = std::move(m_form);
+        m_form = std::move(form);
+        m_window = window;
+        if (shown)
+            Show(true);
+        return true;
+    }
+
+    void Show(bool visible) override
+    {
+        if (m_window != nullptr)
+            ShowWindow(m_window, visible ? SW_SHOW : SW_HIDE);
+    }
+    bool Shown() const override { return m_window != nullptr && IsWindowVisible(m_window); }
+    void Rebuild() override { Create(); }
+    ozForm& Form() override { return *m_form; }
+
+private:
+    ozDialog& m_dialog;
+    HWND m_owner;
+    HINSTANCE m_resources;
+    HWND m_window = nullptr;
+    std::unique_ptr<DialogForm> m_form, m_retired;
+};
+
+}  // namespace
+
+std::unique_ptr<ozModelessDialog> ozWin32OpenModeless(ozDialog& dialog, HWND owner,
+                                                      HINSTANCE resources)
+{
+    auto modeless = std::make_unique<ModelessDialog>(dialog, owner, resources);
+    if (!modeless->Create())
+        return nullptr;
+    modeless->Show(true);
+    return modeless;
 }

@@ -9,9 +9,11 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <vector>
 
 #include "ui/ozForm.h"
+#include "ui/ozViewPlatform.h"
 
 // The dialog template of layout, DWORD-aligned as DialogBoxIndirectParam needs it.
 std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout);
@@ -20,3 +22,9 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout);
 // with controls from resources' window classes; true when it ended with OK. Returns false at once
 // when the dialog cannot be created.
 bool ozWin32RunDialog(ozDialog& dialog, HWND owner, HINSTANCE resources);
+
+// Opens dialog modeless, owned by owner, and shows it: the call returns at once, and OK and
+// Cancel (the close box too) hide the window rather than end it. The dialog logic must outlive
+// the window. Null when the window cannot be created.
+std::unique_ptr<ozModelessDialog> ozWin32OpenModeless(ozDialog& dialog, HWND owner,
+                                                      HINSTANCE resources);

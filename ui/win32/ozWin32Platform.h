@@ -69,6 +69,8 @@ public:
     // The system's file-open dialog over the control's window.
     void AskOpenFile(const ozOpenFileQuestion& question,
                      std::function<void(const std::string& path)> chosen) override;
+    // Owned by the view of displayMode (the control's window when it has none).
+    std::unique_ptr<ozModelessDialog> OpenModeless(ozDialog& dialog, int displayMode) override;
 
 private:
     static LRESULT CALLBACK PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
