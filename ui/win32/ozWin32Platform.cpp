@@ -152,74 +152,75 @@ void ozWin32Platform::AskOpenFile(const ozOpenFileQuestion& question,
     open.Flags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_EXPLORER;
     if (GetOpenFileNameW(&open) && chosen)
         chosen(ozWin32Narrow(file));
-    std::unique_ptr<ozModelessDialog> ozWin32Platform::OpenModeless(ozDialog & dialog,
-                                                                    int displayMode)
-    {
-        HWND owner = displayMode >= 0 && displayMode < 3 && m_views[displayMode] != nullptr
-                         ? m_views[displayMode]
-                         : m_control;
-        if (owner == nullptr)
-            return nullptr;
-        return ozWin32OpenModeless(dialog, owner, m_instance);
-    }
+}
 
-    LRESULT CALLBACK ozWin32Platform::PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
-                                                         LPARAM lParam, UINT_PTR, DWORD_PTR self)
-    {
-        auto* platform = reinterpret_cast<ozWin32Platform*>(self);
-        switch (message) {
-            case WM_SIZE:
-                platform->Layout();
-                break;
-            case WM_SETFOCUS:
-                // The view's focus is its tree's.
-                if (platform->m_tree.Window() != nullptr) {
-                    SetFocus(platform->m_tree.Window());
-                    return 0;
-                }
-                break;
-            case WM_NOTIFY: {
-                LRESULT result = 0;
-                if (platform->m_tree.Notify(*reinterpret_cast<const NMHDR*>(lParam), result))
-                    return result;
-                break;
-            }
-            case WM_NCDESTROY:
-                RemoveWindowSubclass(window, PolicyViewSubclass, 0);
-                platform->Forget();
-                break;
-        }
-        return DefSubclassProc(window, message, wParam, lParam);
-    }
+std::unique_ptr<ozModelessDialog> ozWin32Platform::OpenModeless(ozDialog& dialog, int displayMode)
+{
+    HWND owner = displayMode >= 0 && displayMode < 3 && m_views[displayMode] != nullptr
+                     ? m_views[displayMode]
+                     : m_control;
+    if (owner == nullptr)
+        return nullptr;
+    return ozWin32OpenModeless(dialog, owner, m_instance);
+}
 
-    LRESULT CALLBACK ozWin32Platform::RegistryViewSubclass(HWND window, UINT message, WPARAM wParam,
-                                                           LPARAM lParam, UINT_PTR, DWORD_PTR self)
-    {
-        auto* platform = reinterpret_cast<ozWin32Platform*>(self);
-        switch (message) {
-            case WM_SIZE:
-                platform->Layout();
-                break;
-            case WM_SETFOCUS:
-                // The view's focus is its key tree's.
-                if (platform->m_registryTree.Window() != nullptr) {
-                    SetFocus(platform->m_registryTree.Window());
-                    return 0;
-                }
-                break;
-            case WM_NOTIFY: {
-                LRESULT result = 0;
-                const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-                if (platform->m_registryTree.Notify(header, result) ||
-                    platform->m_registryValues.Notify(header, result))
-                    return result;
-                break;
+LRESULT CALLBACK ozWin32Platform::PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
+                                                     LPARAM lParam, UINT_PTR, DWORD_PTR self)
+{
+    auto* platform = reinterpret_cast<ozWin32Platform*>(self);
+    switch (message) {
+        case WM_SIZE:
+            platform->Layout();
+            break;
+        case WM_SETFOCUS:
+            // The view's focus is its tree's.
+            if (platform->m_tree.Window() != nullptr) {
+                SetFocus(platform->m_tree.Window());
+                return 0;
             }
-            case WM_NCDESTROY:
-                RemoveWindowSubclass(window, RegistryViewSubclass, 0);
-                platform->m_registryTree.Forget();
-                platform->m_registryValues.Forget();
-                break;
+            break;
+        case WM_NOTIFY: {
+            LRESULT result = 0;
+            if (platform->m_tree.Notify(*reinterpret_cast<const NMHDR*>(lParam), result))
+                return result;
+            break;
         }
-        return DefSubclassProc(window, message, wParam, lParam);
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(window, PolicyViewSubclass, 0);
+            platform->Forget();
+            break;
     }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK ozWin32Platform::RegistryViewSubclass(HWND window, UINT message, WPARAM wParam,
+                                                       LPARAM lParam, UINT_PTR, DWORD_PTR self)
+{
+    auto* platform = reinterpret_cast<ozWin32Platform*>(self);
+    switch (message) {
+        case WM_SIZE:
+            platform->Layout();
+            break;
+        case WM_SETFOCUS:
+            // The view's focus is its key tree's.
+            if (platform->m_registryTree.Window() != nullptr) {
+                SetFocus(platform->m_registryTree.Window());
+                return 0;
+            }
+            break;
+        case WM_NOTIFY: {
+            LRESULT result = 0;
+            const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+            if (platform->m_registryTree.Notify(header, result) ||
+                platform->m_registryValues.Notify(header, result))
+                return result;
+            break;
+        }
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(window, RegistryViewSubclass, 0);
+            platform->m_registryTree.Forget();
+            platform->m_registryValues.Forget();
+            break;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
