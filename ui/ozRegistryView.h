@@ -10,6 +10,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <utility>
 
 #include "ozTreeWidget.h"
@@ -25,6 +26,9 @@ enum : unsigned short {
     HostTextUserKeys = 82,     // the group item of the user registry tree
     HostTextMachineKeys = 83,  // ... of the machine registry tree
 };
+
+// The name of a predefined root key by its number (see ozRootNumber): "HKEY_CURRENT_USER", ...
+std::string ozRootKeyName(unsigned int number);
 
 class ozRegistryView : public ozTreeEvents {
 public:

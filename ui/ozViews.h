@@ -1,5 +1,5 @@
 // The control's views on a platform: the policy view with its parts panel (display mode 0),
-// the registry view (1); the registry-value grid (2) comes with its own widgets. The
+// the registry view (1) and the registry-value grid (2). The
 // control reaches them through ozControlViews; hosts and tests reach the views themselves to
 // drive them as a user does.
 #pragma once
@@ -9,6 +9,7 @@
 #include "ozPolicyView.h"
 #include "ozRegistryValueList.h"
 #include "ozRegistryView.h"
+#include "ozValueGrid.h"
 
 class CADMCtrl;
 class ozViewPlatform;
@@ -25,6 +26,7 @@ public:
     ozPartsPanel& PartsPanel() { return m_panel; }
     ozRegistryView& RegistryView() { return m_registryView; }
     ozRegistryValueList& ValueList() { return m_valueList; }
+    ozValueGrid& ValueGrid() { return m_grid; }
     // The display mode whose view is visible, or -1 for none.
     int VisibleMode() const { return m_visibleMode; }
 
@@ -37,8 +39,8 @@ public:
     void MarkSelection(int displayMode) override;
     void StorePendingEdit(int displayMode) override;
     void WithADMEdit(bool withEdit) override;
-    bool GridInsert() override { return false; }
-    bool GridDelete() override { return false; }
+    bool GridInsert() override { return m_grid.Insert(); }
+    bool GridDelete() override { return m_grid.Delete(); }
     bool ShowSearch() override { return false; }
     bool ShowReplace() override { return false; }
     bool HideSearch() override { return false; }
@@ -53,5 +55,6 @@ private:
     ozPolicyView m_policyView;
     ozRegistryView m_registryView;
     ozRegistryValueList m_valueList;
+    ozValueGrid m_grid;
     int m_visibleMode = -1;
 };
