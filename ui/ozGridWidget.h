@@ -35,8 +35,9 @@ public:
 
     // Where events go (not owned; null: nowhere).
     virtual void Events(ozGridEvents* events) = 0;
-    // The columns' captions, replacing the columns there were.
-    virtual void Columns(const std::vector<std::string>& captions) = 0;
+    // The columns' captions and widths in pixels, replacing the columns there were.
+    virtual void Columns(const std::vector<std::string>& captions,
+                         const std::vector<int>& widths) = 0;
     // The number of rows; every row is asked for again when drawn. The current cell and the
     // range are kept inside the rows (none without rows).
     virtual void RowCount(int rows) = 0;

@@ -37,8 +37,8 @@ std::string KeyText(const ozRegKey& key)
 
 const std::vector<std::string>& ozValueGrid::Captions()
 {
-    static const std::vector<std::string> captions = {
-        "Counter", "Subkey", "Valuename", "Type", "Size", "Data", "Size Old", "Data Old"};
+    static const std::vector<std::string> captions = {"Counter", "Subkey", "Valuename", "Type",
+                                                      "Size",    "Data",   "Size Old",  "Data Old"};
     return captions;
 }
 
@@ -52,7 +52,8 @@ ozGridWidget& ozValueGrid::Widget() const
 void ozValueGrid::Create()
 {
     Widget().Events(this);
-    Widget().Columns(Captions());
+    // Wide enough for a key path and a datum; the numbers narrow.
+    Widget().Columns(Captions(), {55, 300, 130, 110, 45, 220, 60, 150});
 }
 
 void ozValueGrid::Fill(tTreeCodeHandle* code, bool showUser, bool showMachine)
@@ -134,8 +135,7 @@ bool ozValueGrid::Editable(int row, int column)
     ozRegValue* value = RowValue(row);
     if (value == nullptr)
         return false;
-    return column == GridColumnValueName || column == GridColumnType ||
-           column == GridColumnData ||
+    return column == GridColumnValueName || column == GridColumnType || column == GridColumnData ||
            (column == GridColumnDataOld && ozValueTakesSecondDatum(*value));
 }
 

@@ -352,8 +352,8 @@ Result Select(ozScriptCall& call)
     if (args.size() != 2)
         throw ozScriptUsageError("Select takes a tree item's path, or a grid's ROW and COLUMN");
     ozHeadlessGrid& grid = Grid("Select", call);
-    return Result::Bool(grid.SelectByUser(GridRow("Select", args[0]),
-                                          GridColumn("Select", grid, args[1])));
+    return Result::Bool(
+        grid.SelectByUser(GridRow("Select", args[0]), GridColumn("Select", grid, args[1])));
 }
 
 Result SelectRange(ozScriptCall& call)
@@ -414,8 +414,7 @@ void ozAddViewMembers(std::vector<ozScriptMember>& members)
     members.push_back({"ValueMenu", false, AnyArgumentCount, "[Name]", ValueMenu, nullptr});
     members.push_back({"ValueKey", false, 2, "Name Key", ValueKey, nullptr});
     members.push_back({"Cell", false, 3, "Row Column Text", Cell, nullptr});
-    members.push_back(
-        {"SelectRange", false, 4, "Row1 Column1 Row2 Column2", SelectRange, nullptr});
+    members.push_back({"SelectRange", false, 4, "Row1 Column1 Row2 Column2", SelectRange, nullptr});
     members.push_back({"EndLabelEdit", false, 1, "Text",
                        [](ozScriptCall& call) {
                            return Result::Bool(

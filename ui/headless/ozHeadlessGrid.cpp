@@ -9,8 +9,7 @@ std::vector<std::string> ozHeadlessGrid::Cells(int row) const
 
 bool ozHeadlessGrid::Inside(int row, int column) const
 {
-    return row >= 0 && row < m_rows && column >= 0 &&
-           column < static_cast<int>(m_captions.size());
+    return row >= 0 && row < m_rows && column >= 0 && column < static_cast<int>(m_captions.size());
 }
 
 void ozHeadlessGrid::RowCount(int rows)

@@ -31,7 +31,10 @@ public:
 
     // ozGridWidget
     void Events(ozGridEvents* events) override { m_events = events; }
-    void Columns(const std::vector<std::string>& captions) override { m_captions = captions; }
+    void Columns(const std::vector<std::string>& captions, const std::vector<int>&) override
+    {
+        m_captions = captions;
+    }
     void RowCount(int rows) override;
     int RowCount() const override { return m_rows; }
     void RowsChanged(int, int) override {}
