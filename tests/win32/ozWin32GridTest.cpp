@@ -1,0 +1,236 @@
+// The registry-value grid in the real Windows list control, driven through its messages: cells
+// drawn from the model, a double click opening the editor over a cell, an edit taken and one
+// refused, Insert and Delete, and the grid's calls refused while another view shows. Opening
+// the grid on 100000 values is timed and printed. With OZ_SCREENSHOT_DIR set, saves a picture.
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "control/CADMCtrl.h"
+#include "core/adm/ozADMTree.h"
+#include "core/adm/tTreeCodeHandle.h"
+#include "core/registry/ozRegValue.h"
+#include "core/registry/ozSubKey.h"
+#include "ozControlWindows.h"
+#include "tests/support/ozRecordingHostUI.h"
+#include "tests/support/ozTemplateLoad.h"
+#include "tests/support/ozTestFiles.h"
+#include "ui/ozValueData.h"
+#include "ui/ozViews.h"
+#include "ui/win32/ozWin32Form.h"
+#include "ui/win32/ozWin32Platform.h"
+
+namespace {
+
+void Pump()
+{
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+// Saves the window, drawn afresh, as NAME.bmp into OZ_SCREENSHOT_DIR (nothing without it).
+void Screenshot(HWND window, const char* name)
+{
+    const char* folder = std::getenv("OZ_SCREENSHOT_DIR");
+    if (folder == nullptr)
+        return;
+    RedrawWindow(window, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    RECT area;
+    GetWindowRect(window, &area);
+    const int width = area.right - area.left, height = area.bottom - area.top;
+    HDC screen = GetDC(nullptr);
+    HDC memory = CreateCompatibleDC(screen);
+    HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
+    HGDIOBJ old = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, width, height, screen, area.left, area.top, SRCCOPY);
+    SelectObject(memory, old);
+    BITMAPINFOHEADER info = {};
+    info.biSize = sizeof info;
+    info.biWidth = width;
+    info.biHeight = height;
+    info.biPlanes = 1;
+    info.biBitCount = 24;
+    const DWORD rowBytes = ((width * 3 + 3) / 4) * 4;
+    std::string pixels(rowBytes * height, '\0');
+    GetDIBits(memory, bitmap, 0, height, pixels.data(), reinterpret_cast<BITMAPINFO*>(&info),
+              DIB_RGB_COLORS);
+    BITMAPFILEHEADER file = {0x4D42, static_cast<DWORD>(sizeof file + sizeof info + pixels.size()),
+                             0, 0, sizeof file + sizeof info};
+    if (FILE* out = std::fopen((ozPlatformPath(folder) + "/" + name + ".bmp").c_str(), "wb")) {
+        std::fwrite(&file, sizeof file, 1, out);
+        std::fwrite(&info, sizeof info, 1, out);
+        std::fwrite(pixels.data(), 1, pixels.size(), out);
+        std::fclose(out);
+    }
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+}
+
+class Win32GridTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        host = CreateWindowExW(0, L"STATIC", L"ozADM registry-value grid",
+                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE, 0, 0, 980, 420,
+                               nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+        ASSERT_NE(host, nullptr);
+        HINSTANCE instance = GetModuleHandleW(nullptr);
+        ASSERT_TRUE(windows.Create(host, instance));
+        ASSERT_TRUE(platform.Attach(host, windows.Views(), instance));
+        control.AddString(180, "%s: %s");
+        control.AddString(18, "New value");
+        views.Attach(control);
+        ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
+        ASSERT_TRUE(control.SetADM(ozSourcePath("tests/templates/every-part.adm").c_str()));
+        ozADMTree& tree = *control.Code()->tree;
+        ozSubKey& key = *tree.UsrTree().FindKey(HKEY_CURRENT_USER, "Software\\Example\\Desktop");
+        key.FindValue("Wallpaper")->SetString("C:\\Users\\Public\\wall.jpg");
+        key.FindValue("TileWallpaper")->SetDWORD(1);
+        key.FindValue("Paths")->SetFormattedData(RegMultiSz, "C:\\one~D:\\two~~", false);
+        ozRegValue& banner = *key.FindValue("Banner");
+        banner.SetString("Welcome");
+        banner.Op(OpChange);
+        banner.SetFormattedData(RegSz, "Hello~", true);
+        tree.MacTree()
+            .FindKey(HKEY_LOCAL_MACHINE, "Software\\Example\\Browser")
+            ->FindValue("Colours")
+            ->SetFormattedData(RegBinary, "00 80 FF", false);
+        control.DisplayMode(DisplayValueGrid);
+        windows.Layout();
+        control.Refresh();
+        Pump();
+        control.Code()->modified = 0;
+    }
+    void TearDown() override
+    {
+        control.Cleanup();
+        DestroyWindow(host);
+        control.AddString(180, "");
+        control.AddString(18, "");
+    }
+    HWND List() { return platform.RegistryGrid().Window(); }
+    std::string Text(int row, int column)
+    {
+        wchar_t buffer[256] = {};
+        LVITEMW item = {};
+        item.iSubItem = column;
+        item.pszText = buffer;
+        item.cchTextMax = 256;
+        SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                     reinterpret_cast<LPARAM>(&item));
+        return ozWin32Narrow(buffer);
+    }
+    // The user's double click on a cell, as the list reports it to its parent.
+    void DoubleClick(int row, int column)
+    {
+        RECT cell = {};
+        ListView_GetSubItemRect(List(), row, column, LVIR_BOUNDS, &cell);
+        NMITEMACTIVATE click = {};
+        click.hdr = {List(), static_cast<UINT_PTR>(GetDlgCtrlID(List())),
+                     static_cast<UINT>(NM_DBLCLK)};
+        click.iItem = row;
+        click.ptAction = {cell.left + 4, (cell.top + cell.bottom) / 2};
+        SendMessageW(GetParent(List()), WM_NOTIFY, click.hdr.idFrom,
+                     reinterpret_cast<LPARAM>(&click));
+        Pump();
+    }
+    // Types text into the open editor and presses Enter; false when no editor is open.
+    bool Type(const wchar_t* text)
+    {
+        HWND editor = platform.RegistryGrid().Editor();
+        if (editor == nullptr)
+            return false;
+        SetWindowTextW(editor, text);
+        SendMessageW(editor, WM_KEYDOWN, VK_RETURN, 0);
+        Pump();
+        return platform.RegistryGrid().Editor() == nullptr;
+    }
+    ozRegValue& Value(const char* name)
+    {
+        return *control.Code()
+                    ->tree->UsrTree()
+                    .FindKey(HKEY_CURRENT_USER, "Software\\Example\\Desktop")
+                    ->HasValue(name);
+    }
+
+    HWND host = nullptr;
+    ozRecordingHostUI ui;
+    ozControlWindows windows;
+    ozWin32Platform platform{ui};
+    ozViews views{platform};
+    CADMCtrl control{ui, &views};
+};
+
+TEST_F(Win32GridTest, CellsEditedInPlaceInsertAndDelete)
+{
+    const int rows = ListView_GetItemCount(List());
+    ASSERT_GE(rows, 5);
+    EXPECT_TRUE(IsWindowVisible(List()));
+    // The user tree's rows come first, the machine tree's last.
+    EXPECT_EQ(Text(0, GridColumnSubkey), "HKEY_CURRENT_USER\\Software\\Example\\Desktop");
+    EXPECT_EQ(Text(rows - 1, GridColumnData), "00 80 FF");
+    EXPECT_EQ(Text(3, GridColumnDataOld), "Hello");
+
+    DoubleClick(1, GridColumnData);
+    ASSERT_TRUE(Type(L"0x2A"));
+    EXPECT_EQ(ozValueDataText(Value("TileWallpaper"), false, false), "42");
+    EXPECT_EQ(Text(1, GridColumnData), "0x0000002A");
+    EXPECT_TRUE(control.ShouldSave());
+    DoubleClick(1, GridColumnData);
+    ASSERT_TRUE(Type(L"many"));
+    EXPECT_EQ(ui.messages.back().text.rfind("Data: ", 0), 0u);
+    EXPECT_EQ(Text(1, GridColumnData), "0x0000002A");
+    DoubleClick(3, GridColumnDataOld);
+    ASSERT_TRUE(Type(L"Hi"));
+    EXPECT_EQ(Value("Banner").FormattedValue(true), "Hi~");
+    DoubleClick(1, GridColumnSize);
+    EXPECT_EQ(platform.RegistryGrid().Editor(), nullptr);
+
+    // A range and the current cell, as the user leaves them for the picture.
+    EXPECT_TRUE(control.ozInsert());
+    EXPECT_EQ(ListView_GetItemCount(List()), rows + 1);
+    EXPECT_EQ(Text(4, GridColumnValueName), "New value 1");
+    EXPECT_TRUE(control.ozDelete());
+    EXPECT_EQ(control.Code()
+                  ->tree->UsrTree()
+                  .FindKey(HKEY_CURRENT_USER, "Software\\Example\\Desktop")
+                  ->HasValue("New value 1"),
+              nullptr);
+    platform.RegistryGrid().SelectRange({0, GridColumnValueName, 2, GridColumnData});
+    Screenshot(host, "value-grid");
+
+    control.DisplayMode(DisplayRegistry);
+    control.Refresh();
+    EXPECT_FALSE(control.ozInsert());
+    EXPECT_FALSE(control.ozDelete());
+    EXPECT_FALSE(control.ozSRShowSearch());
+}
+
+TEST_F(Win32GridTest, OpensOnAHundredThousandValues)
+{
+    ozSubKey& key =
+        *control.Code()->tree->UsrTree().FindKey(HKEY_CURRENT_USER, "Software\\Example\\Many");
+    for (int at = 0; at < 100000; ++at)
+        key.FindValue(("v" + std::to_string(at)).c_str())->SetDWORD(static_cast<unsigned>(at));
+    const auto start = std::chrono::steady_clock::now();
+    control.Refresh();
+    Pump();
+    const auto took =
+        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start);
+    std::printf("grid opened on %d rows in %.1f ms\n", ListView_GetItemCount(List()), took.count());
+    EXPECT_GE(ListView_GetItemCount(List()), 100000);
+}
+
+}  // namespace
