@@ -53,4 +53,10 @@ void OpenGrid(benchmark::State& state)
 
 }  // namespace
 
-BENCHMARK(OpenGrid)->Arg(10000)->Arg(30000)->Arg(100000)->Arg(300000)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(OpenGrid)
+    ->Arg(10000)
+    ->Arg(30000)
+    ->Arg(100000)
+    ->Arg(300000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
