@@ -235,9 +235,11 @@ bool ozWin32Grid::Notify(const NMHDR& header, LRESULT& result)
             Clicked(reinterpret_cast<const NMITEMACTIVATE&>(header), header.code == NM_DBLCLK);
             break;
         case LVN_ITEMCHANGED: {
-            // Up, Down and the page keys move the list's focus: the current cell follows.
+            // Up, Down and the page keys move the list's focus: the current cell follows. A
+            // click moves it too, but the click itself (NM_CLICK) says which cell, and with
+            // Shift only spans the range.
             const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
-            if (change.iItem >= 0 && change.iItem != m_row &&
+            if (change.iItem >= 0 && change.iItem != m_row && GetKeyState(VK_LBUTTON) >= 0 &&
                 (change.uNewState & LVIS_FOCUSED) != 0 && (change.uOldState & LVIS_FOCUSED) == 0)
                 MoveByUser(change.iItem, m_column < 0 ? 0 : m_column);
             break;
