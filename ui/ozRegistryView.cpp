@@ -28,14 +28,7 @@ constexpr int KeyOpDelete = 'D';
 
 std::string RootKeyName(HKEY root)
 {
-    static const char* const names[] = {
-        "HKEY_CLASSES_ROOT",     "HKEY_CURRENT_USER",   "HKEY_LOCAL_MACHINE", "HKEY_USERS",
-        "HKEY_PERFORMANCE_DATA", "HKEY_CURRENT_CONFIG", "HKEY_DYNDATA"};
-    unsigned int number = ozRootNumber(root);
-    if (number < std::size(names))
-        return names[number];
-    // Any other handle by its offset from the first predefined one, negative below it.
-    return "HKEY: " + std::to_string(static_cast<long>(static_cast<std::int32_t>(number)));
+    return ozRootKeyName(ozRootNumber(root));
 }
 
 int RootKeyImage(HKEY root)
@@ -150,6 +143,17 @@ struct SortedKey {
 };
 
 }  // namespace
+
+std::string ozRootKeyName(unsigned int number)
+{
+    static const char* const names[] = {
+        "HKEY_CLASSES_ROOT",     "HKEY_CURRENT_USER",   "HKEY_LOCAL_MACHINE", "HKEY_USERS",
+        "HKEY_PERFORMANCE_DATA", "HKEY_CURRENT_CONFIG", "HKEY_DYNDATA"};
+    if (number < std::size(names))
+        return names[number];
+    // Any other handle by its offset from the first predefined one, negative below it.
+    return "HKEY: " + std::to_string(static_cast<long>(static_cast<std::int32_t>(number)));
+}
 
 ozRegistryView::ozRegistryView(ozViewPlatform& platform) : m_platform(platform) {}
 

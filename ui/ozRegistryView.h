@@ -58,6 +58,9 @@ enum : unsigned int {
     RegistryCommandImportProfile = 32799,
 };
 
+// The name of a predefined root key by its number (see ozRootNumber): "HKEY_CURRENT_USER", ...
+std::string ozRootKeyName(unsigned int number);
+
 class ozRegistryView : public ozTreeEvents {
 public:
     explicit ozRegistryView(ozViewPlatform& platform);

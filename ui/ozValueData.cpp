@@ -168,7 +168,57 @@ bool FormText(unsigned long type, const std::string& text, std::string& form, st
     return true;
 }
 
+const struct {
+    unsigned long type;
+    const char* name;
+} TypeNames[] = {
+    {RegSz, "REG_SZ"},
+    {RegExpandSz, "REG_EXPAND_SZ"},
+    {RegMultiSz, "REG_MULTI_SZ"},
+    {RegDword, "REG_DWORD"},
+    {RegQword, "REG_QWORD"},
+    {RegBinary, "REG_BINARY"},
+    {RegDwordBigEndian, "REG_DWORD_BIG_ENDIAN"},
+    {RegNone, "REG_NONE"},
+};
+
+constexpr const char* OtherTypePrefix = "TYPE ";
+
 }  // namespace
+
+std::string ozValueTypeName(unsigned long type)
+{
+    for (const auto& known : TypeNames)
+        if (known.type == type)
+            return known.name;
+    return OtherTypePrefix + std::to_string(type);
+}
+
+std::vector<unsigned long> ozNamedValueTypes()
+{
+    std::vector<unsigned long> types;
+    for (const auto& known : TypeNames)
+        types.push_back(known.type);
+    return types;
+}
+
+bool ozValueTypeFromName(const std::string& name, unsigned long& type)
+{
+    std::string trimmed = Trimmed(name);
+    for (const auto& known : TypeNames)
+        if (ozAsciiSameIgnoringCase(trimmed, known.name)) {
+            type = known.type;
+            return true;
+        }
+    const std::string prefix = OtherTypePrefix;
+    std::uint64_t number = 0;
+    if (trimmed.size() <= prefix.size() ||
+        !ozAsciiSameIgnoringCase(trimmed.substr(0, prefix.size()), prefix) ||
+        !ReadNumber(trimmed.substr(prefix.size()), 0xFFFFFFFFu, number))
+        return false;
+    type = static_cast<unsigned long>(number);
+    return true;
+}
 
 std::string ozValueDataText(const ozRegValue& value, bool second, bool hex)
 {

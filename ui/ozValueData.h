@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 class ozRegValue;
 
@@ -15,6 +16,13 @@ inline constexpr unsigned long RegQword = 11;
 bool ozValueIsNumber(unsigned long type);
 // The value's operation takes a second datum (A, R, C) that its item type (r, m) can hold.
 bool ozValueTakesSecondDatum(const ozRegValue& value);
+
+// The type's name as the editor lists it ("REG_SZ", ...; "TYPE n" for a type without a name),
+// and the type a name stands for (either form, without regard to case); false for neither.
+std::string ozValueTypeName(unsigned long type);
+bool ozValueTypeFromName(const std::string& name, unsigned long& type);
+// The types with a name, in the order the editor lists them.
+std::vector<unsigned long> ozNamedValueTypes();
 
 // The data of value (Data, or Data2 when second) as the editor shows them; numbers in
 // hexadecimal when hex, else in decimal. A multi-string's strings are joined by "\r\n".

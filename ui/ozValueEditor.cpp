@@ -1,5 +1,6 @@
 #include "ozValueEditor.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include "control/CADMCtrl.h"
@@ -21,29 +22,7 @@ constexpr unsigned short HostTextFirstOperation = 40;
 constexpr int ItemTypes[] = {RitR, RitM, RitF, RitA};
 constexpr int Operations[] = {OpInsert, OpDelete, OpCodeL, OpAppend, OpCodeR, OpChange};
 
-const struct {
-    unsigned long type;
-    const char* name;
-} TypeNames[] = {
-    {RegSz, "REG_SZ"},
-    {RegExpandSz, "REG_EXPAND_SZ"},
-    {RegMultiSz, "REG_MULTI_SZ"},
-    {RegDword, "REG_DWORD"},
-    {RegQword, "REG_QWORD"},
-    {RegBinary, "REG_BINARY"},
-    {RegDwordBigEndian, "REG_DWORD_BIG_ENDIAN"},
-    {RegNone, "REG_NONE"},
-};
-
 const char* const FormatRows[] = {"Hexadecimal", "Decimal"};
-
-std::string TypeName(unsigned long type)
-{
-    for (const auto& known : TypeNames)
-        if (known.type == type)
-            return known.name;
-    return "TYPE " + std::to_string(type);
-}
 
 }  // namespace
 
@@ -156,13 +135,13 @@ void ozValueEditor::Load(ozForm& form)
 
     m_typeCodes.clear();
     std::vector<std::string> rows;
-    for (const auto& known : TypeNames) {
-        m_typeCodes.push_back(known.type);
-        rows.push_back(known.name);
+    for (unsigned long type : ozNamedValueTypes()) {
+        m_typeCodes.push_back(type);
+        rows.push_back(ozValueTypeName(type));
     }
-    if (TypeName(state.type).rfind("TYPE ", 0) == 0) {
+    if (std::find(m_typeCodes.begin(), m_typeCodes.end(), state.type) == m_typeCodes.end()) {
         m_typeCodes.push_back(state.type);
-        rows.push_back(TypeName(state.type));
+        rows.push_back(ozValueTypeName(state.type));
     }
     Fill(form, TypeField, rows, m_typeCodes, state.type);
 

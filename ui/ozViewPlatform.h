@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "ozForm.h"
+#include "ozGridWidget.h"
 #include "ozListWidget.h"
 #include "ozMenu.h"
 #include "ozTreeWidget.h"
@@ -64,6 +65,8 @@ public:
     virtual ozTreeWidget& RegistryTree() = 0;
     // The registry view's value list beside the key tree (a report-style list of two columns).
     virtual ozListWidget& RegistryValues() = 0;
+    // The registry-value grid (display mode 2).
+    virtual ozGridWidget& RegistryGrid() = 0;
     // Shows menu at the cursor; `chosen` gets the command of the entry the user chooses (not
     // called when the menu is dismissed).
     virtual void PopupMenu(const ozMenu& menu,

@@ -12,7 +12,8 @@ ozViews::ozViews(ozViewPlatform& platform)
       m_panel(platform),
       m_policyView(platform, m_panel),
       m_registryView(platform),
-      m_valueList(platform, m_panel)
+      m_valueList(platform, m_panel),
+      m_grid(platform)
 {
 }
 
@@ -35,6 +36,8 @@ void ozViews::Attach(CADMCtrl& control)
         if (key != nullptr && key->Type() == KeySub)
             m_valueList.ShowKey(key);
     });
+    m_grid.Control(&control);
+    m_grid.Create();
     m_registryView.OnKeysCleared([this] {
         if (m_panel.Value() != nullptr)
             m_panel.Clear();
@@ -42,6 +45,8 @@ void ozViews::Attach(CADMCtrl& control)
     });
     m_searchSheet = std::make_unique<ozSearchSheet>(m_platform, control,
                                                     [this] { return m_searchState.get(); });
+    // One search state for the grid, which lives as long as the views.
+    SearchCells(&m_grid);
 }
 
 void ozViews::SearchCells(ozGridCells* cells)
@@ -76,6 +81,8 @@ void ozViews::Show(int displayMode, tTreeCodeHandle* code, bool showUser, bool s
     // The registry view keeps no items while another view is shown: the registry trees may
     // be rebuilt meanwhile (a profile loaded), and it is filled again when shown.
     m_registryView.Fill(displayMode == DisplayRegistry ? code : nullptr, showUser, showMachine);
+    // So does the grid, whose rows point into the registry trees.
+    m_grid.Fill(displayMode == DisplayValueGrid ? code : nullptr, showUser, showMachine);
     if (m_visibleMode != displayMode && m_visibleMode != -1)
         m_platform.ShowView(m_visibleMode, false);
     // The search sheet belongs to the grid: it goes with it.
@@ -119,6 +126,8 @@ void ozViews::StorePendingEdit(int displayMode)
 {
     if (displayMode == DisplayRegistry && m_visibleMode == DisplayRegistry)
         m_registryView.MarkSelection();
+    if (displayMode == DisplayValueGrid && m_visibleMode == DisplayValueGrid)
+        m_grid.StorePendingEdit();
 }
 
 void ozViews::WithADMEdit(bool withEdit)

@@ -1,5 +1,5 @@
 // The control's views on a platform: the policy view with its parts panel (display mode 0),
-// the registry view (1); the registry-value grid (2) comes with its own widgets. The
+// the registry view (1) and the registry-value grid (2). The
 // control reaches them through ozControlViews; hosts and tests reach the views themselves to
 // drive them as a user does.
 #pragma once
@@ -12,6 +12,7 @@
 #include "ozRegistryValueList.h"
 #include "ozRegistryView.h"
 #include "ozSearchSheet.h"
+#include "ozValueGrid.h"
 
 class CADMCtrl;
 class ozViewPlatform;
@@ -28,6 +29,7 @@ public:
     ozPartsPanel& PartsPanel() { return m_panel; }
     ozRegistryView& RegistryView() { return m_registryView; }
     ozRegistryValueList& ValueList() { return m_valueList; }
+    ozValueGrid& ValueGrid() { return m_grid; }
     // The display mode whose view is visible, or -1 for none.
     int VisibleMode() const { return m_visibleMode; }
 
@@ -46,8 +48,8 @@ public:
     void MarkSelection(int displayMode) override;
     void StorePendingEdit(int displayMode) override;
     void WithADMEdit(bool withEdit) override;
-    bool GridInsert() override { return false; }
-    bool GridDelete() override { return false; }
+    bool GridInsert() override { return m_grid.Insert(); }
+    bool GridDelete() override { return m_grid.Delete(); }
     bool ShowSearch() override;
     bool ShowReplace() override;
     bool HideSearch() override;
@@ -62,6 +64,7 @@ private:
     ozPolicyView m_policyView;
     ozRegistryView m_registryView;
     ozRegistryValueList m_valueList;
+    ozValueGrid m_grid;
     int m_visibleMode = -1;
     std::unique_ptr<ozSearchReplace> m_searchState;
     std::unique_ptr<ozSearchSheet> m_searchSheet;

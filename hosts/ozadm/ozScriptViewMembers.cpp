@@ -81,6 +81,8 @@ Result View(ozScriptCall& call)
         Print(call, ozValueListLines(views.platform.RegistryValues()));
         return Print(call, ozPartsPanelLines(views.views.PartsPanel()));
     }
+    if (views.views.VisibleMode() == DisplayValueGrid)
+        return Print(call, ozGridLines(views.platform.RegistryGrid()));
     if (views.views.VisibleMode() != DisplayPolicies)
         return Result();
     Print(call, ozTreeViewLines(views.platform.Tree()));
@@ -317,6 +319,74 @@ Result ValueKey(ozScriptCall& call)
     return Result();
 }
 
+// The registry-value grid; its calls need it shown.
+ozHeadlessGrid& Grid(const char* member, ozScriptCall& call)
+{
+    ozScriptViews& views = Views(member, call);
+    if (views.views.VisibleMode() != DisplayValueGrid)
+        throw ozScriptUsageError(std::string(member) + ": the registry-value grid is not shown");
+    return views.platform.RegistryGrid();
+}
+
+// A row number of the grid, or a column by its number or caption.
+int GridRow(const char* member, const std::string& text)
+{
+    long long row = 0;
+    if (!ozReadInteger(text, 0, 2147483647, row))
+        throw ozScriptUsageError(std::string(member) + ": ROW must be a row number, not \"" + text +
+                                 "\"");
+    return static_cast<int>(row);
+}
+
+int GridColumn(const char* member, const ozHeadlessGrid& grid, const std::string& text)
+{
+    const std::vector<std::string>& captions = grid.ColumnCaptions();
+    for (std::size_t column = 0; column < captions.size(); ++column)
+        if (ozAsciiSameIgnoringCase(captions[column], text))
+            return static_cast<int>(column);
+    long long column = 0;
+    if (!ozReadInteger(text, 0, static_cast<long long>(captions.size()) - 1, column))
+        throw ozScriptUsageError(std::string(member) +
+                                 ": COLUMN must be a column number or caption, not \"" + text +
+                                 "\"");
+    return static_cast<int>(column);
+}
+
+// Select ROW COLUMN in the grid; Select PATH in a tree.
+Result Select(ozScriptCall& call)
+{
+    const std::vector<std::string>& args = call.arguments;
+    if (args.size() == 1) {
+        ozTreeItem item = Item("Select", call, args[0]);
+        return Result::Bool(Tree("Select", call).SelectByUser(item));
+    }
+    if (args.size() != 2)
+        throw ozScriptUsageError("Select takes a tree item's path, or a grid's ROW and COLUMN");
+    ozHeadlessGrid& grid = Grid("Select", call);
+    return Result::Bool(
+        grid.SelectByUser(GridRow("Select", args[0]), GridColumn("Select", grid, args[1])));
+}
+
+Result SelectRange(ozScriptCall& call)
+{
+    ozHeadlessGrid& grid = Grid("SelectRange", call);
+    const std::vector<std::string>& args = call.arguments;
+    ozGridRange range{GridRow("SelectRange", args[0]), GridColumn("SelectRange", grid, args[1]),
+                      GridRow("SelectRange", args[2]), GridColumn("SelectRange", grid, args[3])};
+    return Result::Bool(grid.SelectRangeByUser(range));
+}
+
+Result Cell(ozScriptCall& call)
+{
+    ozHeadlessGrid& grid = Grid("Cell", call);
+    const std::vector<std::string>& args = call.arguments;
+    bool taken =
+        grid.EditByUser(GridRow("Cell", args[0]), GridColumn("Cell", grid, args[1]), args[2]);
+    if (!taken)
+        call.note = "the cell was not taken";
+    return Result::Bool(taken);
+}
+
 }  // namespace
 
 void ozAddViewMembers(std::vector<ozScriptMember>& members)
@@ -325,12 +395,7 @@ void ozAddViewMembers(std::vector<ozScriptMember>& members)
     members.push_back(ItemAction("Click", &ozHeadlessTree::Click));
     members.push_back(ItemAction("Press", &ozHeadlessTree::Press));
     members.push_back(ItemAction("Release", &ozHeadlessTree::Release));
-    members.push_back({"Select", false, 1, "Path",
-                       [](ozScriptCall& call) {
-                           ozTreeItem item = Item("Select", call, call.arguments[0]);
-                           return Result::Bool(Tree("Select", call).SelectByUser(item));
-                       },
-                       nullptr});
+    members.push_back({"Select", false, AnyArgumentCount, "Path | Row Column", Select, nullptr});
     members.push_back({"Expand", false, 1, "Path",
                        [](ozScriptCall& call) {
                            // Each collapsed item on the way first, as the user opens them.
@@ -367,6 +432,8 @@ void ozAddViewMembers(std::vector<ozScriptMember>& members)
     members.push_back({"SelectValue", false, 1, "Name", SelectValue, nullptr});
     members.push_back({"ValueMenu", false, AnyArgumentCount, "[Name]", ValueMenu, nullptr});
     members.push_back({"ValueKey", false, 2, "Name Key", ValueKey, nullptr});
+    members.push_back({"Cell", false, 3, "Row Column Text", Cell, nullptr});
+    members.push_back({"SelectRange", false, 4, "Row1 Column1 Row2 Column2", SelectRange, nullptr});
     members.push_back({"EndLabelEdit", false, 1, "Text",
                        [](ozScriptCall& call) {
                            return Result::Bool(

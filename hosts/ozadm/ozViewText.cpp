@@ -2,6 +2,7 @@
 
 #include "ozScriptLine.h"
 #include "ui/headless/ozHeadlessForm.h"
+#include "ui/headless/ozHeadlessGrid.h"
 #include "ui/headless/ozHeadlessList.h"
 #include "ui/headless/ozHeadlessTree.h"
 #include "ui/ozMenu.h"
@@ -106,6 +107,28 @@ std::vector<std::string> ozValueListLines(const ozHeadlessList& list)
                         " image=" + std::to_string(list.Image(row)) + " " +
                         ozQuoteScriptText(list.Text(row, 1)) +
                         (list.Selection() == row ? " selected" : ""));
+    return lines;
+}
+
+std::vector<std::string> ozGridLines(const ozHeadlessGrid& grid)
+{
+    std::string columns = "COLUMNS";
+    for (const std::string& caption : grid.ColumnCaptions())
+        columns += " " + ozQuoteScriptText(caption);
+    std::vector<std::string> lines = {columns};
+    for (int row = 0; row < grid.RowCount(); ++row) {
+        std::string line = "ROW " + std::to_string(row);
+        for (const std::string& cell : grid.Cells(row))
+            line += " " + ozQuoteScriptText(cell);
+        if (row == grid.CurrentRow())
+            line += " selected column=" + std::to_string(grid.CurrentColumn());
+        lines.push_back(line);
+    }
+    ozGridRange range = grid.Selection();
+    if (range.firstRow != range.lastRow || range.firstColumn != range.lastColumn)
+        lines.push_back("RANGE " + std::to_string(range.firstRow) + " " +
+                        std::to_string(range.firstColumn) + " " + std::to_string(range.lastRow) +
+                        " " + std::to_string(range.lastColumn));
     return lines;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 class ozHeadlessForm;
+class ozHeadlessGrid;
 class ozHeadlessList;
 class ozHeadlessTree;
 class ozPartsPanel;
@@ -17,6 +18,10 @@ std::vector<std::string> ozTreeViewLines(const ozHeadlessTree& tree);
 // One line per row of the registry view's value list, in list order:
 // VALUE "name" image=N "data"[ selected]
 std::vector<std::string> ozValueListLines(const ozHeadlessList& list);
+// The registry-value grid: COLUMNS "caption" ..., then per row ROW n "cell" ...; the current
+// cell's row ends in " selected column=C", and a range wider than the current cell follows as
+// RANGE r1 c1 r2 c2.
+std::vector<std::string> ozGridLines(const ozHeadlessGrid& grid);
 // One line per editor of the panel: EDITOR TYPE "label" enabled|disabled = "value"
 std::vector<std::string> ozPartsPanelLines(const ozPartsPanel& panel);
 // MENU "entry" enabled|disabled|greyed, MENU - for a separator, submenu entries indented.

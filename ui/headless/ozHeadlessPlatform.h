@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ozHeadlessForm.h"
+#include "ozHeadlessGrid.h"
 #include "ozHeadlessList.h"
 #include "ozHeadlessTree.h"
 #include "ui/ozViewPlatform.h"
@@ -49,6 +50,7 @@ public:
     ozPanelWidget& PartsPanel() override { return m_panel; }
     ozHeadlessTree& RegistryTree() override { return m_registryTree; }
     ozHeadlessList& RegistryValues() override { return m_registryValues; }
+    ozHeadlessGrid& RegistryGrid() override { return m_registryGrid; }
     void PopupMenu(const ozMenu& menu, std::function<void(unsigned int command)> chosen) override;
     void RunDialog(std::unique_ptr<ozDialog> dialog,
                    std::function<void(ozDialog& dialog, bool accepted)> ended) override;
@@ -66,6 +68,7 @@ private:
     ozHeadlessForm m_panel;
     ozHeadlessTree m_registryTree;
     ozHeadlessList m_registryValues;
+    ozHeadlessGrid m_registryGrid;
     bool m_shown[3] = {false, false, false};
     ozMenu m_menu;
     bool m_menuOpen = false;

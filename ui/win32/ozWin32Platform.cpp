@@ -14,6 +14,8 @@ ozWin32Platform::~ozWin32Platform()
         RemoveWindowSubclass(m_views[0], PolicyViewSubclass, 0);
     if (m_views[1] != nullptr)
         RemoveWindowSubclass(m_views[1], RegistryViewSubclass, 0);
+    if (m_views[2] != nullptr)
+        RemoveWindowSubclass(m_views[2], ValueGridSubclass, 0);
 }
 
 bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HINSTANCE instance)
@@ -36,7 +38,18 @@ bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HIN
         m_tree.Forget();
         return false;
     }
+    if (!m_registryGrid.Create(views[2], RegistryGridId, instance)) {
+        DestroyWindow(m_registryValues.Window());
+        m_registryValues.Forget();
+        DestroyWindow(m_registryTree.Window());
+        m_registryTree.Forget();
+        DestroyWindow(m_tree.Window());
+        m_tree.Forget();
+        return false;
+    }
     if (!m_panel.Create(views[0], instance)) {
+        DestroyWindow(m_registryGrid.Window());
+        m_registryGrid.Forget();
         DestroyWindow(m_registryValues.Window());
         m_registryValues.Forget();
         DestroyWindow(m_registryTree.Window());
@@ -49,6 +62,7 @@ bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HIN
     m_views = views;
     SetWindowSubclass(views[0], PolicyViewSubclass, 0, reinterpret_cast<DWORD_PTR>(this));
     SetWindowSubclass(views[1], RegistryViewSubclass, 0, reinterpret_cast<DWORD_PTR>(this));
+    SetWindowSubclass(views[2], ValueGridSubclass, 0, reinterpret_cast<DWORD_PTR>(this));
     Layout();
     return true;
 }
@@ -60,6 +74,7 @@ void ozWin32Platform::Forget()
     m_tree.Forget();
     m_registryTree.Forget();
     m_registryValues.Forget();
+    m_registryGrid.Forget();
 }
 
 void ozWin32Platform::UnregisterClasses(HINSTANCE instance)
@@ -86,6 +101,8 @@ void ozWin32Platform::Layout()
     if (GetParent(m_panel.Window()) == m_views[1])
         MoveWindow(m_panel.Window(), keyTreeWidth, listHeight, area.right - keyTreeWidth,
                    area.bottom - listHeight, TRUE);
+    GetClientRect(m_views[2], &area);
+    MoveWindow(m_registryGrid.Window(), 0, 0, area.right, area.bottom, TRUE);
 }
 
 void ozWin32Platform::ShowView(int displayMode, bool visible)
@@ -106,7 +123,7 @@ void ozWin32Platform::ShowView(int displayMode, bool visible)
         GetParent(m_panel.Window()) != view)
         SetParent(m_panel.Window(), view);
     ShowWindow(view, visible ? SW_SHOW : SW_HIDE);
-    if (visible && displayMode != 2)
+    if (visible)
         Layout();
 }
 
@@ -220,6 +237,35 @@ LRESULT CALLBACK ozWin32Platform::RegistryViewSubclass(HWND window, UINT message
             RemoveWindowSubclass(window, RegistryViewSubclass, 0);
             platform->m_registryTree.Forget();
             platform->m_registryValues.Forget();
+            break;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK ozWin32Platform::ValueGridSubclass(HWND window, UINT message, WPARAM wParam,
+                                                    LPARAM lParam, UINT_PTR, DWORD_PTR self)
+{
+    auto* platform = reinterpret_cast<ozWin32Platform*>(self);
+    switch (message) {
+        case WM_SIZE:
+            platform->Layout();
+            break;
+        case WM_SETFOCUS:
+            // The view's focus is its grid's.
+            if (platform->m_registryGrid.Window() != nullptr) {
+                SetFocus(platform->m_registryGrid.Window());
+                return 0;
+            }
+            break;
+        case WM_NOTIFY: {
+            LRESULT result = 0;
+            if (platform->m_registryGrid.Notify(*reinterpret_cast<const NMHDR*>(lParam), result))
+                return result;
+            break;
+        }
+        case WM_NCDESTROY:
+            RemoveWindowSubclass(window, ValueGridSubclass, 0);
+            platform->m_registryGrid.Forget();
             break;
     }
     return DefSubclassProc(window, message, wParam, lParam);

@@ -1,7 +1,7 @@
 // The views' platform on Windows: the policy tree (left, 55 %) and the parts panel (right,
 // 45 %) inside the policy view's window; in the registry view's window the key tree (left,
 // 35 %), the value list (right, the upper 40 %) and below it the parts panel, which moves into
-// the window of the view shown;
+// the window of the view shown; the registry-value grid fills the window of display mode 2;
 // popup menus tracked at the cursor, dialogs run modally over the control's window, and the
 // host's message boxes. The view windows of the three display modes are the control's (it
 // creates and places them); the platform puts the widgets into the first two, forwards their
@@ -15,6 +15,7 @@
 
 #include <array>
 
+#include "ozWin32Grid.h"
 #include "ozWin32List.h"
 #include "ozWin32Panel.h"
 #include "ozWin32Tree.h"
@@ -33,6 +34,8 @@ public:
     static constexpr int RegistryValuesId = 102;
     static constexpr int KeyTreeShare = 35;
     static constexpr int ValueListShare = 40;
+    // The control number of the registry-value grid in its view's window.
+    static constexpr int RegistryGridId = 103;
 
     // ui shows the messages (not owned; it must outlive the platform).
     explicit ozWin32Platform(ozHostUI& ui) : m_ui(ui) {}
@@ -57,6 +60,7 @@ public:
     ozWin32Panel& Panel() { return m_panel; }
     ozWin32Tree& RegistryTree() override { return m_registryTree; }
     ozWin32List& RegistryValues() override { return m_registryValues; }
+    ozWin32Grid& RegistryGrid() override { return m_registryGrid; }
 
     // ozViewPlatform
     ozHostUI& UI() override { return m_ui; }
@@ -77,6 +81,8 @@ private:
                                                LPARAM lParam, UINT_PTR id, DWORD_PTR self);
     static LRESULT CALLBACK RegistryViewSubclass(HWND window, UINT message, WPARAM wParam,
                                                  LPARAM lParam, UINT_PTR id, DWORD_PTR self);
+    static LRESULT CALLBACK ValueGridSubclass(HWND window, UINT message, WPARAM wParam,
+                                              LPARAM lParam, UINT_PTR id, DWORD_PTR self);
 
     ozHostUI& m_ui;
     HWND m_control = nullptr;
@@ -86,4 +92,5 @@ private:
     ozWin32Panel m_panel;
     ozWin32Tree m_registryTree;
     ozWin32List m_registryValues;
+    ozWin32Grid m_registryGrid;
 };
