@@ -4,6 +4,7 @@
 #include "control/ozHostUI.h"
 #include "control/ozMessageFormat.h"
 #include "ozViewPlatform.h"
+#include "platform/ozTextConversion.h"
 
 namespace {
 
@@ -29,8 +30,38 @@ ozSearchSheet::~ozSearchSheet() = default;
 void ozSearchSheet::BuildLayout()
 {
     using K = ozControlKind;
+    // A text the host has not given keeps the control's own caption.
     const auto text = [this](int number) {
-        return m_control.GetString(static_cast<unsigned short>(number));
+        std::string text = m_control.GetString(static_cast<unsigned short>(number));
+        if (!text.empty())
+            return text;
+        switch (number) {
+            case ReplaceText:
+                return std::string("Ersetzen");
+            case SearchLabelText:
+                return std::string("Suchen nach:");
+            case ReplaceLabelText:
+                return std::string("Ersetzen durch:");
+            case FirstOptionText:
+                return ozNarrowFromUtf8(
+                    "R\xC3\xBC"
+                    "ckw\xC3\xA4"
+                    "rts suchen");
+            case FirstOptionText + 1:
+                return std::string("Selektierter Bereich");
+            case FirstOptionText + 2:
+                return ozNarrowFromUtf8("Gro\xC3\x9F-/Kleinschreibung");
+            case FirstOptionText + 3:
+                return std::string("Nur ganzes Wort");
+            case FindNextText:
+                return std::string("Weitersuchen");
+            case ReplaceAllText:
+                return std::string("Alle Ersetzen");
+            case CancelText:
+                return std::string("Abbrechen");
+            default:
+                return text;
+        }
     };
     const bool replace = m_page == ReplacePage;
     const int y = PageRow;

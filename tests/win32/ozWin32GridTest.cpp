@@ -22,6 +22,7 @@
 #include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
+#include "ui/ozSearchSheet.h"
 #include "ui/ozValueData.h"
 #include "ui/ozViews.h"
 #include "ui/win32/ozWin32Form.h"
@@ -157,6 +158,32 @@ TEST_F(Win32GridTest, CellsEditedInPlaceInsertAndDelete)
     EXPECT_FALSE(control.ozInsert());
     EXPECT_FALSE(control.ozDelete());
     EXPECT_FALSE(control.ozSRShowSearch());
+}
+
+TEST_F(Win32GridTest, SearchSheetReplacesInTheGridsEditableCells)
+{
+    ASSERT_TRUE(control.ozSRShowReplace());
+    HWND sheet = FindWindowW(L"#32770", L"Suchen");
+    ASSERT_NE(sheet, nullptr);
+    // Typed as the user types: every change reaches the sheet.
+    SetWindowTextW(GetDlgItem(sheet, ozSearchSheet::SearchEdit), L"WALL");
+    SetWindowTextW(GetDlgItem(sheet, ozSearchSheet::ReplaceEdit), L"Tile");
+    SendMessageW(GetDlgItem(sheet, ozSearchSheet::ReplaceAllButton), BM_CLICK, 0, 0);
+    Pump();
+    // Names and data change, ignoring case; the key paths are not the user's to edit.
+    EXPECT_NE(Value("TileTilepaper"), nullptr);
+    ASSERT_NE(Value("Tilepaper"), nullptr);
+    EXPECT_EQ(Value("Tilepaper")->FormattedValue(false), "C:\\Users\\Public\\Tile.jpg~");
+    EXPECT_EQ(Text(0, GridColumnData), "C:\\Users\\Public\\Tile.jpg");
+    EXPECT_TRUE(control.ShouldSave());
+    // The grid with the sheet over it, as the user sees them.
+    SetWindowPos(sheet, nullptr, 300, 200, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    for (int round = 0; round < 10; ++round, Sleep(50))
+        Pump();
+    RECT area;
+    GetWindowRect(host, &area);
+    ScreenshotArea(area, "value-grid-search");
+    EXPECT_TRUE(control.ozSRHide());
 }
 
 TEST_F(Win32GridTest, OpensOnAHundredThousandValues)
