@@ -4,7 +4,6 @@
 #include "control/ozHostUI.h"
 #include "control/ozMessageFormat.h"
 #include "ozViewPlatform.h"
-#include "platform/ozTextConversion.h"
 
 namespace {
 
@@ -33,35 +32,7 @@ void ozSearchSheet::BuildLayout()
     // A text the host has not given keeps the control's own caption.
     const auto text = [this](int number) {
         std::string text = m_control.GetString(static_cast<unsigned short>(number));
-        if (!text.empty())
-            return text;
-        switch (number) {
-            case ReplaceText:
-                return std::string("Ersetzen");
-            case SearchLabelText:
-                return std::string("Suchen nach:");
-            case ReplaceLabelText:
-                return std::string("Ersetzen durch:");
-            case FirstOptionText:
-                return ozNarrowFromUtf8(
-                    "R\xC3\xBC"
-                    "ckw\xC3\xA4"
-                    "rts suchen");
-            case FirstOptionText + 1:
-                return std::string("Selektierter Bereich");
-            case FirstOptionText + 2:
-                return ozNarrowFromUtf8("Gro\xC3\x9F-/Kleinschreibung");
-            case FirstOptionText + 3:
-                return std::string("Nur ganzes Wort");
-            case FindNextText:
-                return std::string("Weitersuchen");
-            case ReplaceAllText:
-                return std::string("Alle Ersetzen");
-            case CancelText:
-                return std::string("Abbrechen");
-            default:
-                return text;
-        }
+        return text.empty() ? OwnCaption(number) : text;
     };
     const bool replace = m_page == ReplacePage;
     const int y = PageRow;
@@ -72,7 +43,7 @@ void ozSearchSheet::BuildLayout()
     // The edits carry their labels ("Suchen nach:", "Ersetzen durch:") in front of them.
     m_layout.controls = {
         {SearchPageButton, K::Radio, "Suchen", 5, 3, 60, 12},
-        {ReplacePageButton, K::Radio, text(ReplaceText), 70, 3, 60, 12},
+        {ReplacePageButton, K::Radio, text(ReplaceCaptionText), 70, 3, 60, 12},
         {SearchEdit, K::Edit, text(SearchLabelText), 7, y + 5, 211, 13},
     };
     if (replace)
@@ -88,7 +59,7 @@ void ozSearchSheet::BuildLayout()
         {FindNextButton, K::Button, text(FindNextText), 230, y + 5, 60, 14, ozControlDefault});
     if (replace) {
         m_layout.controls.push_back(
-            {ReplaceButton, K::Button, text(ReplaceText), 230, y + 22, 60, 14});
+            {ReplaceButton, K::Button, text(ReplaceCaptionText), 230, y + 22, 60, 14});
         m_layout.controls.push_back(
             {ReplaceAllButton, K::Button, text(ReplaceAllText), 230, y + 39, 60, 14});
     }

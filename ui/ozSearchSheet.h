@@ -40,7 +40,7 @@ public:
     enum : int {
         CancelText = 4,
         NotFoundText = 105,
-        ReplaceText = 107,
+        ReplaceCaptionText = 107,
         SearchLabelText = 108,
         ReplaceLabelText = 109,
         FirstOptionText = 110,
@@ -71,6 +71,8 @@ public:
 
 private:
     void BuildLayout();
+    // The caption a control keeps when the host gives no text `hostText`.
+    static std::string OwnCaption(int hostText);
     void UpdateButtons(ozForm& form);
     void Found(ozForm& form, bool found);
 
