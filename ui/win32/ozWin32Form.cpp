@@ -94,6 +94,35 @@ std::string ozWin32Narrow(const std::wstring& text)
     return ozNarrowText(text.c_str(), text.size());
 }
 
+HWND ozWin32CreateChild(const wchar_t* windowClass, DWORD style, HWND parent, int id,
+                        HINSTANCE instance)
+{
+    HWND window = CreateWindowExW(
+        WS_EX_CLIENTEDGE, windowClass, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, 0, 0, 0, 0,
+        parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
+    if (window != nullptr)
+        SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
+                     FALSE);
+    return window;
+}
+
+void ozWin32ListColumns(HWND list, const std::vector<std::string>& captions,
+                        const std::vector<int>& widths, int otherWidth)
+{
+    HWND header = ListView_GetHeader(list);
+    for (int count = header != nullptr ? Header_GetItemCount(header) : 0; count > 0; --count)
+        ListView_DeleteColumn(list, count - 1);
+    for (size_t column = 0; column < captions.size(); ++column) {
+        std::wstring wide = ozWin32Wide(captions[column]);
+        LVCOLUMNW data = {};
+        data.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
+        data.pszText = wide.data();
+        data.cx = column < widths.size() ? widths[column] : otherWidth;
+        data.iSubItem = static_cast<int>(column);
+        SendMessageW(list, LVM_INSERTCOLUMNW, column, reinterpret_cast<LPARAM>(&data));
+    }
+}
+
 std::string ozWin32WindowText(HWND window)
 {
     int length = GetWindowTextLengthW(window);

@@ -36,6 +36,27 @@ std::wstring ozWin32Wide(const std::string& text);
 std::string ozWin32Narrow(const std::wstring& text);
 // A window's text.
 std::string ozWin32WindowText(HWND window);
+// Creates a child control of the views (sunken edge, visible, a tab stop, the dialog font) with
+// the class's own styles added; null on failure.
+HWND ozWin32CreateChild(const wchar_t* windowClass, DWORD style, HWND parent, int id,
+                        HINSTANCE instance);
+// Replaces the columns of a report list: one per caption, as wide as widths gives (pixels) and
+// otherWidth where it gives none.
+void ozWin32ListColumns(HWND list, const std::vector<std::string>& captions,
+                        const std::vector<int>& widths, int otherWidth);
+
+// Counts programmatic changes under way in a widget: while the count is positive, the widget
+// reports no event.
+class ozWin32QuietCount {
+public:
+    explicit ozWin32QuietCount(int& count) : m_count(count) { ++m_count; }
+    ~ozWin32QuietCount() { --m_count; }
+    ozWin32QuietCount(const ozWin32QuietCount&) = delete;
+    ozWin32QuietCount& operator=(const ozWin32QuietCount&) = delete;
+
+private:
+    int& m_count;
+};
 
 class ozWin32FormControls {
 public:
@@ -74,18 +95,9 @@ public:
     void ReportTyping(ozForm& form, ozFormEvents* events);
 
     // Counts programmatic changes under way: while positive no event is reported.
-    class Quiet {
+    class Quiet : public ozWin32QuietCount {
     public:
-        explicit Quiet(const ozWin32FormControls& controls) : m_count(controls.m_quiet)
-        {
-            ++m_count;
-        }
-        ~Quiet() { --m_count; }
-        Quiet(const Quiet&) = delete;
-        Quiet& operator=(const Quiet&) = delete;
-
-    private:
-        int& m_count;
+        explicit Quiet(const ozWin32FormControls& controls) : ozWin32QuietCount(controls.m_quiet) {}
     };
 
 private:

@@ -9,17 +9,6 @@ namespace {
 // The colour of the range's cells other than the current one.
 constexpr COLORREF RangeColour = RGB(204, 228, 247);
 
-class Quiet {
-public:
-    explicit Quiet(int& count) : m_count(count) { ++m_count; }
-    ~Quiet() { --m_count; }
-    Quiet(const Quiet&) = delete;
-    Quiet& operator=(const Quiet&) = delete;
-
-private:
-    int& m_count;
-};
-
 bool Between(int value, int a, int b)
 {
     return value >= std::min(a, b) && value <= std::max(a, b);
@@ -35,15 +24,11 @@ ozWin32Grid::~ozWin32Grid()
 
 bool ozWin32Grid::Create(HWND parent, int id, HINSTANCE instance)
 {
-    m_window = CreateWindowExW(
-        WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"",
-        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN | LVS_REPORT | LVS_OWNERDATA |
-            LVS_SINGLESEL,
-        0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
+    m_window = ozWin32CreateChild(WC_LISTVIEWW,
+                                  WS_CLIPCHILDREN | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL,
+                                  parent, id, instance);
     if (m_window == nullptr)
         return false;
-    SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
-                 FALSE);
     ListView_SetExtendedListViewStyle(m_window, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES);
     // What was given before the window existed comes now.
     if (!m_captions.empty())
@@ -65,18 +50,7 @@ void ozWin32Grid::Columns(const std::vector<std::string>& captions, const std::v
     m_cachedRow = -1;
     if (m_window == nullptr)
         return;
-    HWND header = ListView_GetHeader(m_window);
-    for (int count = header != nullptr ? Header_GetItemCount(header) : 0; count > 0; --count)
-        ListView_DeleteColumn(m_window, count - 1);
-    for (size_t column = 0; column < captions.size(); ++column) {
-        std::wstring wide = ozWin32Wide(captions[column]);
-        LVCOLUMNW data = {};
-        data.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
-        data.pszText = wide.data();
-        data.cx = column < widths.size() ? widths[column] : 100;
-        data.iSubItem = static_cast<int>(column);
-        SendMessageW(m_window, LVM_INSERTCOLUMNW, column, reinterpret_cast<LPARAM>(&data));
-    }
+    ozWin32ListColumns(m_window, captions, widths, 100);
 }
 
 bool ozWin32Grid::Inside(int row, int column) const
@@ -96,7 +70,7 @@ void ozWin32Grid::RowCount(int rows)
         m_range = {m_row, m_column, m_row, m_column};
     if (m_window == nullptr)
         return;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     ListView_SetItemCountEx(m_window, rows, LVSICF_NOSCROLL);
     InvalidateRect(m_window, nullptr, TRUE);
 }
@@ -117,7 +91,7 @@ void ozWin32Grid::Current(int row, int column)
     m_range = {row, column, row, column};
     if (m_window == nullptr)
         return;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     if (row >= 0) {
         ListView_SetItemState(m_window, row, LVIS_FOCUSED | LVIS_SELECTED,
                               LVIS_FOCUSED | LVIS_SELECTED);

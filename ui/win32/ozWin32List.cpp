@@ -6,21 +6,6 @@
 #include "ozWin32Form.h"
 #include "ozWin32Tree.h"
 
-namespace {
-
-class Quiet {
-public:
-    explicit Quiet(int& count) : m_count(count) { ++m_count; }
-    ~Quiet() { --m_count; }
-    Quiet(const Quiet&) = delete;
-    Quiet& operator=(const Quiet&) = delete;
-
-private:
-    int& m_count;
-};
-
-}  // namespace
-
 ozWin32List::~ozWin32List()
 {
     if (m_window != nullptr)
@@ -32,15 +17,12 @@ ozWin32List::~ozWin32List()
 bool ozWin32List::Create(HWND parent, int id, HINSTANCE resources)
 {
     m_resources = resources;
-    m_window = CreateWindowExW(
-        WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"",
-        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | LVS_REPORT | LVS_SINGLESEL |
-            LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS,
-        0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), resources, nullptr);
+    m_window = ozWin32CreateChild(
+        WC_LISTVIEWW,
+        WS_CLIPSIBLINGS | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS,
+        parent, id, resources);
     if (m_window == nullptr)
         return false;
-    SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
-                 FALSE);
     ListView_SetExtendedListViewStyle(m_window, LVS_EX_FULLROWSELECT);
     SetWindowSubclass(m_window, Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
     // What was given before the window existed comes now.
@@ -71,18 +53,8 @@ void ozWin32List::Columns(const std::vector<std::string>& captions)
     m_captions = captions;
     if (m_window == nullptr)
         return;
-    HWND header = ListView_GetHeader(m_window);
-    for (int count = header != nullptr ? Header_GetItemCount(header) : 0; count > 0; --count)
-        ListView_DeleteColumn(m_window, count - 1);
-    for (size_t column = 0; column < captions.size(); ++column) {
-        std::wstring wide = ozWin32Wide(captions[column]);
-        LVCOLUMNW data = {};
-        data.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
-        data.pszText = wide.data();
-        data.cx = 0;
-        data.iSubItem = static_cast<int>(column);
-        SendMessageW(m_window, LVM_INSERTCOLUMNW, column, reinterpret_cast<LPARAM>(&data));
-    }
+    // Widths come with the list's size (ColumnWidth).
+    ozWin32ListColumns(m_window, captions, {}, 0);
 }
 
 void ozWin32List::ColumnWidth(int column, int width)
@@ -110,7 +82,7 @@ void ozWin32List::DeleteAll()
 {
     if (m_window == nullptr)
         return;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     ListView_DeleteAllItems(m_window);
 }
 
@@ -118,7 +90,7 @@ int ozWin32List::Append(const std::vector<std::string>& texts, int image, void* 
 {
     if (m_window == nullptr)
         return -1;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     std::wstring first = ozWin32Wide(texts.empty() ? std::string() : texts[0]);
     LVITEMW item = {};
     item.mask = LVIF_TEXT | LVIF_IMAGE | LVIF_PARAM;
@@ -137,7 +109,7 @@ void ozWin32List::SetRow(int row, const std::vector<std::string>& texts, int ima
 {
     if (m_window == nullptr || row < 0 || row >= Count())
         return;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     for (size_t column = 0; column < texts.size(); ++column) {
         std::wstring wide = ozWin32Wide(texts[column]);
         LVITEMW item = {};
@@ -154,7 +126,7 @@ void ozWin32List::Delete(int row)
 {
     if (m_window == nullptr)
         return;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     ListView_DeleteItem(m_window, row);
 }
 
@@ -163,7 +135,7 @@ void ozWin32List::Select(int row)
     if (m_window == nullptr)
         return;
     if (row < 0 || row >= Count()) {
-        Quiet quiet(m_quiet);
+        ozWin32QuietCount quiet(m_quiet);
         ListView_SetItemState(m_window, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
         return;
     }

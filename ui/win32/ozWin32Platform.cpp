@@ -10,12 +10,9 @@
 
 ozWin32Platform::~ozWin32Platform()
 {
-    if (m_views[0] != nullptr)
-        RemoveWindowSubclass(m_views[0], PolicyViewSubclass, 0);
-    if (m_views[1] != nullptr)
-        RemoveWindowSubclass(m_views[1], RegistryViewSubclass, 0);
-    if (m_views[2] != nullptr)
-        RemoveWindowSubclass(m_views[2], ValueGridSubclass, 0);
+    for (UINT_PTR mode = 0; mode < m_views.size(); ++mode)
+        if (m_views[mode] != nullptr)
+            RemoveWindowSubclass(m_views[mode], ViewSubclass, mode);
 }
 
 bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HINSTANCE instance)
@@ -60,9 +57,9 @@ bool ozWin32Platform::Attach(HWND control, const std::array<HWND, 3>& views, HIN
     }
     m_control = control;
     m_views = views;
-    SetWindowSubclass(views[0], PolicyViewSubclass, 0, reinterpret_cast<DWORD_PTR>(this));
-    SetWindowSubclass(views[1], RegistryViewSubclass, 0, reinterpret_cast<DWORD_PTR>(this));
-    SetWindowSubclass(views[2], ValueGridSubclass, 0, reinterpret_cast<DWORD_PTR>(this));
+    // Each view window's subclass knows its display mode by its id.
+    for (UINT_PTR mode = 0; mode < views.size(); ++mode)
+        SetWindowSubclass(views[mode], ViewSubclass, mode, reinterpret_cast<DWORD_PTR>(this));
     Layout();
     return true;
 }
@@ -181,69 +178,33 @@ std::unique_ptr<ozModelessDialog> ozWin32Platform::OpenModeless(ozDialog& dialog
     return ozWin32OpenModeless(dialog, owner, m_instance);
 }
 
-LRESULT CALLBACK ozWin32Platform::PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
-                                                     LPARAM lParam, UINT_PTR, DWORD_PTR self)
+HWND ozWin32Platform::FocusWindow(UINT_PTR displayMode) const
 {
-    auto* platform = reinterpret_cast<ozWin32Platform*>(self);
-    switch (message) {
-        case WM_SIZE:
-            platform->Layout();
-            break;
-        case WM_SETFOCUS:
-            // The view's focus is its tree's.
-            if (platform->m_tree.Window() != nullptr) {
-                SetFocus(platform->m_tree.Window());
-                return 0;
-            }
-            break;
-        case WM_NOTIFY: {
-            LRESULT result = 0;
-            if (platform->m_tree.Notify(*reinterpret_cast<const NMHDR*>(lParam), result))
-                return result;
-            break;
-        }
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(window, PolicyViewSubclass, 0);
-            platform->Forget();
-            break;
+    // A view's focus is its tree's (the registry view's: its key tree's), or its grid's.
+    switch (displayMode) {
+        case 0:
+            return m_tree.Window();
+        case 1:
+            return m_registryTree.Window();
+        default:
+            return m_registryGrid.Window();
     }
-    return DefSubclassProc(window, message, wParam, lParam);
 }
 
-LRESULT CALLBACK ozWin32Platform::RegistryViewSubclass(HWND window, UINT message, WPARAM wParam,
-                                                       LPARAM lParam, UINT_PTR, DWORD_PTR self)
+bool ozWin32Platform::Notify(UINT_PTR displayMode, const NMHDR& header, LRESULT& result)
 {
-    auto* platform = reinterpret_cast<ozWin32Platform*>(self);
-    switch (message) {
-        case WM_SIZE:
-            platform->Layout();
-            break;
-        case WM_SETFOCUS:
-            // The view's focus is its key tree's.
-            if (platform->m_registryTree.Window() != nullptr) {
-                SetFocus(platform->m_registryTree.Window());
-                return 0;
-            }
-            break;
-        case WM_NOTIFY: {
-            LRESULT result = 0;
-            const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-            if (platform->m_registryTree.Notify(header, result) ||
-                platform->m_registryValues.Notify(header, result))
-                return result;
-            break;
-        }
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(window, RegistryViewSubclass, 0);
-            platform->m_registryTree.Forget();
-            platform->m_registryValues.Forget();
-            break;
+    switch (displayMode) {
+        case 0:
+            return m_tree.Notify(header, result);
+        case 1:
+            return m_registryTree.Notify(header, result) || m_registryValues.Notify(header, result);
+        default:
+            return m_registryGrid.Notify(header, result);
     }
-    return DefSubclassProc(window, message, wParam, lParam);
 }
 
-LRESULT CALLBACK ozWin32Platform::ValueGridSubclass(HWND window, UINT message, WPARAM wParam,
-                                                    LPARAM lParam, UINT_PTR, DWORD_PTR self)
+LRESULT CALLBACK ozWin32Platform::ViewSubclass(HWND window, UINT message, WPARAM wParam,
+                                               LPARAM lParam, UINT_PTR displayMode, DWORD_PTR self)
 {
     auto* platform = reinterpret_cast<ozWin32Platform*>(self);
     switch (message) {
@@ -251,21 +212,27 @@ LRESULT CALLBACK ozWin32Platform::ValueGridSubclass(HWND window, UINT message, W
             platform->Layout();
             break;
         case WM_SETFOCUS:
-            // The view's focus is its grid's.
-            if (platform->m_registryGrid.Window() != nullptr) {
-                SetFocus(platform->m_registryGrid.Window());
+            if (HWND focus = platform->FocusWindow(displayMode)) {
+                SetFocus(focus);
                 return 0;
             }
             break;
         case WM_NOTIFY: {
             LRESULT result = 0;
-            if (platform->m_registryGrid.Notify(*reinterpret_cast<const NMHDR*>(lParam), result))
+            if (platform->Notify(displayMode, *reinterpret_cast<const NMHDR*>(lParam), result))
                 return result;
             break;
         }
         case WM_NCDESTROY:
-            RemoveWindowSubclass(window, ValueGridSubclass, 0);
-            platform->m_registryGrid.Forget();
+            RemoveWindowSubclass(window, ViewSubclass, displayMode);
+            if (displayMode == 0) {
+                platform->Forget();
+            } else if (displayMode == 1) {
+                platform->m_registryTree.Forget();
+                platform->m_registryValues.Forget();
+            } else {
+                platform->m_registryGrid.Forget();
+            }
             break;
     }
     return DefSubclassProc(window, message, wParam, lParam);

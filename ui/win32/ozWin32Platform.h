@@ -77,12 +77,12 @@ public:
     std::unique_ptr<ozModelessDialog> OpenModeless(ozDialog& dialog, int displayMode) override;
 
 private:
-    static LRESULT CALLBACK PolicyViewSubclass(HWND window, UINT message, WPARAM wParam,
-                                               LPARAM lParam, UINT_PTR id, DWORD_PTR self);
-    static LRESULT CALLBACK RegistryViewSubclass(HWND window, UINT message, WPARAM wParam,
-                                                 LPARAM lParam, UINT_PTR id, DWORD_PTR self);
-    static LRESULT CALLBACK ValueGridSubclass(HWND window, UINT message, WPARAM wParam,
-                                              LPARAM lParam, UINT_PTR id, DWORD_PTR self);
+    // The view windows' subclass; its id is the view's display mode.
+    static LRESULT CALLBACK ViewSubclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                         UINT_PTR displayMode, DWORD_PTR self);
+    // The window that takes a view's focus, and the view's children's notifications.
+    HWND FocusWindow(UINT_PTR displayMode) const;
+    bool Notify(UINT_PTR displayMode, const NMHDR& header, LRESULT& result);
 
     ozHostUI& m_ui;
     HWND m_control = nullptr;

@@ -37,17 +37,6 @@ HBITMAP BlankBitmap()
     return bitmap;
 }
 
-class Quiet {
-public:
-    explicit Quiet(int& count) : m_count(count) { ++m_count; }
-    ~Quiet() { --m_count; }
-    Quiet(const Quiet&) = delete;
-    Quiet& operator=(const Quiet&) = delete;
-
-private:
-    int& m_count;
-};
-
 }  // namespace
 
 ozWin32Tree::~ozWin32Tree()
@@ -61,15 +50,12 @@ ozWin32Tree::~ozWin32Tree()
 bool ozWin32Tree::Create(HWND parent, int id, HINSTANCE resources)
 {
     m_resources = resources;
-    m_window = CreateWindowExW(
-        WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"",
-        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TVS_HASBUTTONS | TVS_HASLINES |
-            TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_EDITLABELS,
-        0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), resources, nullptr);
+    m_window = ozWin32CreateChild(WC_TREEVIEWW,
+                                  WS_CLIPSIBLINGS | TVS_HASBUTTONS | TVS_HASLINES |
+                                      TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_EDITLABELS,
+                                  parent, id, resources);
     if (m_window == nullptr)
         return false;
-    SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
-                 FALSE);
     SetWindowSubclass(m_window, Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
     // Images given before the window existed are loaded now, from the module's resources.
     if (!m_bitmaps.empty())
@@ -125,7 +111,7 @@ void ozWin32Tree::DeleteAll()
 {
     if (m_window == nullptr)
         return;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     TreeView_DeleteAllItems(m_window);
 }
 
@@ -161,7 +147,7 @@ ozTreeItem ozWin32Tree::Insert(ozTreeItem parent, HTREEITEM after, const std::st
 {
     if (m_window == nullptr)
         return ozNoItem;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     std::wstring wide = ozWin32Wide(text);
     TVINSERTSTRUCTW insert = {};
     insert.hParent = parent == ozNoItem ? TVI_ROOT : Handle(parent);
@@ -193,7 +179,7 @@ void ozWin32Tree::Delete(ozTreeItem item)
 {
     if (m_window == nullptr || item == ozNoItem)
         return;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     TreeView_DeleteItem(m_window, Handle(item));
 }
 
@@ -225,7 +211,7 @@ void ozWin32Tree::Expand(ozTreeItem item, bool expanded)
 {
     if (m_window == nullptr || item == ozNoItem)
         return;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     TreeView_Expand(m_window, Handle(item), expanded ? TVE_EXPAND : TVE_COLLAPSE);
 }
 
@@ -242,7 +228,7 @@ void ozWin32Tree::EnsureVisible(ozTreeItem item)
 {
     if (m_window == nullptr || item == ozNoItem)
         return;
-    Quiet quiet(m_quiet);
+    ozWin32QuietCount quiet(m_quiet);
     TreeView_EnsureVisible(m_window, Handle(item));
 }
 
