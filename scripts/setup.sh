@@ -7,6 +7,10 @@ packages=(
   # native build and tests
   cmake ninja-build pkg-config g++ clang libclang-rt-14-dev clang-format
   googletest libgtest-dev libgmock-dev libbenchmark-dev
+  # ADMX and ADML templates (XML) on POSIX
+  libpugixml-dev
+  # the Linux desktop widget and editor, and their offscreen tests
+  qt6-base-dev qt6-qpa-plugins
   # offline registry hives on POSIX
   libhivex-dev libhivex-bin
   # the Windows half: cross-build, and tests under Wine
