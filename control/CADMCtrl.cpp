@@ -9,6 +9,7 @@
 #include "core/adm/tTreeCodeHandle.h"
 #include "core/registry/ozVariableMarkers.h"
 #include "engine/ozEBNF.h"
+#include "loader/ozADMXLoad.h"
 #include "loader/ozFailedTemplate.h"
 #include "ozApplication.h"
 #include "ozMessageFormat.h"
@@ -204,7 +205,10 @@ bool CADMCtrl::SetADM(const char* pszFilename)
     tTreeCodeHandle* held = m_code;
     EBNFSetCodeHandle(held);
     std::size_t stringsBefore = ozTemplateStringCount();
-    bool loaded = FileLoad(pszFilename, 1) > 0;
+    // ADMX definitions are XML, read by the loader itself rather than by the grammar; both
+    // hand the code object around and report failures through the engine alike.
+    bool loaded =
+        (ozIsADMXFile(pszFilename) ? ozADMXFileLoad(pszFilename) : FileLoad(pszFilename, 1)) > 0;
     // The loader gives a lent code object back also after a failure, with what the template
     // merged before it failed.
     m_code = static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle());

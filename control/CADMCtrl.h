@@ -88,8 +88,9 @@ public:
     void Cleanup();
     // Loads the grammar; on failure shows the engine's message.
     bool SetEBNF(const char* pszFilename);
-    // Adds a template: it merges into the code object held so far. On failure shows the
-    // engine's message. A failed first template leaves no code object; a later one that fails
+    // Adds a template, ADM or (a name ending in ".admx") ADMX definitions with their language
+    // resources (loader/ozADMXLoad.h): it merges into the code object held so far. On failure shows
+    // the engine's message. A failed first template leaves no code object; a later one that fails
     // leaves the templates and profile held, with the nodes it added before failing (a file
     // that cannot be opened or read adds none). A code object of another kind (55) or an
     // older version (56) is refused but kept.

@@ -251,6 +251,20 @@ OZ_EBNF_API void error_set_desc(const char* description)
     Error().Description(description != nullptr ? description : "");
 }
 
+OZ_EBNF_API void error_clear()
+{
+    Error().Clear();
+}
+
+OZ_EBNF_API void error_set_place(const char* file, unsigned line, unsigned column)
+{
+    try {
+        Error().Fail({file != nullptr ? file : "", line, column});
+    } catch (const std::bad_alloc&) {
+        Error().Fail({});
+    }
+}
+
 OZ_EBNF_API void error_set_string_list(void* list)
 {
     Error().Messages(static_cast<const ozMessageList*>(list));

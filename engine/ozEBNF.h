@@ -102,6 +102,13 @@ OZ_EBNF_API const char* ErrorMessage();
 OZ_EBNF_API void error_set_code(int code);
 // Sets the description of the error being reported (copied; null clears it).
 OZ_EBNF_API void error_set_desc(const char* description);
+// For templates read without the grammar (ADMX definitions, which are XML): forgets the last
+// error, as FileLoad does before it reads.
+OZ_EBNF_API void error_clear();
+// For templates read without the grammar: makes the error set with error_set_code and
+// error_set_desc the reason the load failed, at line and column (1-based; 0 unknown) of file,
+// so that ErrorMessage() tells it as it tells a failed FileLoad.
+OZ_EBNF_API void error_set_place(const char* file, unsigned line, unsigned column);
 // The string list whose texts error messages use (not owned; null for none).
 OZ_EBNF_API void error_set_string_list(void* list);
 

@@ -56,6 +56,7 @@ void ozLoadContext::CreateEmptyStacks()
 
 void ozLoadContext::Destroy()
 {
+    m_admxNamespaces.erase(m_code.get());
     m_code.reset();
     m_codeLent = false;
     m_strings.reset();

@@ -4,9 +4,11 @@
 // time on one thread.
 #pragma once
 
+#include <map>
 #include <memory>
 
 #include "core/adm/tTreeCodeHandle.h"
+#include "ozADMXNamespaces.h"
 #include "ozArgumentStack.h"
 #include "ozKeyNameStack.h"
 #include "ozStringTable.h"
@@ -51,6 +53,10 @@ public:
     unsigned long CurrentClass() const { return m_currentClass; }
     void CurrentClass(unsigned long rootType) { m_currentClass = rootType; }
 
+    // What the ADMX definitions read into the current code object declare for others to refer
+    // to; forgotten when the code object is destroyed here.
+    ozADMXNamespaces& ADMXNamespaces() { return m_admxNamespaces[m_code.get()]; }
+
     // Destroys the current code object (lent or not) with its tree, the [strings] table with
     // every name and text, the key-name stack with any key names left on it, and the argument
     // stack with every payload, and forgets them all. The current class is kept.
@@ -68,4 +74,5 @@ private:
     std::unique_ptr<ozArgumentStack> m_arguments;
     std::unique_ptr<ozKeyNameStack> m_keyNames;
     unsigned long m_currentClass = 0;
+    std::map<const tTreeCodeHandle*, ozADMXNamespaces> m_admxNamespaces;
 };
