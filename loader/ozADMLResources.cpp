@@ -23,18 +23,14 @@ std::string_view ozADMXReferenceId(std::string_view reference, std::string_view 
     return reference.substr(kind.size() + 3, reference.size() - kind.size() - 4);
 }
 
-bool ozADMLResources::Read(const std::string& path, ozADMXFailure& failure)
+bool ozADMLResources::Read(const std::string& path, ozADMXActionCalls& calls)
 {
     m_file = path;
     std::string bytes;
-    if (ozStatus read = ozReadWholeFile(path.c_str(), bytes); !read) {
-        failure = {ADMXErrorXml, read.Message(), path, 0, 0};
-        return false;
-    }
-    if (ozStatus parsed = ozReadXmlDocument(bytes, m_root); !parsed) {
-        failure = {ADMXErrorXml, parsed.Message(), path, parsed.Line(), parsed.Column()};
-        return false;
-    }
+    if (ozStatus read = ozReadWholeFile(path.c_str(), bytes); !read)
+        return calls.FailDocument(read, path);
+    if (ozStatus parsed = ozReadXmlDocument(bytes, m_root); !parsed)
+        return calls.FailDocument(parsed, path);
     if (const ozXmlElement* strings = Table(m_root, "stringTable"))
         for (const ozXmlElement& entry : strings->children)
             if (const std::string* id = entry.Attribute("id"))

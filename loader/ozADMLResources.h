@@ -17,9 +17,9 @@ public:
     ozADMLResources(const ozADMLResources&) = delete;
     ozADMLResources& operator=(const ozADMLResources&) = delete;
 
-    // Reads the ADML file at path. False, with failure set (1140 for a file that cannot be
-    // read or is not well-formed XML), otherwise.
-    bool Read(const std::string& path, ozADMXFailure& failure);
+    // Reads the ADML file at path. False, with 1140 recorded through calls, for a file that
+    // cannot be read or is not well-formed XML.
+    bool Read(const std::string& path, ozADMXActionCalls& calls);
 
     const std::string& File() const { return m_file; }
     // The text of the string id, or null without one.

@@ -69,6 +69,16 @@ bool ozADMXActionCalls::Fail(int code, std::string description, const ozADMXPlac
     return false;
 }
 
+bool ozADMXActionCalls::FailDocument(const ozStatus& status, const std::string& file)
+{
+    // The reason without the place the message begins with, which the report puts first.
+    std::string reason = status.Message();
+    if (status.Line() != 0)
+        reason = reason.substr(reason.find(": ") + 2);
+    m_failure = {ADMXErrorXml, reason, file, status.Line(), status.Column()};
+    return false;
+}
+
 bool ozADMXActionCalls::Fail(int code, std::string description, const std::string& file)
 {
     m_failure = {code, std::move(description), file, 0, 0};

@@ -48,6 +48,9 @@ public:
 
     // Records the reader's own refusal (number and description) at a place; returns false.
     bool Fail(int code, std::string description, const ozADMXPlace& at);
+    // Records a document that cannot be read or is not well-formed XML (1140) at the place
+    // the status names.
+    bool FailDocument(const ozStatus& status, const std::string& file);
     // As Fail, with no element to point at (line and column unknown).
     bool Fail(int code, std::string description, const std::string& file);
 

@@ -14,7 +14,8 @@ ozADMXNamespace& ozADMXNamespaces::Add(const std::string& targetNamespace)
 }
 
 bool ozADMXNamespaces::CategoryPath(const std::string& targetNamespace, const std::string& name,
-                                    std::vector<std::string>& path, std::string& missing) const
+                                    std::vector<std::string>& path,
+                                    std::pair<std::string, std::string>& missing) const
 {
     path.clear();
     std::string space = targetNamespace;
@@ -31,7 +32,7 @@ bool ozADMXNamespaces::CategoryPath(const std::string& targetNamespace, const st
                 found = &at->second;
         }
         if (found == nullptr || path.size() > limit) {
-            missing = space + ":" + category;
+            missing = {space, category};
             return false;
         }
         path.push_back(found->displayName);

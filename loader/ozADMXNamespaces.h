@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct ozADMXCategory {
@@ -27,10 +28,11 @@ public:
     ozADMXNamespace& Add(const std::string& targetNamespace);
 
     // The display names of the category's ancestors and of the category itself, outermost
-    // first. False when a category on the way is unknown (missing then names it as
-    // "namespace:name") or the parents run in a circle.
+    // first. False when a category on the way is unknown (missing then holds its namespace
+    // and name) or the parents run in a circle.
     bool CategoryPath(const std::string& targetNamespace, const std::string& name,
-                      std::vector<std::string>& path, std::string& missing) const;
+                      std::vector<std::string>& path,
+                      std::pair<std::string, std::string>& missing) const;
 
 private:
     std::map<std::string, ozADMXNamespace> m_namespaces;

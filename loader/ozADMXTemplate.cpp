@@ -41,13 +41,9 @@ bool ozADMXTemplate::Read(const std::string& file, const std::string& resourcesF
     m_file = file;
     std::string bytes;
     if (ozStatus read = ozReadWholeFile(file.c_str(), bytes); !read)
-        return m_calls.Fail(ADMXErrorXml, read.Message(), file);
-    if (ozStatus parsed = ozReadXmlDocument(bytes, m_root); !parsed) {
-        ozXmlElement place;
-        place.line = parsed.Line();
-        place.column = parsed.Column();
-        return m_calls.Fail(ADMXErrorXml, parsed.Message(), Here(place));
-    }
+        return m_calls.FailDocument(read, file);
+    if (ozStatus parsed = ozReadXmlDocument(bytes, m_root); !parsed)
+        return m_calls.FailDocument(parsed, file);
     if (m_root.name != "policyDefinitions")
         return m_calls.Fail(ADMXErrorMissingAttribute,
                             "<" + m_root.name + "> is not <policyDefinitions>", Here(m_root));
@@ -70,14 +66,7 @@ bool ozADMXTemplate::Read(const std::string& file, const std::string& resourcesF
                 return false;
             m_using[*prefix] = *space;
         }
-    ozADMXFailure failure;
-    if (!m_resources.Read(resourcesFile, failure)) {
-        ozXmlElement place;
-        place.line = failure.line;
-        place.column = failure.column;
-        return m_calls.Fail(failure.code, failure.description, {failure.file, place});
-    }
-    return true;
+    return m_resources.Read(resourcesFile, m_calls);
 }
 
 std::string ozADMXTemplate::TargetNamespaceOf(const std::string& file)
@@ -178,15 +167,16 @@ bool ozADMXTemplate::ParentPath(const ozXmlElement& element, const ozADMXNamespa
     std::pair<std::string, std::string> resolved;
     if (ref == nullptr || !Resolve(*ref, Here(*parent), resolved))
         return false;
-    std::string missing;
+    std::pair<std::string, std::string> missing;
     if (!namespaces.CategoryPath(resolved.first, resolved.second, path, missing)) {
-        std::string where = namespaces.Find(resolved.first) != nullptr
+        std::string where = namespaces.Find(missing.first) != nullptr
                                 ? ""
-                                : " (no definitions of the namespace \"" + resolved.first +
+                                : " (no definitions of the namespace \"" + missing.first +
                                       "\" are loaded or beside " + m_file + ")";
-        return m_calls.Fail(ADMXErrorMissingReference,
-                            "the category \"" + missing + "\" is not defined" + where,
-                            Here(*parent));
+        return m_calls.Fail(
+            ADMXErrorMissingReference,
+            "the category \"" + missing.first + ":" + missing.second + "\" is not defined" + where,
+            Here(*parent));
     }
     return true;
 }
@@ -207,8 +197,22 @@ bool ozADMXTemplate::AddCategoryPath(const std::vector<std::string>& path,
 
 bool ozADMXTemplate::Build(ozADMXNamespaces& namespaces)
 {
-    if (!FileCategories(namespaces.Add(m_target)))
+    ozADMXNamespace& own = namespaces.Add(m_target);
+    if (!FileCategories(own))
         return false;
+    // The paths of the document's categories, in the order declared.
+    std::vector<std::pair<const ozXmlElement*, std::vector<std::string>>> categoryPaths;
+    if (const ozXmlElement* categories = m_root.Child("categories"))
+        for (const ozXmlElement& category : categories->children) {
+            const std::string* name = category.Attribute("name");
+            if (category.name != "category" || name == nullptr)
+                continue;
+            std::vector<std::string> path;
+            if (!ParentPath(category, namespaces, path))
+                return false;
+            path.push_back(own.categories[*name].displayName);
+            categoryPaths.emplace_back(&category, std::move(path));
+        }
     struct Placed {
         const ozXmlElement* policy;
         std::vector<std::string> path;
@@ -236,22 +240,11 @@ bool ozADMXTemplate::Build(ozADMXNamespaces& namespaces)
                     heldPaths[className].insert(Joined(entry.path, count));
             placed.push_back(std::move(entry));
         }
-    if (const ozXmlElement* categories = m_root.Child("categories"))
-        for (const std::string& className : {std::string("MACHINE"), std::string("USER")})
-            for (const ozXmlElement& category : categories->children) {
-                const std::string* name = category.Attribute("name");
-                if (name == nullptr)
-                    continue;
-                std::vector<std::string> path;
-                std::string missing;
-                if (!namespaces.CategoryPath(m_target, *name, path, missing))
-                    return m_calls.Fail(ADMXErrorMissingReference,
-                                        "the category \"" + missing + "\" is not defined",
-                                        Here(category));
-                if (heldPaths[className].count(Joined(path, path.size())) != 0 &&
-                    !AddCategoryPath(path, className, Here(category)))
-                    return false;
-            }
+    for (const std::string& className : {std::string("MACHINE"), std::string("USER")})
+        for (const auto& [category, path] : categoryPaths)
+            if (heldPaths[className].count(Joined(path, path.size())) != 0 &&
+                !AddCategoryPath(path, className, Here(*category)))
+                return false;
     ozADMXPolicyBuilder builder(m_file, m_resources, m_calls);
     for (const Placed& entry : placed)
         for (const std::string& className : entry.classes)

@@ -26,6 +26,8 @@ bool ozTakeCommonOption(const std::vector<std::string>& args, std::size_t& i,
         if (language != "en" && language != "de")
             throw ozUsageError("--language takes en or de, not \"" + language + "\"");
         options.language = language;
+    } else if (option == "--template-language") {
+        options.templateLanguage = ozOptionValue(args, i);
     } else if (option == "--answer") {
         const std::string& answer = ozOptionValue(args, i);
         if (!ozAsciiSameIgnoringCase(answer, "yes") && !ozAsciiSameIgnoringCase(answer, "no"))
@@ -74,6 +76,9 @@ const char* ozCommonOptionsHelp()
   --strings FILE        load this host string table instead of the bundled one
   --no-strings          load no host string table (a script then calls AddString)
   --language en|de      which bundled string table to load (default en)
+  --template-language LANG
+                        the language folder of ADMX templates' texts, e.g. de-DE
+                        (default: the user's language, then en-US)
   --answer yes|no       the answer to the control's questions (default no)
   --library NAME        the profile library: ozp, pol, reg or a library file name
                         (default: by the profile files' extension .ozp, .pol or .reg,

@@ -20,6 +20,7 @@ struct ozHostOptions {
     std::string strings;  // empty: the bundled table of `language`
     bool loadStrings = true;
     std::string language = "en";
+    std::string templateLanguage;  // empty: the user's interface language
     bool answerYes = false;
     std::string library;   // empty: the control's default (the .ozp library)
     std::string registry;  // empty: taken from OZADM_REGISTRY

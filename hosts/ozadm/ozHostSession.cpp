@@ -7,6 +7,7 @@
 #include <windows.h>
 #endif
 
+#include "loader/ozADMXLoad.h"
 #include "ozHostStrings.h"
 #include "platform/ozRegistryApi.h"
 
@@ -93,6 +94,7 @@ bool ozHostSession::Prepare(std::ostream& err)
             return false;
         }
     }
+    ozTemplateLanguage(m_options.templateLanguage.c_str());
     if (!m_options.library.empty())
         m_control.ozImpExLibrary(m_options.library);
     if (!m_options.registry.empty() || !m_options.registryUser.empty()) {

@@ -5,6 +5,7 @@
 #include <windows.h>
 #endif
 
+#include "loader/ozADMXLoad.h"
 #include "ozTestFiles.h"
 
 std::string ozSourcePath(const std::string& relative)
@@ -46,7 +47,8 @@ bool ozTemplateLoad::LoadGrammar()
 bool ozTemplateLoad::Load(const std::string& file)
 {
     EBNFSetCodeHandle(m_code);
-    bool loaded = FileLoad(file.c_str(), 1) > 0;
+    bool loaded =
+        (ozIsADMXFile(file.c_str()) ? ozADMXFileLoad(file.c_str()) : FileLoad(file.c_str(), 1)) > 0;
     // The engine hands back what the actions built, also after a failure.
     m_code = static_cast<tTreeCodeHandle*>(EBNFGetCodeHandle());
     m_message = loaded ? "" : ErrorMessage();

@@ -25,8 +25,8 @@ public:
 
     // Loads the shipped grammar (once per process is enough, but harmless again).
     static bool LoadGrammar();
-    // Reads a template into the code object; false when the engine refuses it (then
-    // Message() has the engine's text).
+    // Reads a template (ADM, or ADMX definitions by their extension) into the code object;
+    // false when it is refused (then Message() has the engine's text).
     bool Load(const std::string& file);
     const std::string& Message() const { return m_message; }
     tTreeCodeHandle* Code() const { return m_code; }
