@@ -6,7 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds="${1:-30}"
-targets=(value_text hive private_profile template template_write grammar ozp pol reg)
+targets=(value_text hive private_profile template template_write grammar admx ozp pol reg)
 scripts/setup.sh
 cmake --preset asan >/dev/null
 cmake --build --preset asan --target "${targets[@]/%/_fuzz}"
