@@ -38,6 +38,25 @@ bool ozTokenNumber(intptr_t argument, unsigned long* number)
     return true;
 }
 
+bool ozFetchQword(std::uint64_t* number)
+{
+    std::unique_ptr<char[]> text = ozFetchString();
+    if (text == nullptr)
+        return false;
+    std::uint64_t read = 0;
+    const char* digit = text.get();
+    for (; *digit >= '0' && *digit <= '9'; ++digit) {
+        unsigned value = static_cast<unsigned>(*digit - '0');
+        if (read > (UINT64_MAX - value) / 10)
+            break;
+        read = read * 10 + value;
+    }
+    if (digit == text.get() || *digit != '\0')
+        return ozFail(LoadErrorNumberRequired, text.get());
+    *number = read;
+    return true;
+}
+
 std::unique_ptr<char[]> ozFetchString()
 {
     std::unique_ptr<ozArgument> argument = Fetch(ArgumentString);

@@ -39,6 +39,9 @@ inline ozEBNFToken* ozTokenOf(intptr_t argument)
 }
 // The number of a number token; false, with 1118 reported, for any other token.
 bool ozTokenNumber(intptr_t argument, unsigned long* number);
+// Fetches a String holding an unsigned 64-bit decimal number; false, with 1118 described by
+// the text reported, for any other text, and false without a report when no String is there.
+bool ozFetchQword(std::uint64_t* number);
 
 // Fetch the argument on top of the argument stack as the kind named: null, having reported
 // 1134 described by the kind's name and freed the argument, when it is of another kind; null

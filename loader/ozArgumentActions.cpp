@@ -1,5 +1,6 @@
 // The actions that fill the argument stack and the key names: KEYNAME, values, action lists
 // and the texts of the template (quoted, as written, or by [strings] reference).
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -42,6 +43,16 @@ intptr_t ValueNumeric(intptr_t token)
         if (!ozTokenNumber(token, &number))
             return false;
         return PushSetValue([number](ozADMValue& value) { return value.SetNumeric(number); });
+    });
+}
+
+intptr_t ValueQword(intptr_t)
+{
+    return ozRunAction(StringsErrorOutOfMemory, [] {
+        std::uint64_t number = 0;
+        if (!ozFetchQword(&number))
+            return false;
+        return PushSetValue([number](ozADMValue& value) { return value.SetQword(number); });
     });
 }
 

@@ -193,3 +193,27 @@ OZ_ACTION_API intptr_t SaveMorphString(intptr_t token);
 // Token: a string reference (type 9); upper-cases the name in the token in place and pushes a
 // String copy of its [strings] text. 1129 for another token or a name not in [strings].
 OZ_ACTION_API intptr_t SaveStringFromName(intptr_t token);
+
+// ---- What XML templates have beyond the template language (ozPartActions.cpp,
+// ozPartSettingActions.cpp, ozArgumentActions.cpp). The ADM grammar calls none of these.
+//
+// A 64-bit number comes as a fetched String holding its unsigned decimal digits (the
+// attribute text as written, up to 18446744073709551615): a token holds 32 bits only. Any
+// other text reports 1118 described by the text.
+
+// Creates a multi-line text part (ozADMMultiText, a REG_MULTI_SZ) as CreateEdittext creates
+// an edit text; EndPart binds it.
+OZ_ACTION_API intptr_t CreateMultitext(intptr_t ignored);
+// Token: a number (1118 otherwise), the longest string / the most strings the part's editors
+// accept (0 for no limit).
+OZ_ACTION_API intptr_t MultitextMaxlen(intptr_t token);
+OZ_ACTION_API intptr_t MultitextMaxstrings(intptr_t token);
+// Makes the current numeric part a 64-bit one writing a REG_QWORD.
+OZ_ACTION_API intptr_t NumericQword(intptr_t ignored);
+// As NumericDefault, NumericMin and NumericMax for a 64-bit number fetched as a String.
+OZ_ACTION_API intptr_t NumericQwordDefault(intptr_t ignored);
+OZ_ACTION_API intptr_t NumericQwordMin(intptr_t ignored);
+OZ_ACTION_API intptr_t NumericQwordMax(intptr_t ignored);
+// Pushes a Value holding a 64-bit number (a REG_QWORD) fetched as a String; 1124 / 1007 as
+// ValueNumeric.
+OZ_ACTION_API intptr_t ValueQword(intptr_t ignored);

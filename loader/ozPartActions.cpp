@@ -6,6 +6,7 @@
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMListBox.h"
+#include "core/adm/ozADMMultiText.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/ozADMText.h"
 #include "ozActionSupport.h"
@@ -70,6 +71,11 @@ intptr_t CreateDropdown(intptr_t)
 intptr_t CreateListbox(intptr_t)
 {
     return CreatePart<ozADMListBox>();
+}
+
+intptr_t CreateMultitext(intptr_t)
+{
+    return CreatePart<ozADMMultiText>();
 }
 
 intptr_t EndPart(intptr_t)

@@ -1,6 +1,7 @@
 // The actions that set what every part has and what parts of one kind have: check boxes,
 // numbers, edit texts and combo boxes, drop-down lists and list boxes. Each works on the current
 // part when it is of a kind that has the setting (1113 otherwise).
+#include <cstdint>
 #include <memory>
 
 #include "core/adm/ozADMCheckBox.h"
@@ -8,6 +9,7 @@
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMListBox.h"
+#include "core/adm/ozADMMultiText.h"
 #include "core/adm/ozADMNumeric.h"
 #include "ozActionSupport.h"
 #include "ozGrammarActions.h"
@@ -33,6 +35,19 @@ intptr_t PartNumber(intptr_t token, Apply&& apply)
     return OnPart<Part>([token, &apply](Part& part) {
         unsigned long number = 0;
         if (!ozTokenNumber(token, &number))
+            return false;
+        apply(part, number);
+        return true;
+    });
+}
+
+// Hands the 64-bit number of a fetched String to apply with the current numeric part.
+template <class Apply>
+intptr_t QwordNumber(Apply&& apply)
+{
+    return OnPart<ozADMNumeric>([&apply](ozADMNumeric& part) {
+        std::uint64_t number = 0;
+        if (!ozFetchQword(&number))
             return false;
         apply(part, number);
         return true;
@@ -265,4 +280,44 @@ intptr_t ListboxAdditive(intptr_t)
         part.Additive(true);
         return true;
     });
+}
+
+intptr_t MultitextMaxlen(intptr_t token)
+{
+    return PartNumber<ozADMMultiText>(
+        token, [](ozADMMultiText& part, unsigned long number) { part.MaxLength(number); });
+}
+
+intptr_t MultitextMaxstrings(intptr_t token)
+{
+    return PartNumber<ozADMMultiText>(
+        token, [](ozADMMultiText& part, unsigned long number) { part.MaxStrings(number); });
+}
+
+intptr_t NumericQword(intptr_t)
+{
+    return OnPart<ozADMNumeric>([](ozADMNumeric& part) {
+        part.Qword(true);
+        return true;
+    });
+}
+
+intptr_t NumericQwordDefault(intptr_t)
+{
+    return QwordNumber([](ozADMNumeric& part, std::uint64_t number) {
+        part.Default(number);
+        part.DefaultEmpty(false);
+        part.Value(number);
+        part.Empty(false);
+    });
+}
+
+intptr_t NumericQwordMin(intptr_t)
+{
+    return QwordNumber([](ozADMNumeric& part, std::uint64_t number) { part.Min(number); });
+}
+
+intptr_t NumericQwordMax(intptr_t)
+{
+    return QwordNumber([](ozADMNumeric& part, std::uint64_t number) { part.Max(number); });
 }

@@ -7,10 +7,7 @@
 #include <string>
 #include <vector>
 
-class ozRegValue;
-
-// The 64-bit number type, which the value's text form treats as bytes.
-inline constexpr unsigned long RegQword = 11;
+#include "core/registry/ozRegValue.h"
 
 // Types 4, 5 and 11: the editor shows them as numbers.
 bool ozValueIsNumber(unsigned long type);

@@ -37,6 +37,7 @@ enum : unsigned long {
     CtrlText = 5,
     CtrlDropdownList = 6,
     CtrlListBox = 7,
+    CtrlMultiText = 8,  // ozADMMultiText: lines as a REG_MULTI_SZ (XML templates only)
 };
 
 class ozADMCtrl {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <string>
 
 #include "core/registry/ozRegValue.h"
 #include "core/registry/ozSubKey.h"
@@ -17,9 +18,14 @@ ozADMNumeric::~ozADMNumeric() = default;
 bool ozADMNumeric::_AddRegWrites(ozADMRegWrites& writes, bool enabled) const
 {
     // An empty part writes the number it would show: the template's default, else the lowest
-    // number it allows. Always a REG_DWORD, even where the template asks for text conversion.
+    // number it allows. Always a REG_DWORD, even where the template asks for text conversion,
+    // unless the part is a 64-bit one.
     ozADMValue written;
-    written.SetNumeric(!LeftEmpty() ? m_value : m_defaultEmpty ? m_min : m_default);
+    std::uint64_t number = !LeftEmpty() ? m_value : m_defaultEmpty ? m_min : m_default;
+    if (m_qword)
+        written.SetQword(number);
+    else
+        written.SetNumeric(static_cast<std::uint32_t>(number));
     return AddOwnWrite(writes, enabled, written);
 }
 
@@ -33,10 +39,19 @@ bool ozADMNumeric::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
     if (!_SaveHeadADM(file, tree, policyKey, "NUMERIC") ||
         !_SaveValueNameADM(file, tree, /*withRequired=*/true))
         return false;
-    if (!m_defaultEmpty && !ozWriteNumberLine(file, tree, "DEFAULT", m_default))
+    // A 64-bit part is written as the nearest 32-bit one: its numbers cut to what a REG_DWORD
+    // holds.
+    if (m_qword)
+        tree.ReportConversionLoss(std::string("the 64-bit number part ") +
+                                  (Name() != nullptr ? Name() : "") +
+                                  " is written as a 32-bit NUMERIC (REG_DWORD)");
+    auto written = [](std::uint64_t number) {
+        return static_cast<unsigned long>(std::min<std::uint64_t>(number, UINT32_MAX));
+    };
+    if (!m_defaultEmpty && !ozWriteNumberLine(file, tree, "DEFAULT", written(m_default)))
         return false;
-    if (!ozWriteNumberLine(file, tree, "MIN", m_min) ||
-        !ozWriteNumberLine(file, tree, "MAX", m_max) ||
+    if (!ozWriteNumberLine(file, tree, "MIN", written(m_min)) ||
+        !ozWriteNumberLine(file, tree, "MAX", written(m_max)) ||
         !ozWriteNumberLine(file, tree, "SPIN", static_cast<unsigned long>(m_spin)))
         return false;
     // Without a line feed: what follows continues on the same line, which reads back alike
@@ -59,14 +74,17 @@ tSYNCSTATE ozADMNumeric::Sync()
     ozRegValue* value = SyncOwnValue(&early);
     if (value == nullptr)
         return early;
-    if (!value->IsInsert() || value->Type() != RegDword)
+    if (!value->IsInsert() || value->Type() != (m_qword ? RegQword : RegDword))
         return NotAnInsert(*value);
-    // A REG_DWORD read from outside may carry fewer than four bytes; the missing ones count
+    // A number read from outside may carry fewer bytes than its width; the missing ones count
     // as zero.
-    std::uint32_t number = 0;
+    std::uint32_t dword = 0;
+    std::uint64_t qword = 0;
+    void* number = m_qword ? static_cast<void*>(&qword) : &dword;
+    std::size_t width = m_qword ? sizeof qword : sizeof dword;
     if (value->Data() != nullptr)
-        std::memcpy(&number, value->Data(), std::min<unsigned long>(value->Size(), sizeof number));
-    m_value = number;
+        std::memcpy(number, value->Data(), std::min<std::size_t>(value->Size(), width));
+    m_value = m_qword ? qword : dword;
     m_empty = false;
     return SyncEnabled;
 }
@@ -83,6 +101,7 @@ ozADMCtrl* ozADMNumeric::Copy() const
     copy->m_max = m_max;
     copy->m_spin = m_spin;
     copy->m_txtConvert = m_txtConvert;
+    copy->m_qword = m_qword;
     return copy;
 }
 
@@ -91,22 +110,22 @@ ozADMCtrl* ozADMNumeric::New() const
     return new ozADMNumeric;
 }
 
-void ozADMNumeric::Value(unsigned long value)
+void ozADMNumeric::Value(std::uint64_t value)
 {
     m_value = value;
 }
 
-unsigned long ozADMNumeric::Value() const
+std::uint64_t ozADMNumeric::Value() const
 {
     return m_value;
 }
 
-void ozADMNumeric::Default(unsigned long value)
+void ozADMNumeric::Default(std::uint64_t value)
 {
     m_default = value;
 }
 
-unsigned long ozADMNumeric::Default() const
+std::uint64_t ozADMNumeric::Default() const
 {
     return m_default;
 }
@@ -131,22 +150,22 @@ bool ozADMNumeric::DefaultEmpty() const
     return m_defaultEmpty;
 }
 
-void ozADMNumeric::Min(unsigned long min)
+void ozADMNumeric::Min(std::uint64_t min)
 {
     m_min = min;
 }
 
-unsigned long ozADMNumeric::Min() const
+std::uint64_t ozADMNumeric::Min() const
 {
     return m_min;
 }
 
-void ozADMNumeric::Max(unsigned long max)
+void ozADMNumeric::Max(std::uint64_t max)
 {
     m_max = max;
 }
 
-unsigned long ozADMNumeric::Max() const
+std::uint64_t ozADMNumeric::Max() const
 {
     return m_max;
 }
@@ -169,4 +188,14 @@ void ozADMNumeric::TxtConvert(bool convert)
 bool ozADMNumeric::TxtConvert() const
 {
     return m_txtConvert;
+}
+
+void ozADMNumeric::Qword(bool qword)
+{
+    m_qword = qword;
+}
+
+bool ozADMNumeric::Qword() const
+{
+    return m_qword;
 }

@@ -289,6 +289,7 @@ bool ozADMPolicy::SaveNode(FILE* file)
     ozSubKey* key = RegKey();
     if (tree == nullptr || !ozWriteTextLine(file, *tree, "POLICY", Name()))
         return false;
+    tree->WritingPolicy(Name());
     tree->IndentInc();
     if (m_explain != nullptr && !(ozBeginVersionBlock(file, *tree, 2) &&
                                   ozWriteTextLine(file, *tree, "EXPLAIN", m_explain.get()) &&

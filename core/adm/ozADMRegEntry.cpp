@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "core/registry/ozRegValue.h"
 #include "core/tree/ozOwnedText.h"
 
 namespace {
@@ -118,19 +119,27 @@ const char* ozADMRegEntry::ExportString() const
             text += m_valueName.get();
         text += "\",\"";
         // A deletion or an empty value still names a string type.
-        if (m_value.Type() == ozADMValue::ValueNumeric)
+        unsigned int kind = m_value.Type();
+        if (kind == ozADMValue::ValueNumeric)
             text += "REG_DWORD";
+        else if (kind == ozADMValue::ValueQword)
+            text += "REG_QWORD";
+        else if (kind == ozADMValue::ValueMultiString)
+            text += "REG_MULTI_SZ";
         else
             text += m_expand ? "REG_EXPAND_SZ" : "REG_SZ";
         text += "\",\"";
-        if (m_value.Type() == ozADMValue::ValueNumeric) {
-            char number[24];
-            std::snprintf(number, sizeof number, "%lu", static_cast<unsigned long>(m_value));
-            text += number;
-        } else if (m_value.Type() == ozADMValue::ValueString) {
+        if (kind == ozADMValue::ValueNumeric || kind == ozADMValue::ValueQword) {
+            text += std::to_string(m_value.Qword());
+        } else if (kind == ozADMValue::ValueString) {
             const char* data = m_value;
             if (data != nullptr)
                 text += data;
+        } else if (kind == ozADMValue::ValueMultiString) {
+            // The registry's text form: every string ended by "~".
+            ozRegValue written;
+            m_value.SaveToRegistry(written);
+            text += written.FormattedValue();
         }
     }
     text += "\"";

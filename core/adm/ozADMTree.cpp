@@ -80,10 +80,27 @@ bool ozADMTree::Save(FILE* file)
     m_strings.RemoveAll();
     m_stringCounter = 0;
     m_indentation = 0;
+    m_conversionLosses.clear();
+    m_writingPolicy.clear();
     // Buffered output fails only when it reaches the device, so the flush belongs to the save.
     bool saved = ozTree::Save(file) && SaveStringList(file) && std::fflush(file) == 0;
     m_strings.RemoveAll();
     return saved;
+}
+
+const std::vector<std::string>& ozADMTree::ConversionLosses() const
+{
+    return m_conversionLosses;
+}
+
+void ozADMTree::ReportConversionLoss(const std::string& what)
+{
+    m_conversionLosses.push_back(m_writingPolicy + ": " + what);
+}
+
+void ozADMTree::WritingPolicy(const char* name)
+{
+    m_writingPolicy = name != nullptr ? name : "";
 }
 
 bool ozADMTree::WriteString(FILE* file, const char* text)

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdio>
+#include <string>
+#include <vector>
 
 #include "core/registry/ozRegTree.h"
 #include "core/tree/CCollection.h"
@@ -34,6 +36,15 @@ public:
     // without key, or when the stream cannot be flushed; the [strings] section is then not
     // written, and what was written stays in the stream.
     bool Save(FILE* file) override;
+    // What the last Save could not express in the template language, one line per loss in
+    // writing order: "policy name: what was written instead, or left out". A save with losses
+    // still succeeds, and its template loads again.
+    const std::vector<std::string>& ConversionLosses() const;
+    // Records a loss for the policy being written (see WritingPolicy).
+    void ReportConversionLoss(const std::string& what);
+    // The policy whose text is being written, named in the losses reported until the next
+    // call (copied; null for none).
+    void WritingPolicy(const char* name);
     // Writes "" for a null or empty text; otherwise the next reference !!stringN, remembering
     // the text for the [strings] section. Every call takes a new number, even for a text
     // written before. False for a null stream or a failed write.
@@ -62,4 +73,6 @@ private:
     CCollection<ozADMStringEntry> m_strings{true};
     unsigned long m_stringCounter = 0;
     unsigned long m_indentation = 0;
+    std::vector<std::string> m_conversionLosses;
+    std::string m_writingPolicy;
 };

@@ -21,7 +21,10 @@ bool IsComparableItemType(tREGITEMTYPE itemType)
 }  // namespace
 
 ozADMValue::ozADMValue(const ozADMValue& other)
-    : m_kind(other.m_kind), m_number(other.m_number), m_string(ozCopyText(other.m_string.get()))
+    : m_kind(other.m_kind),
+      m_number(other.m_number),
+      m_string(ozCopyText(other.m_string.get())),
+      m_lines(other.m_lines)
 {
 }
 
@@ -66,11 +69,42 @@ bool ozADMValue::SetString(const char* s)
     return true;
 }
 
+bool ozADMValue::SetQword(std::uint64_t number)
+{
+    _Clear();
+    m_kind = ValueQword;
+    m_number = number;
+    return true;
+}
+
+bool ozADMValue::SetMultiString(const std::vector<std::string>& lines)
+{
+    std::vector<std::string> kept;
+    for (const std::string& line : lines)
+        if (!line.empty())
+            kept.push_back(line);
+    _Clear();
+    m_kind = ValueMultiString;
+    m_lines = std::move(kept);
+    return true;
+}
+
+std::uint64_t ozADMValue::Qword() const
+{
+    return m_kind == ValueNumeric || m_kind == ValueQword ? m_number : 0;
+}
+
+const std::vector<std::string>& ozADMValue::Lines() const
+{
+    return m_lines;
+}
+
 ozADMValue::operator unsigned long() const
 {
     switch (m_kind) {
         case ValueNumeric:
-            return m_number;
+        case ValueQword:
+            return static_cast<unsigned long>(m_number);
         case ValueString:
             // atol's reading; strtol gives the same number and clamps where atol's overflow
             // would be undefined.
@@ -106,6 +140,18 @@ bool ozADMValue::IsEqualWith(ozRegValue& value) const
             std::memcpy(&word, value.Data(), sizeof word);
             return word == m_number;
         }
+        case ValueQword: {
+            if (!value.IsInsert() || value.Type() != RegQword)
+                return false;
+            if (value.Data() == nullptr || value.Size() < sizeof(std::uint64_t))
+                return false;
+            std::uint64_t number;
+            std::memcpy(&number, value.Data(), sizeof number);
+            return number == m_number;
+        }
+        case ValueMultiString:
+            return value.IsInsert() && value.Type() == RegMultiSz &&
+                   value.MultiStringLines() == m_lines;
         case ValueString: {
             if (!value.IsInsert() || m_string == nullptr)
                 return false;
@@ -132,6 +178,10 @@ bool ozADMValue::SaveToRegistry(ozRegValue& value) const
         case ValueString:
             // Always a plain string: the parts that want an expandable one write it themselves.
             return value.SetString(m_string.get());
+        case ValueQword:
+            return value.SetQWORD(m_number);
+        case ValueMultiString:
+            return value.SetMultiString(m_lines);
         default:
             return false;
     }
@@ -145,9 +195,24 @@ bool ozADMValue::SaveADM(FILE* file, ozADMTree& tree) const
         case ValueDelete:
             return std::fprintf(file, "DELETE") >= 0;
         case ValueNumeric:
-            return std::fprintf(file, "%s %lu", "NUMERIC", m_number) >= 0;
+            return std::fprintf(file, "%s %lu", "NUMERIC", static_cast<unsigned long>(m_number)) >=
+                   0;
         case ValueString:
             return tree.WriteString(file, m_string.get());
+        case ValueQword:
+            tree.ReportConversionLoss("the 64-bit number " + std::to_string(m_number) +
+                                      " is written as a 32-bit NUMERIC (REG_DWORD)");
+            return std::fprintf(file, "%s %lu", "NUMERIC",
+                                static_cast<unsigned long>(static_cast<std::uint32_t>(m_number))) >=
+                   0;
+        case ValueMultiString: {
+            tree.ReportConversionLoss(
+                "a list of strings (REG_MULTI_SZ) is written as one string (REG_SZ)");
+            std::string joined;
+            for (const std::string& line : m_lines)
+                joined += (joined.empty() ? "" : " ") + line;
+            return tree.WriteString(file, joined.c_str());
+        }
         default:
             return false;
     }
@@ -159,10 +224,10 @@ ozADMValue& ozADMValue::operator=(const ozADMValue& other)
         return *this;
     _Clear();
     m_kind = other.m_kind;
-    if (m_kind == ValueNumeric)
-        m_number = other.m_number;
-    else if (m_kind == ValueString)
+    m_number = other.m_number;
+    if (m_kind == ValueString)
         m_string = ozCopyText(other.m_string.get());
+    m_lines = other.m_lines;
     return *this;
 }
 
@@ -183,6 +248,7 @@ bool ozADMValue::SaveToCollection(unsigned int root, const char* key, const char
 void ozADMValue::_Clear()
 {
     m_string.reset();
+    m_lines.clear();
     m_number = 0;
     m_kind = ValueEmpty;
 }

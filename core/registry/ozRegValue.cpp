@@ -368,6 +368,32 @@ bool ozRegValue::SetDWORD(unsigned long d)
     return true;
 }
 
+bool ozRegValue::SetQWORD(std::uint64_t number)
+{
+    unsigned char bytes[sizeof number];
+    std::memcpy(bytes, &number, sizeof number);
+    if (!StoreDatum(m_data, sizeof bytes, bytes))
+        return false;
+    m_type = RegQword;
+    MakeInsertLike();
+    return true;
+}
+
+bool ozRegValue::SetMultiString(const std::vector<std::string>& lines)
+{
+    std::string bytes;
+    for (const std::string& line : lines)
+        if (!line.empty())
+            bytes.append(line.c_str(), line.size() + 1);
+    bytes.push_back('\0');
+    if (!StoreDatum(m_data, static_cast<unsigned long>(bytes.size()),
+                    reinterpret_cast<const unsigned char*>(bytes.data())))
+        return false;
+    m_type = RegMultiSz;
+    MakeInsertLike();
+    return true;
+}
+
 bool ozRegValue::SetData(unsigned long type, unsigned long size, const unsigned char* data)
 {
     if (data == nullptr)
@@ -597,4 +623,19 @@ bool ozRegValue::RefreshVariablesFlag(bool full, bool parentHasVariables)
     }
     m_holdsVariable = holdsVariable;
     return true;
+}
+
+std::vector<std::string> ozRegValue::MultiStringLines() const
+{
+    std::vector<std::string> lines;
+    const char* at = reinterpret_cast<const char*>(Data());
+    const char* end = at + (at != nullptr ? Size() : 0);
+    while (at < end && *at != '\0') {
+        const char* stop = static_cast<const char*>(std::memchr(at, '\0', end - at));
+        if (stop == nullptr)
+            stop = end;
+        lines.emplace_back(at, stop);
+        at = stop + 1;
+    }
+    return lines;
 }

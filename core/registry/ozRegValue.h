@@ -3,8 +3,10 @@
 // a flag telling whether its key path, name or data hold a variable (`ozVariableMarkers`).
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ozRegItem.h"
 
@@ -45,6 +47,7 @@ enum : unsigned long {
     RegDword = 4,
     RegDwordBigEndian = 5,
     RegMultiSz = 7,
+    RegQword = 11,
 };
 
 // Text form: strings (types 1, 2, 7) show every byte with the terminator, a zero byte as "~"
@@ -101,6 +104,13 @@ public:
     // Stores the 32-bit number d in machine byte order (type 4, size 4); an operation that is
     // not insert-like becomes 'I'.
     virtual bool SetDWORD(unsigned long d);
+    // Stores the 64-bit number in machine byte order (type 11, size 8); the operation as for
+    // SetDWORD.
+    virtual bool SetQWORD(std::uint64_t number);
+    // Stores the lines as a multi-string (type 7): each line with its terminator, then the
+    // closing terminator. Empty lines are left out, as an empty string would end the list.
+    // The operation as for SetDWORD.
+    virtual bool SetMultiString(const std::vector<std::string>& lines);
     // Stores a copy of the bytes with the given type, leaving the operation as it is; size 0
     // keeps a one-byte zero buffer. False for null data.
     virtual bool SetData(unsigned long type, unsigned long size, const unsigned char* data);
@@ -151,6 +161,9 @@ public:
     // The first datum read as text up to its first zero byte, never beyond Size(): data read
     // from outside need not carry a terminator. Empty without data.
     std::string DataText() const;
+    // The first datum read as a multi-string: its strings up to the first empty one, never
+    // beyond Size() (a last string without terminator counts). Empty without data.
+    std::vector<std::string> MultiStringLines() const;
 
 private:
     struct Datum {
