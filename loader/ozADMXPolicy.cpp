@@ -143,14 +143,17 @@ bool ozADMXPolicyBuilder::AddPart(const ozXmlElement& element, const ozXmlElemen
     const std::string& kind = element.name;
     if (kind == "boolean")
         return CheckBox(part);
-    if (kind == "decimal")
-        return Numeric(part);
+    if (kind == "decimal" || kind == "longDecimal")
+        return Flag(element, "storeAsText") ? NumberAsText(part)
+                                            : Numeric(part, kind == "longDecimal");
     if (kind == "text")
         return Text(part);
     if (kind == "enum")
         return Dropdown(part);
     if (kind == "list")
         return ListBox(part);
+    if (kind == "multiText")
+        return MultiText(part);
     return m_calls.Fail(ADMXErrorBadValue, "<" + kind + "> is not an element of a policy",
                         Here(element));
 }
@@ -196,26 +199,65 @@ bool ozADMXPolicyBuilder::CheckBox(const Part& part)
     return m_calls.Call(EndPart, at);
 }
 
-bool ozADMXPolicyBuilder::Numeric(const Part& part)
+bool ozADMXPolicyBuilder::NumberAsText(const Part& part)
+{
+    // The number is meant to be stored as a REG_SZ text: an edit text part writes that, where
+    // a numeric part always writes a REG_DWORD or REG_QWORD (docs/admx.md).
+    ozADMXPlace at = Here(part.element);
+    if (!m_calls.PushAndCall(part.label, CreateEdittext, at) || !PartSettings(part))
+        return false;
+    if (const std::string* initial =
+            part.shown != nullptr ? part.shown->Attribute("defaultValue") : nullptr)
+        if (!m_calls.PushAndCall(*initial, ComboboxDefault, Shown(*part.shown)))
+            return false;
+    return m_calls.Call(EndPart, at);
+}
+
+bool ozADMXPolicyBuilder::Numeric(const Part& part, bool qword)
 {
     ozADMXPlace at = Here(part.element);
-    if (Flag(part.element, "storeAsText")) {
-        // The number is meant to be stored as a REG_SZ text: an edit text part writes that,
-        // where a numeric part always writes a REG_DWORD (docs/admx.md).
-        if (!m_calls.PushAndCall(part.label, CreateEdittext, at) || !PartSettings(part))
+    if (!m_calls.PushAndCall(part.label, CreateNumeric, at) || !PartSettings(part) ||
+        (qword && !m_calls.Call(NumericQword, at)))
+        return false;
+    // A 64-bit number goes to its action as text, which the action reads and checks.
+    auto setNumber = [&](const ozXmlElement& holder, const char* attribute, ozEBNFAction action,
+                         ozEBNFAction qwordAction, const ozADMXPlace& place,
+                         const std::string& file) {
+        if (holder.Attribute(attribute) == nullptr)
+            return true;
+        if (qword)
+            return m_calls.PushAndCall(*holder.Attribute(attribute), qwordAction, place);
+        uint32_t number = 0;
+        return Number(holder, attribute, 0, number, file) &&
+               m_calls.CallWithNumber(action, number, place);
+    };
+    if (!setNumber(part.element, "minValue", NumericMin, NumericQwordMin, at, m_file) ||
+        !setNumber(part.element, "maxValue", NumericMax, NumericQwordMax, at, m_file))
+        return false;
+    if (part.shown != nullptr) {
+        ozADMXPlace shownAt = Shown(*part.shown);
+        if (!setNumber(*part.shown, "defaultValue", NumericDefault, NumericQwordDefault, shownAt,
+                       m_resources.File()))
             return false;
-        if (const std::string* initial =
-                part.shown != nullptr ? part.shown->Attribute("defaultValue") : nullptr)
-            if (!m_calls.PushAndCall(*initial, ComboboxDefault, Shown(*part.shown)))
-                return false;
-        return m_calls.Call(EndPart, at);
+        // Without a spin control the step is 0, as SPIN 0 says in an ADM template.
+        uint32_t step = 0;
+        bool spins = part.shown->Attribute("spin") == nullptr || Flag(*part.shown, "spin");
+        if (!Number(*part.shown, "spinStep", 1, step, m_resources.File()) ||
+            !m_calls.CallWithNumber(NumericSpin, spins ? step : 0, shownAt))
+            return false;
     }
-    if (!m_calls.PushAndCall(part.label, CreateNumeric, at) || !PartSettings(part))
+    return m_calls.Call(EndPart, at);
+}
+
+bool ozADMXPolicyBuilder::MultiText(const Part& part)
+{
+    ozADMXPlace at = Here(part.element);
+    if (!m_calls.PushAndCall(part.label, CreateMultitext, at) || !PartSettings(part))
         return false;
     struct Limit {
         const char* attribute;
         ozEBNFAction action;
-    } limits[] = {{"minValue", NumericMin}, {"maxValue", NumericMax}};
+    } limits[] = {{"maxLength", MultitextMaxlen}, {"maxStrings", MultitextMaxstrings}};
     for (const Limit& limit : limits)
         if (part.element.Attribute(limit.attribute) != nullptr) {
             uint32_t number = 0;
@@ -223,20 +265,6 @@ bool ozADMXPolicyBuilder::Numeric(const Part& part)
                 !m_calls.CallWithNumber(limit.action, number, at))
                 return false;
         }
-    if (part.shown != nullptr) {
-        ozADMXPlace shownAt = Shown(*part.shown);
-        uint32_t number = 0;
-        if (part.shown->Attribute("defaultValue") != nullptr &&
-            (!Number(*part.shown, "defaultValue", 0, number, m_resources.File()) ||
-             !m_calls.CallWithNumber(NumericDefault, number, shownAt)))
-            return false;
-        // Without a spin control the step is 0, as SPIN 0 says in an ADM template.
-        const std::string* spin = part.shown->Attribute("spin");
-        bool spins = spin == nullptr || Flag(*part.shown, "spin");
-        if (!Number(*part.shown, "spinStep", 1, number, m_resources.File()) ||
-            !m_calls.CallWithNumber(NumericSpin, spins ? number : 0, shownAt))
-            return false;
-    }
     return m_calls.Call(EndPart, at);
 }
 
@@ -315,11 +343,15 @@ bool ozADMXPolicyBuilder::ListBox(const Part& part)
     ozADMXPlace at = Here(part.element);
     if (!m_calls.PushAndCall(part.label, CreateListbox, at) || !PartSettings(part))
         return false;
-    if (const std::string* prefix = part.element.Attribute("valuePrefix"))
+    // Explicit value names make a prefix meaningless; real templates give both, the prefix
+    // empty, where ADM would refuse the pair.
+    if (Flag(part.element, "explicitValue")) {
+        if (!m_calls.Call(ListboxExplicit, at))
+            return false;
+    } else if (const std::string* prefix = part.element.Attribute("valuePrefix")) {
         if (!m_calls.PushAndCall(*prefix, ListboxValueprefix, at))
             return false;
-    if (Flag(part.element, "explicitValue") && !m_calls.Call(ListboxExplicit, at))
-        return false;
+    }
     if (Flag(part.element, "additive") && !m_calls.Call(ListboxAdditive, at))
         return false;
     return m_calls.Call(EndPart, at);
@@ -337,6 +369,10 @@ bool ozADMXPolicyBuilder::PushValue(const ozXmlElement& holder)
         if (m_calls.Required(at, "value") == nullptr || !Number(value, "value", 0, number, m_file))
             return false;
         return m_calls.CallWithNumber(ValueNumeric, number, at);
+    }
+    if (value.name == "longDecimal") {
+        const std::string* number = m_calls.Required(at, "value");
+        return number != nullptr && m_calls.PushAndCall(*number, ValueQword, at);
     }
     if (value.name == "string")
         return m_calls.PushAndCall(value.text, ValueString, at);

@@ -30,12 +30,15 @@ private:
     bool AddPart(const ozXmlElement& element, const ozXmlElement* shown);
     bool PartSettings(const Part& part);
     bool CheckBox(const Part& part);
-    bool Numeric(const Part& part);
+    bool Numeric(const Part& part, bool qword);
+    bool NumberAsText(const Part& part);
+    bool MultiText(const Part& part);
     bool Text(const Part& part);
     bool Dropdown(const Part& part);
     bool ListBox(const Part& part);
 
-    // Pushes the Value that the element's one child (<decimal>, <string>, <delete>) means.
+    // Pushes the Value that the element's one child (<decimal>, <longDecimal>, <string>,
+    // <delete>) means.
     bool PushValue(const ozXmlElement& holder);
     // Pushes an Actionlist of the list's <item>s, each in its own key or else the list's
     // defaultKey or else the key in force.

@@ -8,6 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "core/adm/ozADMEditText.h"
+#include "core/adm/ozADMMultiText.h"
+#include "core/adm/ozADMNumeric.h"
+#include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMTree.h"
 #include "loader/ozADMXLoad.h"
 #include "platform/ozUserLanguage.h"
@@ -49,6 +53,32 @@ TEST_F(ADMXLoadTest, EveryConstructMapsAsTheADMWrittenByHand)
     const std::string adm = Template("mapping.adm");
     EXPECT_EQ(ozFirstDifference(TreeOf({adm}), TreeOf({admx})), "");
     EXPECT_EQ(ozFirstDifference(TreeOf({adm, adm}), TreeOf({adm, admx})), "");
+}
+
+// Multi-line texts and 64-bit numbers, which ADM templates cannot express.
+TEST_F(ADMXLoadTest, MultiLineTextsAnd64BitNumbers)
+{
+    ozTemplateLoad load;
+    ASSERT_TRUE(load.Load(Template("beyond-adm.admx"))) << load.Message();
+    auto* policy = static_cast<ozADMPolicy*>(load.Tree().FindNode("USER\\Big"));
+    ASSERT_NE(policy, nullptr);
+    EXPECT_EQ(policy->ValueOn().Qword(), UINT64_MAX);
+    auto* lines = dynamic_cast<ozADMMultiText*>(policy->Controls().At(0));
+    ASSERT_NE(lines, nullptr);
+    EXPECT_STREQ(lines->ValueName(), "lines");
+    EXPECT_TRUE(lines->Required());
+    EXPECT_EQ(lines->MaxLength(), 80u);
+    EXPECT_EQ(lines->MaxStrings(), 5u);
+    auto* quad = dynamic_cast<ozADMNumeric*>(policy->Controls().At(1));
+    ASSERT_NE(quad, nullptr);
+    EXPECT_TRUE(quad->Qword());
+    EXPECT_EQ(quad->Min(), 5000000000u);
+    EXPECT_EQ(quad->Max(), 9000000000u);
+    EXPECT_EQ(quad->Default(), 6000000000u);
+    EXPECT_EQ(quad->Spin(), 1000);
+    auto* asText = dynamic_cast<ozADMEditText*>(policy->Controls().At(2));
+    ASSERT_NE(asText, nullptr) << "a number stored as text is an edit text";
+    EXPECT_STREQ(asText->Default(), "7");
 }
 
 TEST_F(ADMXLoadTest, TextsComeFromTheLanguageFolderThenEnglish)
@@ -161,9 +191,9 @@ TEST_F(ADMXLoadTest, ErrorsNameFileLineAndWhat)
         {head + policy + "key='k'><elements>\n<decimal id='d' valueName='d' maxValue='-1'/>" +
              "</elements></policy>" + tail,
          adml, "t.admx:4:1: error 1147", "\"-1\""},
-        {head + policy + "key='k'><elements>\n<list id='l' valuePrefix='p' explicitValue='1'/>" +
+        {head + policy + "key='k'><elements>\n<longDecimal id='q' valueName='q' maxValue='x'/>" +
              "</elements></policy>" + tail,
-         adml, "t.admx:4:1: error 1132", ""},  // an action's own error, at its element
+         adml, "t.admx:4:1: error 1118", "x"},  // an action's own error, at its element
         {head + tail, "<policyDefinitionResources>", "en-US/t.adml:1:", "error 1140"},
     };
     namespace fs = std::filesystem;
