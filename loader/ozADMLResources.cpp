@@ -14,6 +14,21 @@ const ozXmlElement* Table(const ozXmlElement& root, std::string_view name)
 
 }  // namespace
 
+std::string ozADMXModelText(std::string_view text)
+{
+    std::string escaped;
+    escaped.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+            continue;
+        if (text[i] == '\n')
+            escaped += "\\n";
+        else
+            escaped += text[i];
+    }
+    return escaped;
+}
+
 std::string_view ozADMXReferenceId(std::string_view reference, std::string_view kind)
 {
     if (reference.size() < kind.size() + 4 || reference.substr(0, 2) != "$(" ||
@@ -59,13 +74,13 @@ bool ozADMLResources::Text(const std::string& reference, const ozADMXPlace& at,
 {
     std::string_view id = ozADMXReferenceId(reference, "string");
     if (id.empty()) {
-        text = reference;
+        text = ozADMXModelText(reference);
         return true;
     }
     const std::string* found = String(id);
     if (found == nullptr)
         return calls.Fail(ADMXErrorNoString,
                           "the string \"" + std::string(id) + "\" is not in " + m_file, at);
-    text = *found;
+    text = ozADMXModelText(*found);
     return true;
 }

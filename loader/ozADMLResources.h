@@ -27,9 +27,9 @@ public:
     // The presentation id, or null without one. It lives as long as this object.
     const ozXmlElement* Presentation(std::string_view id) const;
 
-    // What a display name or explain text of the definitions says: "$(string.ID)" is the text
-    // of ID, any other text is taken as written. False, with 1142 recorded at `at`, for an id
-    // the string table lacks.
+    // What a display name or explain text of the definitions says, as a model text
+    // (ozADMXModelText): "$(string.ID)" is the text of ID, any other text is taken as written.
+    // False, with 1142 recorded at `at`, for an id the string table lacks.
     bool Text(const std::string& reference, const ozADMXPlace& at, ozADMXActionCalls& calls,
               std::string& text) const;
 
@@ -39,6 +39,11 @@ private:
     std::unordered_map<std::string_view, const std::string*> m_strings;
     std::unordered_map<std::string_view, const ozXmlElement*> m_presentations;
 };
+
+// A text of the resources as the policy model holds template texts: each line break as the
+// two characters "\n", the line-break escape of ADM [strings] that the views show as a line
+// break and the ADM writer writes as it is.
+std::string ozADMXModelText(std::string_view text);
 
 // The id inside "$(kind.ID)", or an empty view when reference is not of that form.
 std::string_view ozADMXReferenceId(std::string_view reference, std::string_view kind);

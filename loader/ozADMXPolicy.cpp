@@ -100,7 +100,7 @@ bool ozADMXPolicyBuilder::Parts(const ozXmlElement& policy)
         for (const ozXmlElement& shown : presentation->children) {
             if (shown.name == "text") {
                 // A label alone: a text part, whose empty value name is never written.
-                if (!m_calls.PushAndCall(shown.text, CreateText, Shown(shown)) ||
+                if (!m_calls.PushAndCall(ozADMXModelText(shown.text), CreateText, Shown(shown)) ||
                     !m_calls.PushAndCall("", PartValuename, Shown(shown)) ||
                     !m_calls.Call(EndPart, Shown(shown)))
                     return false;
@@ -136,9 +136,9 @@ bool ozADMXPolicyBuilder::AddPart(const ozXmlElement& element, const ozXmlElemen
             return false;
         part.label = *id;
     } else if (const std::string* label = ChildText(shown, "label")) {
-        part.label = *label;
+        part.label = ozADMXModelText(*label);
     } else {
-        part.label = shown->text;
+        part.label = ozADMXModelText(shown->text);
     }
     const std::string& kind = element.name;
     if (kind == "boolean")
