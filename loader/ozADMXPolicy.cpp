@@ -51,20 +51,11 @@ bool ozADMXPolicyBuilder::Build(const ozXmlElement& policy, const std::vector<st
     if (const std::string* extension = policy.Attribute("clientExtension"))
         if (!m_calls.PushAndCall(*extension, PolicyClientExt, at))
             return false;
-    struct ValueAction {
-        const char* holder;
-        bool list;
-        ozEBNFAction action;
-    } values[] = {{"enabledValue", false, PolicyValueOn},
-                  {"disabledValue", false, PolicyValueOff},
-                  {"enabledList", true, PolicyActionlistOn},
-                  {"disabledList", true, PolicyActionlistOff}};
-    for (const ValueAction& each : values)
-        if (const ozXmlElement* holder = policy.Child(each.holder))
-            if (!(each.list ? PushValueList(*holder) : PushValue(*holder)) ||
-                !m_calls.Call(each.action, Here(*holder)))
-                return false;
-    if (!Parts(policy) || !m_calls.Call(EndPolicy, at))
+    if (!Values(policy, {{"enabledValue", false, PolicyValueOn},
+                         {"disabledValue", false, PolicyValueOff},
+                         {"enabledList", true, PolicyActionlistOn},
+                         {"disabledList", true, PolicyActionlistOff}}) ||
+        !Parts(policy) || !m_calls.Call(EndPolicy, at))
         return false;
     for (std::size_t i = 0; i < path.size(); ++i)
         if (!m_calls.Call(EndCategory, at))
@@ -180,19 +171,11 @@ bool ozADMXPolicyBuilder::CheckBox(const Part& part)
     ozADMXPlace at = Here(part.element);
     if (!m_calls.PushAndCall(part.label, CreateCheckbox, at) || !PartSettings(part))
         return false;
-    struct ValueAction {
-        const char* holder;
-        bool list;
-        ozEBNFAction action;
-    } values[] = {{"trueValue", false, CheckboxValueOn},
-                  {"falseValue", false, CheckboxValueOff},
-                  {"trueList", true, CheckboxActionlistOn},
-                  {"falseList", true, CheckboxActionlistOff}};
-    for (const ValueAction& each : values)
-        if (const ozXmlElement* holder = part.element.Child(each.holder))
-            if (!(each.list ? PushValueList(*holder) : PushValue(*holder)) ||
-                !m_calls.Call(each.action, Here(*holder)))
-                return false;
+    if (!Values(part.element, {{"trueValue", false, CheckboxValueOn},
+                               {"falseValue", false, CheckboxValueOff},
+                               {"trueList", true, CheckboxActionlistOn},
+                               {"falseList", true, CheckboxActionlistOff}}))
+        return false;
     if (part.shown != nullptr && Flag(*part.shown, "defaultChecked") &&
         !m_calls.Call(CheckboxChecked, Shown(*part.shown)))
         return false;
@@ -355,6 +338,17 @@ bool ozADMXPolicyBuilder::ListBox(const Part& part)
     if (Flag(part.element, "additive") && !m_calls.Call(ListboxAdditive, at))
         return false;
     return m_calls.Call(EndPart, at);
+}
+
+bool ozADMXPolicyBuilder::Values(const ozXmlElement& owner,
+                                 std::initializer_list<ValueAction> actions)
+{
+    for (const ValueAction& each : actions)
+        if (const ozXmlElement* holder = owner.Child(each.holder))
+            if (!(each.list ? PushValueList(*holder) : PushValue(*holder)) ||
+                !m_calls.Call(each.action, Here(*holder)))
+                return false;
+    return true;
 }
 
 bool ozADMXPolicyBuilder::PushValue(const ozXmlElement& holder)

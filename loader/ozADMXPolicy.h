@@ -3,6 +3,7 @@
 // defaults of its presentation.
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,15 @@ private:
     bool Dropdown(const Part& part);
     bool ListBox(const Part& part);
 
+    // A child of the owner holding a value or a value list, and the action that takes it.
+    struct ValueAction {
+        const char* holder;
+        bool list;
+        ozEBNFAction action;
+    };
+    // For each child of owner named by actions: pushes its value or value list and calls the
+    // action.
+    bool Values(const ozXmlElement& owner, std::initializer_list<ValueAction> actions);
     // Pushes the Value that the element's one child (<decimal>, <longDecimal>, <string>,
     // <delete>) means.
     bool PushValue(const ozXmlElement& holder);
