@@ -324,12 +324,14 @@ bool CADMCtrl::SendKeyUp(short Key, short CtrlCode)
 
 bool CADMCtrl::WriteADM(const char* pszFilename)
 {
+    m_writeADMLosses.clear();
     if (m_code == nullptr || pszFilename == nullptr)
         return false;
     FILE* file = std::fopen(pszFilename, "w");
     if (file == nullptr)
         return false;
     bool written = m_code->tree->Save(file);
+    m_writeADMLosses = m_code->tree->ConversionLosses();
     return std::fclose(file) == 0 && written;
 }
 

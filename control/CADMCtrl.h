@@ -15,6 +15,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "ozControlViews.h"
 #include "ozHostUI.h"
@@ -114,8 +115,13 @@ public:
     bool SendKeyDown(short Key, short CtrlCode);
     bool SendKeyUp(short Key, short CtrlCode);
     // Writes the templates as one template file (opened with mode "w"); false without a code
-    // object, when the file cannot be created or the write fails.
+    // object, when the file cannot be created or the write fails. What the template language
+    // cannot express (parts and values of XML templates) does not fail the write: the closest
+    // form is written and the loss listed in WriteADMLosses.
     bool WriteADM(const char* pszFilename);
+    // One line "policy name: what was written instead, or left out" per loss of the last
+    // WriteADM; empty when it lost nothing or failed before writing.
+    const std::vector<std::string>& WriteADMLosses() const { return m_writeADMLosses; }
     // The registry-value grid's row operations and the search and replace bar: false unless
     // the grid is visible (or the views offer them).
     bool ozInsert();
@@ -167,6 +173,7 @@ private:
     ozHostUI& m_ui;
     ozControlViews* m_views;
     tTreeCodeHandle* m_code = nullptr;
+    std::vector<std::string> m_writeADMLosses;
     std::uint32_t m_loadFailed = 0;
     int m_displayMode = DisplayRegistry;
     int m_shownMode = DisplayRegistry;

@@ -22,12 +22,12 @@ bool ozReadBool(const std::string& text, bool& value)
     return true;
 }
 
-bool ozReadInteger(const std::string& text, long long min, long long max, long long& value)
+namespace {
+
+// The digits from pos on, decimal or hexadecimal after "0x", as an unsigned number: false for
+// no digits, anything else after them, or more than 64 bits.
+bool ReadMagnitude(const std::string& text, std::size_t pos, unsigned long long& magnitude)
 {
-    std::size_t pos = 0;
-    bool negative = false;
-    if (pos < text.size() && (text[pos] == '-' || text[pos] == '+'))
-        negative = text[pos++] == '-';
     int base = 10;
     if (text.size() > pos + 1 && text[pos] == '0' &&
         (text[pos + 1] == 'x' || text[pos + 1] == 'X')) {
@@ -45,12 +45,34 @@ bool ozReadInteger(const std::string& text, long long min, long long max, long l
             return false;
     }
     errno = 0;
-    unsigned long long magnitude = std::strtoull(text.c_str() + pos, nullptr, base);
-    if (errno == ERANGE || magnitude > 9223372036854775807ULL)
+    magnitude = std::strtoull(text.c_str() + pos, nullptr, base);
+    return errno != ERANGE;
+}
+
+}  // namespace
+
+bool ozReadInteger(const std::string& text, long long min, long long max, long long& value)
+{
+    std::size_t pos = 0;
+    bool negative = false;
+    if (pos < text.size() && (text[pos] == '-' || text[pos] == '+'))
+        negative = text[pos++] == '-';
+    unsigned long long magnitude = 0;
+    if (!ReadMagnitude(text, pos, magnitude) || magnitude > 9223372036854775807ULL)
         return false;
     long long number =
         negative ? -static_cast<long long>(magnitude) : static_cast<long long>(magnitude);
     if (number < min || number > max)
+        return false;
+    value = number;
+    return true;
+}
+
+bool ozReadUnsigned(const std::string& text, std::uint64_t min, std::uint64_t max,
+                    std::uint64_t& value)
+{
+    unsigned long long number = 0;
+    if (!ReadMagnitude(text, 0, number) || number < min || number > max)
         return false;
     value = number;
     return true;

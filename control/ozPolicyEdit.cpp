@@ -10,6 +10,7 @@
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMListBox.h"
 #include "core/adm/ozADMListItem.h"
+#include "core/adm/ozADMMultiText.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/tTreeCodeHandle.h"
 #include "ozParameterText.h"
@@ -124,15 +125,32 @@ bool SetNumeric(ozADMNumeric& numeric, const std::string& text, std::string& why
         numeric.Empty(true);
         return true;
     }
-    long long number = 0;
-    if (!ozReadInteger(text, static_cast<long long>(numeric.Min()),
-                       static_cast<long long>(numeric.Max()), number)) {
+    std::uint64_t number = 0;
+    if (!ozReadUnsigned(text, numeric.Min(), numeric.Max(), number)) {
         why = "\"" + text + "\" is not a whole number from " + std::to_string(numeric.Min()) +
               " to " + std::to_string(numeric.Max());
         return false;
     }
-    numeric.Value(static_cast<unsigned long>(number));
+    numeric.Value(number);
     numeric.Empty(false);
+    return true;
+}
+
+bool SetMultiText(ozADMMultiText& part, const std::string& text, std::string& why)
+{
+    std::vector<std::string> lines = ozSplitListText(text);
+    if (part.MaxStrings() != 0 && lines.size() > part.MaxStrings()) {
+        why = "the part takes at most " + std::to_string(part.MaxStrings()) + " lines, not " +
+              std::to_string(lines.size());
+        return false;
+    }
+    for (const std::string& line : lines)
+        if (part.MaxLength() != 0 && line.size() > part.MaxLength()) {
+            why = "the line \"" + line + "\" is longer than the part's " +
+                  std::to_string(part.MaxLength()) + " characters";
+            return false;
+        }
+    part.Lines(lines);
     return true;
 }
 
@@ -204,6 +222,8 @@ const char* ozPartTypeName(const ozADMCtrl& part)
             return "DROPDOWNLIST";
         case CtrlListBox:
             return "LISTBOX";
+        case CtrlMultiText:
+            return "MULTITEXT";
     }
     return "PART";
 }
@@ -249,6 +269,8 @@ bool ozSetPartValue(ozADMCtrl& part, const std::string& text, std::string& why)
             return SetDropdown(static_cast<ozADMDropdownList&>(part), text, why);
         case CtrlListBox:
             return SetListBox(static_cast<ozADMListBox&>(part), text, why);
+        case CtrlMultiText:
+            return SetMultiText(static_cast<ozADMMultiText&>(part), text, why);
         default:
             why = std::string("a ") + ozPartTypeName(part) + " part has no value to set";
             return false;
@@ -288,6 +310,8 @@ std::string ozPartValueText(const ozADMCtrl& part)
             }
             return text;
         }
+        case CtrlMultiText:
+            return ozJoinListText(static_cast<const ozADMMultiText&>(part).Lines());
         default:
             return "";
     }

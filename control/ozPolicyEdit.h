@@ -6,7 +6,8 @@
 //
 // Part value texts by part type:
 //   CHECKBOX      TRUE or FALSE (numbers as well: nonzero is checked)
-//   NUMERIC       a whole number between the part's MIN and MAX; "" for no value
+//   NUMERIC       a whole number between the part's MIN and MAX (decimal, or hexadecimal
+//                 after "0x"; up to 64 bits for a part writing REG_QWORD); "" for no value
 //   EDITTEXT,
 //   COMBOBOX      the text itself (at most MAXLEN characters when the part has a MAXLEN)
 //   DROPDOWNLIST  the name of an item (without regard to case); "" for no item
@@ -14,6 +15,8 @@
 //                 entries are dropped). In a list box with EXPLICITVALUE each entry reads
 //                 name=value; otherwise each entry is a value and the names are the part's
 //                 VALUEPREFIX followed by 1, 2, 3 ...
+//   MULTITEXT     the lines separated by ';' as in a list box (";;" inside a line; empty
+//                 lines are dropped), at most the part's maximum of lines and line length
 //   TEXT          has no value
 #pragma once
 
@@ -34,7 +37,7 @@ ozADMPolicy* ozFindPolicy(tTreeCodeHandle* code, const std::string& path);
 const char* ozPolicyStateName(tPOLICYSTATE state);
 bool ozReadPolicyState(const std::string& text, tPOLICYSTATE& state);
 
-// CHECKBOX, NUMERIC, EDITTEXT, COMBOBOX, TEXT, DROPDOWNLIST or LISTBOX.
+// CHECKBOX, NUMERIC, EDITTEXT, COMBOBOX, TEXT, DROPDOWNLIST, LISTBOX or MULTITEXT.
 const char* ozPartTypeName(const ozADMCtrl& part);
 
 // The part of policy named `name` (without regard to case); null when there is none.

@@ -3,7 +3,8 @@
 // written (a prefix stays part of the name), attributes, the character data directly inside an
 // element, and where each element starts, so that a reader can name the place of what it
 // refuses. Comments, processing instructions and the document type declaration are passed
-// over. Character references and the five predefined entities are expanded; no other entity
+// over (Windows refuses a document type declaration, as its reader would expand the entities
+// declared there; templates carry none). Character references and the five predefined entities are expanded; no other entity
 // is, so a document cannot grow beyond its own size.
 //
 // Linux reads with pugixml; Windows with the system's XML reader (XmlLite). Both give the same

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <vector>
 
 #include "core/adm/ozADMActionList.h"
@@ -219,7 +220,9 @@ void ozActionListDialog::ValueChanged(ozForm& form, int kind)
     if (m_current != nullptr) {
         std::string text = form.Text(ValueEdit);
         ozADMValue& value = m_current->Value();
-        if (kind == NumericRadio)
+        if (kind == NumericRadio && value.Type() == ozADMValue::ValueQword)
+            value.SetQword(std::strtoull(text.c_str(), nullptr, 10));
+        else if (kind == NumericRadio)
             value.SetNumeric(static_cast<unsigned long>(std::atol(text.c_str())));
         else if (kind == DeleteRadio)
             value.SetDelete();
@@ -299,13 +302,11 @@ void ozActionListDialog::UpdateFields(ozForm& form)
             form.Enable(ValueEdit, false);
             form.Text(ValueEdit, "");
             break;
-        case ozADMValue::ValueNumeric: {
-            char number[24];
-            std::snprintf(number, sizeof number, "%lu", static_cast<unsigned long>(value));
+        case ozADMValue::ValueNumeric:
+        case ozADMValue::ValueQword:
             CheckRadio(form, NumericRadio);
-            form.Text(ValueEdit, number);
+            form.Text(ValueEdit, std::to_string(value.Qword()));
             break;
-        }
         case ozADMValue::ValueString: {
             const char* text = value;
             CheckRadio(form, NormalRadio);

@@ -46,6 +46,7 @@ int ozValueKindRow(const ozADMValue& value, bool withNone)
     int offset = withNone ? 1 : 0;
     switch (value.Type()) {
         case ozADMValue::ValueNumeric:
+        case ozADMValue::ValueQword:
             return offset;
         case ozADMValue::ValueString:
             return offset + 1;
@@ -58,8 +59,8 @@ int ozValueKindRow(const ozADMValue& value, bool withNone)
 
 std::string ozValueKindText(const ozADMValue& value)
 {
-    if (value.Type() == ozADMValue::ValueNumeric)
-        return std::to_string(static_cast<unsigned long>(value));
+    if (value.Type() == ozADMValue::ValueNumeric || value.Type() == ozADMValue::ValueQword)
+        return std::to_string(value.Qword());
     return value.Type() == ozADMValue::ValueString
                ? std::string(static_cast<const char*>(value) != nullptr
                                  ? static_cast<const char*>(value)
@@ -71,7 +72,11 @@ void ozStoreValueKind(ozADMValue& value, int row, bool withNone, const std::stri
 {
     switch (row - (withNone ? 1 : 0)) {
         case 0:
-            value.SetNumeric(static_cast<unsigned long>(std::strtoul(text.c_str(), nullptr, 10)));
+            if (value.Type() == ozADMValue::ValueQword)
+                value.SetQword(std::strtoull(text.c_str(), nullptr, 10));
+            else
+                value.SetNumeric(
+                    static_cast<unsigned long>(std::strtoul(text.c_str(), nullptr, 10)));
             break;
         case 1:
             value.SetString(text.c_str());

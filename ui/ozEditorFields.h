@@ -22,7 +22,8 @@ std::string ozEditorMessageText(const ozEditorContext& context, unsigned short n
 // The kind lists of a value (a policy's or check box's on and off values, a drop-down item's):
 // their rows "Numeric", "String", "Delete", after "None" where a value may be left out
 // (withNone); the row of a value, and its text in the value edit; and the value stored back
-// from a row and the edit's text (a number checked before).
+// from a row and the edit's text (a number checked before). A 64-bit number shows in the
+// "Numeric" row and stays a 64-bit one when stored back there.
 std::vector<std::string> ozValueKindRows(bool withNone);
 int ozValueKindRow(const ozADMValue& value, bool withNone);
 std::string ozValueKindText(const ozADMValue& value);

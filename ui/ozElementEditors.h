@@ -37,7 +37,8 @@ enum : int {
     DialogPolicyProperties = 106,
     DialogParts = 107,
     DialogNewPartType = 108,
-    // The property page of a part: 110 + its part type (111 check box ... 117 list box).
+    // The property page of a part: 110 + its part type (111 check box ... 117 list box, 118
+    // multi-line text).
     DialogPartPageBase = 110,
 };
 
@@ -52,7 +53,7 @@ std::unique_ptr<ozDialog> ozCreatePolicyPropertiesDialog(ozADMPolicy& policy,
 std::unique_ptr<ozDialog> ozCreatePartsDialog(ozADMPolicy& policy, const ozEditorContext& context);
 
 // The question Insert asks: which type the new part has (check box, numeric, edit text, combo
-// box, text, drop-down list, list box); `chosen` gets the part type on OK.
+// box, text, drop-down list, list box, multi-line text); `chosen` gets the part type on OK.
 std::unique_ptr<ozDialog> ozCreatePartTypeDialog(std::function<void(unsigned long type)> chosen);
 
 // The property page of part, by its type: name, key, value name, and the settings of its type.

@@ -1,6 +1,7 @@
 // The editors whose value lives in one control: check box, number, edit, combo box, line of
 // text and drop-down list.
 #include <algorithm>
+#include <climits>
 
 #include "control/ozParameterText.h"
 #include "control/ozPolicyEdit.h"
@@ -9,6 +10,7 @@
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMListBox.h"
+#include "core/adm/ozADMMultiText.h"
 #include "core/adm/ozADMNumeric.h"
 #include "ozPartEditor.h"
 #include "platform/ozAsciiCase.h"
@@ -19,6 +21,7 @@ namespace {
 constexpr int LabelHeight = 10;
 constexpr int CheckBoxHeight = 12;
 constexpr int EditHeight = 14;
+constexpr int MultiLineHeight = 48;
 
 // An editor of one control of the given kind whose text is the value.
 class ozOneControlEditor : public ozPartEditor {
@@ -87,8 +90,11 @@ public:
     // A part left empty shows its default, which is what it writes when saved.
     void Load(ozForm& form) override
     {
-        form.Range(Id(0), static_cast<long long>(m_numeric.Min()),
-                   static_cast<long long>(m_numeric.Max()), m_numeric.Spin());
+        // The spin control counts in signed 64 bits; a larger number can still be typed.
+        auto spinBound = [](std::uint64_t number) {
+            return static_cast<long long>(std::min<std::uint64_t>(number, LLONG_MAX));
+        };
+        form.Range(Id(0), spinBound(m_numeric.Min()), spinBound(m_numeric.Max()), m_numeric.Spin());
         bool showDefault = m_numeric.Empty() && !m_numeric.DefaultEmpty();
         form.Text(Id(0),
                   showDefault ? std::to_string(m_numeric.Default()) : ozPartValueText(m_numeric));
@@ -96,6 +102,35 @@ public:
 
 private:
     ozADMNumeric& m_numeric;
+};
+
+// One line of the edit per string; the part value text form separates them by ';'.
+class ozMultiTextEditor : public ozOneControlEditor {
+public:
+    ozMultiTextEditor(ozADMMultiText& part, int firstId)
+        : ozOneControlEditor(part, firstId, ozControlKind::Edit, ozControlMultiLine)
+    {
+    }
+    void Describe(std::vector<ozControlSpec>& controls) const override
+    {
+        ozOneControlEditor::Describe(controls);
+        controls.back().height = MultiLineHeight;
+    }
+    void Load(ozForm& form) override { Type(form, ozPartValueText(Part())); }
+    std::string Text(const ozForm& form) const override
+    {
+        ozADMMultiText lines;
+        lines.Text(form.Text(Id(0)).c_str());
+        return ozJoinListText(lines.Lines());
+    }
+    bool Type(ozForm& form, const std::string& text) override
+    {
+        std::string shown;
+        for (const std::string& line : ozSplitListText(text))
+            shown += (shown.empty() ? "" : "\r\n") + line;
+        form.Text(Id(0), shown);
+        return true;
+    }
 };
 
 class ozComboBoxEditor : public ozOneControlEditor {
@@ -211,6 +246,8 @@ std::unique_ptr<ozPartEditor> ozCreatePartEditor(ozADMCtrl& part, int firstId)
                                                       firstId);
         case CtrlListBox:
             return ozCreateListBoxEditor(static_cast<ozADMListBox&>(part), firstId);
+        case CtrlMultiText:
+            return std::make_unique<ozMultiTextEditor>(static_cast<ozADMMultiText&>(part), firstId);
         default:
             return nullptr;
     }

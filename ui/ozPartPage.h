@@ -55,6 +55,7 @@ public:
         SpinEdit,
         DefaultNumberEdit,
         TxtConvertCheck,
+        QwordCheck,
         // edit text and combo box
         MaxLenEdit = 430,
         DefaultTextEdit,
@@ -79,6 +80,8 @@ public:
         ValuePrefixEdit = 460,
         AdditiveCheck,
         ExplicitValueCheck,
+        // multi-line text (and MaxLenEdit)
+        MaxStringsEdit = 470,
     };
 
     // The general fields a type has.

@@ -1,14 +1,17 @@
-// The pages of the parts that hold one value: check box, numeric, edit text, combo box, and the
-// text part, which has its name only.
+// The pages of the parts that hold one value: check box, numeric, edit text, combo box,
+// multi-line text, and the text part, which has its name only.
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <tuple>
 #include <vector>
 
+#include "control/ozParameterText.h"
 #include "core/adm/ozADMActionList.h"
 #include "core/adm/ozADMCheckBox.h"
 #include "core/adm/ozADMComboBox.h"
 #include "core/adm/ozADMEditText.h"
+#include "core/adm/ozADMMultiText.h"
 #include "core/adm/ozADMNumeric.h"
 #include "ozEditorFields.h"
 #include "ozPartPage.h"
@@ -104,7 +107,8 @@ public:
                          {MaxEdit, K::Edit, "Maximum", 136, 0, 110, 14},
                          {SpinEdit, K::Edit, "Spin step", 14, 18, 110, 14},
                          {DefaultNumberEdit, K::Edit, "Default", 136, 18, 110, 14},
-                         {TxtConvertCheck, K::CheckBox, "Text conversion", 14, 36, 120, 10},
+                         {TxtConvertCheck, K::CheckBox, "Text conversion", 14, 36, 110, 10},
+                         {QwordCheck, K::CheckBox, "64-bit number (REG_QWORD)", 136, 36, 110, 10},
                      },
                      46),
           m_numeric(part)
@@ -120,18 +124,27 @@ private:
         form.Text(DefaultNumberEdit,
                   m_numeric.DefaultEmpty() ? "" : std::to_string(m_numeric.Default()));
         form.Check(TxtConvertCheck, m_numeric.TxtConvert());
+        form.Check(QwordCheck, m_numeric.Qword());
+    }
+    // A number of the part's width: 32 bits, or 64 with QwordCheck.
+    bool ReadBound(ozForm& form, int id, const char* field, std::uint64_t& number) const
+    {
+        std::uint64_t max = form.Checked(QwordCheck) ? UINT64_MAX : UINT32_MAX;
+        if (!ozReadUnsigned(form.Text(id), 0, max, number))
+            return Refuse(form, id, HostMessagePartFieldNotNumber, {field});
+        return true;
     }
     bool CheckType(ozForm& form) override
     {
-        if (!ReadNumber(form, MinEdit, "Minimum", m_min) ||
-            !ReadNumber(form, MaxEdit, "Maximum", m_max) ||
+        if (!ReadBound(form, MinEdit, "Minimum", m_min) ||
+            !ReadBound(form, MaxEdit, "Maximum", m_max) ||
             !ReadNumber(form, SpinEdit, "Spin step", m_spin))
             return false;
         if (m_min > m_max)
             return Refuse(form, MinEdit, HostMessagePartRangeReversed, {"Minimum", "Maximum"});
-        const unsigned long none = 0;
         m_defaultEmpty = form.Text(DefaultNumberEdit).empty();
-        if (!ReadNumber(form, DefaultNumberEdit, "Default", m_default, &none))
+        m_default = 0;
+        if (!m_defaultEmpty && !ReadBound(form, DefaultNumberEdit, "Default", m_default))
             return false;
         if (!m_defaultEmpty && (m_default < m_min || m_default > m_max))
             return Refuse(form, DefaultNumberEdit, HostMessagePartOutsideRange,
@@ -146,10 +159,12 @@ private:
         m_numeric.Default(m_default);
         m_numeric.DefaultEmpty(m_defaultEmpty);
         m_numeric.TxtConvert(form.Checked(TxtConvertCheck));
+        m_numeric.Qword(form.Checked(QwordCheck));
     }
 
     ozADMNumeric& m_numeric;
-    unsigned long m_min = 0, m_max = 0, m_spin = 0, m_default = 0;
+    std::uint64_t m_min = 0, m_max = 0, m_default = 0;
+    unsigned long m_spin = 0;
     bool m_defaultEmpty = true;
 };
 
@@ -249,6 +264,45 @@ private:
     std::vector<std::string> m_suggestions;
 };
 
+class MultiTextPage : public ozPartPage {
+public:
+    MultiTextPage(ozADMMultiText& part, const ozEditorContext& context)
+        : ozPartPage(part, context, "Multi-line text", ValueFields | WithRequired,
+                     {
+                         {MaxLenEdit, K::Edit, "Maximum line length", 14, 0, 110, 14},
+                         {MaxStringsEdit, K::Edit, "Maximum lines", 136, 0, 110, 14},
+                     },
+                     18),
+          m_multiText(part)
+    {
+    }
+
+private:
+    static std::string Limit(unsigned long limit)
+    {
+        return limit == 0 ? "" : std::to_string(limit);
+    }
+    void InitType(ozForm& form) override
+    {
+        form.Text(MaxLenEdit, Limit(m_multiText.MaxLength()));
+        form.Text(MaxStringsEdit, Limit(m_multiText.MaxStrings()));
+    }
+    bool CheckType(ozForm& form) override
+    {
+        const unsigned long none = 0;
+        return ReadNumber(form, MaxLenEdit, "Maximum line length", m_maxLength, &none) &&
+               ReadNumber(form, MaxStringsEdit, "Maximum lines", m_maxStrings, &none);
+    }
+    void StoreType(ozForm&) override
+    {
+        m_multiText.MaxLength(m_maxLength);
+        m_multiText.MaxStrings(m_maxStrings);
+    }
+
+    ozADMMultiText& m_multiText;
+    unsigned long m_maxLength = 0, m_maxStrings = 0;
+};
+
 // A template keeps a text part's name only.
 class TextPage : public ozPartPage {
 public:
@@ -274,6 +328,8 @@ std::unique_ptr<ozDialog> ozCreateValuePartPage(ozADMCtrl& part, const ozEditorC
             return std::make_unique<ComboBoxPage>(static_cast<ozADMComboBox&>(part), context);
         case CtrlText:
             return std::make_unique<TextPage>(part, context);
+        case CtrlMultiText:
+            return std::make_unique<MultiTextPage>(static_cast<ozADMMultiText&>(part), context);
         default:
             return nullptr;
     }

@@ -13,6 +13,7 @@
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMListBox.h"
+#include "core/adm/ozADMMultiText.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMText.h"
@@ -23,7 +24,7 @@ namespace {
 
 // The part types' captions in the question, by part type - 1.
 const char* const TypeCaptions[] = {"Check box", "Numeric",        "Edit text", "Combo box",
-                                    "Text",      "Drop-down list", "List box"};
+                                    "Text",      "Drop-down list", "List box",  "Multi-line text"};
 constexpr unsigned long TypeCount = sizeof TypeCaptions / sizeof TypeCaptions[0];
 
 // A new part of type with nothing set; null for an unknown type.
@@ -44,6 +45,8 @@ std::unique_ptr<ozADMCtrl> NewPart(unsigned long type)
             return std::make_unique<ozADMDropdownList>();
         case CtrlListBox:
             return std::make_unique<ozADMListBox>();
+        case CtrlMultiText:
+            return std::make_unique<ozADMMultiText>();
         default:
             return nullptr;
     }
@@ -59,16 +62,16 @@ public:
     const ozDialogTemplate& Layout() const override
     {
         static const ozDialogTemplate layout = [] {
-            ozDialogTemplate dialog{DialogNewPartType, "New", 142, 132, {}};
+            ozDialogTemplate dialog{DialogNewPartType, "New", 142, 144, {}};
             dialog.controls.emplace_back(PartTypeDialogGroup, ozControlKind::Group, "Part type", 7,
-                                         7, 128, 98);
+                                         7, 128, 110);
             for (unsigned long type = 1; type <= TypeCount; ++type)
                 dialog.controls.emplace_back(PartTypeDialogGroup + static_cast<int>(type),
                                              ozControlKind::Radio, TypeCaptions[type - 1], 15,
                                              6 + 12 * static_cast<int>(type), 110, 10);
-            dialog.controls.emplace_back(ozDialogOK, ozControlKind::Button, "OK", 31, 111, 50, 14,
+            dialog.controls.emplace_back(ozDialogOK, ozControlKind::Button, "OK", 31, 123, 50, 14,
                                          ozControlDefault);
-            dialog.controls.emplace_back(ozDialogCancel, ozControlKind::Button, "Cancel", 85, 111,
+            dialog.controls.emplace_back(ozDialogCancel, ozControlKind::Button, "Cancel", 85, 123,
                                          50, 14);
             return dialog;
         }();

@@ -152,7 +152,9 @@ configures in its present state, one per line ("KEY","VALUE","TYPE","DATA").
 
 const char* kWriteAdmHelp = R"(Usage: ozadm write-adm [options] TEMPLATE... --output FILE
 
-Loads the templates and writes them back as one template file.
+Loads the templates and writes them back as one template file. What the
+template language cannot express is written in its closest form and reported
+as a warning per policy.
 
   --output FILE         the template file to write; required)";
 
@@ -363,5 +365,7 @@ int ozWriteAdmCommand(const ozCommandArgs& args)
         std::cerr << "ozadm write-adm: " << output << " cannot be written\n";
         return 1;
     }
+    for (const std::string& loss : session.Control().WriteADMLosses())
+        std::cerr << "ozadm write-adm: warning: " << loss << '\n';
     return 0;
 }

@@ -104,8 +104,13 @@ public:
                            "elements nested deeper than " + std::to_string(ozXmlMaximumDepth));
         m_positions.Place(tagOffset, to.line, to.column);
         to.name = from.name();
-        for (const pugi::xml_attribute& attribute : from.attributes())
+        // pugixml keeps an attribute given twice; XML refuses it, as the Windows reader does.
+        for (const pugi::xml_attribute& attribute : from.attributes()) {
+            if (to.Attribute(attribute.name()) != nullptr)
+                return Failure(m_positions, tagOffset,
+                               std::string("attribute ") + attribute.name() + " given twice");
             to.attributes.push_back({attribute.name(), attribute.value()});
+        }
         for (const pugi::xml_node& child : from.children()) {
             if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
                 to.text += child.value();

@@ -6,12 +6,14 @@
 #include <sstream>
 #include <string>
 #include <typeinfo>
+#include <vector>
 
 #include "core/adm/ozADMCheckBox.h"
 #include "core/adm/ozADMComboBox.h"
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMListBox.h"
+#include "core/adm/ozADMMultiText.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMRegEntry.h"
@@ -22,7 +24,26 @@
 
 namespace {
 
-// A template value written as dword:n, sz:text or deleted (or any other kind: a string).
+// The lines of "a|b".
+std::vector<std::string> Lines(const std::string& joined)
+{
+    std::vector<std::string> lines;
+    std::istringstream parts(joined);
+    for (std::string line; std::getline(parts, line, '|');)
+        lines.push_back(line);
+    return lines;
+}
+
+std::string Joined(const std::vector<std::string>& lines)
+{
+    std::string text;
+    for (const std::string& line : lines)
+        text += (text.empty() ? "" : "|") + line;
+    return text;
+}
+
+// A template value written as dword:n, qword:n, multi:a|b, sz:text or deleted (or any other
+// kind: a string).
 ozADMValue Adm(const std::string& notation)
 {
     ozADMValue value;
@@ -30,6 +51,10 @@ ozADMValue Adm(const std::string& notation)
         value.SetDelete();
     else if (notation.rfind("dword:", 0) == 0)
         value.SetNumeric(std::stoul(notation.substr(6)));
+    else if (notation.rfind("qword:", 0) == 0)
+        value.SetQword(std::stoull(notation.substr(6)));
+    else if (notation.rfind("multi:", 0) == 0)
+        value.SetMultiString(Lines(notation.substr(6)));
     else
         value.SetString(notation.substr(notation.find(':') + 1).c_str());
     return value;
@@ -65,6 +90,13 @@ std::string Describe(const ozRegValue& value)
         std::memcpy(&number, value.Data(), sizeof number);
         return "dword:" + std::to_string(number);
     }
+    if (value.Type() == RegQword) {
+        std::uint64_t number = 0;
+        std::memcpy(&number, value.Data(), sizeof number);
+        return "qword:" + std::to_string(number);
+    }
+    if (value.Type() == RegMultiSz)
+        return "multi:" + Joined(value.MultiStringLines());
     std::string kind = value.Op() == OpAppend  ? "append:"
                        : value.Type() == RegSz ? "sz:"
                                                : "expand:";
@@ -75,6 +107,10 @@ std::string Describe(const ozADMValue& value, bool expand)
 {
     if (value.Type() == ozADMValue::ValueNumeric)
         return "dword:" + std::to_string(static_cast<unsigned long>(value));
+    if (value.Type() == ozADMValue::ValueQword)
+        return "qword:" + std::to_string(value.Qword());
+    if (value.Type() == ozADMValue::ValueMultiString)
+        return "multi:" + Joined(value.Lines());
     if (value.Type() == ozADMValue::ValueString)
         return (expand ? "expand:" : "sz:") + std::string(static_cast<const char*>(value));
     return value.Type() == ozADMValue::ValueDelete ? "deleted" : "empty";
@@ -118,9 +154,14 @@ std::unique_ptr<ozADMCtrl> MakePart(const std::string& variant, ozSubKey* key)
             box->ActionListOff(Actions(key, "deleted"));
         }
         part.reset(box);
+    } else if (has("multitext")) {
+        auto* multiText = new ozADMMultiText;
+        multiText->Lines(has("empty") ? std::vector<std::string>{} : Lines("a||b"));
+        part.reset(multiText);
     } else if (has("numeric")) {
         auto* numeric = new ozADMNumeric;
-        numeric->Value(has("5") ? 5 : 0);
+        numeric->Qword(has("qword"));
+        numeric->Value(has("qword") ? 5000000000 : has("5") ? 5 : 0);
         numeric->Empty(variant == "numeric" || has("empty"));
         part.reset(numeric);
     } else if (has("edit") || has("combo")) {
@@ -167,7 +208,8 @@ std::unique_ptr<ozADMCtrl> MakePart(const std::string& variant, ozSubKey* key)
 const char* const AllVariants[] = {
     "checkbox", "checked checkbox", "checkbox with lists", "numeric", "numeric 5 empty",
     "numeric 0 set", "edit", "expandable edit", "empty edit", "expandable combo", "dropdown",
-    "dropdown on two", "dropdown on also one", "list box", "text"};
+    "dropdown on two", "dropdown on also one", "list box", "text", "multitext",
+    "qword numeric set"};
 // clang-format on
 
 // What the part lists for the policy, in Put's notation; every entry goes to the part's key.
@@ -242,6 +284,12 @@ TEST_F(PartsTest, SyncReadsEachPartsValueAndJudgesIt)
          "erase Item1=sz:x Item=sz:z"},
         {"explicit list box", "Item1=sz:x Other=sz:w", SyncEnabled, "erase Item1=sz:x Other=sz:w"},
         {"list box", "Item1=sz:x Item2=expand:y Item3=sz:z", SyncConflict, "erase Item1=sz:x"},
+        {"multitext", "Val=multi:x|y", SyncEnabled, "Val=multi:x|y"},
+        {"multitext", "Val=multi:", SyncEnabled, "Val=multi:"},
+        {"multitext", "Val=sz:x", SyncConflict, "Val=multi:a|b"},
+        {"multitext", "Val=deleted", SyncDisabled, "Val=multi:a|b"},
+        {"qword numeric set", "Val=qword:8589934592", SyncEnabled, "Val=qword:8589934592"},
+        {"qword numeric set", "Val=dword:5", SyncConflict, "Val=qword:5000000000"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.variant) + " with " + c.held);
@@ -300,6 +348,10 @@ TEST_F(PartsTest, SaveToRegistryWritesEachPartsValueOrDeletesIt)
         {"list box", true, "Item9=sz:z", "erase Item1=sz:a Item2=sz:b"},  // replaces
         {"list box", false, "Item1=sz:a", "erase"},
         {"text", true, "Val=sz:x", "Val=sz:x"},
+        {"multitext", true, "Val=sz:x", "Val=multi:a|b"},  // the empty line is dropped
+        {"empty multitext", true, "", "Val=multi:"},
+        {"multitext", false, "Val=multi:q", "Val=deleted"},
+        {"qword numeric set", true, "Val=dword:1", "Val=qword:5000000000"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.variant) + (c.enabled ? " enabled" : " disabled"));
@@ -311,7 +363,7 @@ TEST_F(PartsTest, SaveToRegistryWritesEachPartsValueOrDeletesIt)
         EXPECT_EQ(Contents(caseKey), c.after);
     }
     // A required part left empty refuses an enabled policy and writes nothing.
-    for (const char* variant : {"numeric", "empty edit", "dropdown"}) {
+    for (const char* variant : {"numeric", "empty edit", "dropdown", "empty multitext"}) {
         ozRegTree caseTree;
         auto part = MakePart(variant, caseTree.FindKey(HKEY_LOCAL_MACHINE, "Software\\Pol"));
         part->Required(true);

@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <limits>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "core/adm/ozADMActionList.h"
 #include "core/adm/ozADMListItem.h"
@@ -31,6 +33,20 @@ ozADMValue Text(const char* text)
 {
     ozADMValue value;
     value.SetString(text);
+    return value;
+}
+
+ozADMValue Qword(std::uint64_t number)
+{
+    ozADMValue value;
+    value.SetQword(number);
+    return value;
+}
+
+ozADMValue Multi(const std::vector<std::string>& lines)
+{
+    ozADMValue value;
+    value.SetMultiString(lines);
     return value;
 }
 
@@ -134,6 +150,13 @@ TEST_F(ADMRegistryTest, IsEqualWithRegistryValue)
         {Text("abc"), {RitR, OpDelete, RegSz, "abc\0"s}, false},
         {Text(nullptr), {RitR, OpInsert, RegSz, "\0"s}, false},
         {ozADMValue(), {RitR, OpInsert, RegSz, "\0"s}, false},
+        {Qword(1ULL << 33), {RitR, OpInsert, RegQword, "\0\0\0\0\2\0\0\0"s}, true},
+        {Qword(1), {RitR, OpInsert, RegDword, "\1\0\0\0"s}, false},
+        {Qword(1), {RitR, OpInsert, RegQword, "\1\0\0\0"s}, false},
+        {Multi({"a", "b"}), {RitR, OpInsert, RegMultiSz, "a\0b\0\0"s}, true},
+        {Multi({"a", "b"}), {RitR, OpInsert, RegMultiSz, "a\0b"s}, true},
+        {Multi({"a"}), {RitR, OpInsert, RegMultiSz, "a\0b\0\0"s}, false},
+        {Multi({"a"}), {RitR, OpInsert, RegSz, "a\0"s}, false},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << "row " << &c - cases);
@@ -158,6 +181,9 @@ TEST_F(ADMRegistryTest, SavesIntoRegistryAndAsTemplateText)
          "NUMERIC " + std::to_string(kMaxNumber)},
         {Text("%Path%"), {RitR, OpInsert, RegSz, "%Path%\0"s}, "<%Path%>"},
         {ozADMValue(), before, "<failed>"},
+        // The template language has neither: the nearest form, and a loss reported.
+        {Qword(8589934593), {RitR, OpInsert, RegQword, "\1\0\0\0\2\0\0\0"s}, "NUMERIC 1"},
+        {Multi({"a", "", "b"}), {RitR, OpInsert, RegMultiSz, "a\0b\0\0"s}, "<a b>"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << "template text " << c.text);
@@ -170,6 +196,7 @@ TEST_F(ADMRegistryTest, SavesIntoRegistryAndAsTemplateText)
                   c.after.bytes);
         RecordingTree tree;
         EXPECT_EQ(SaveADMText(c.value, tree), c.text);
+        EXPECT_EQ(tree.ConversionLosses().size(), c.value.Type() >= ozADMValue::ValueQword);
     }
     RecordingTree failing;
     failing.answer = false;
@@ -204,6 +231,12 @@ TEST(ADMRegEntryTest, ExportStringFollowsEveryChange)
         {[](ozADMRegEntry& e) { e.Expand(true); }, R"("L\M","V","REG_EXPAND_SZ","t")"},
         {[](ozADMRegEntry& e) { e.Value().SetNumeric(4000000000u); },
          R"("L\M","V","REG_DWORD","4000000000")"},
+        {[](ozADMRegEntry& e) { e.Value().SetQword(5000000000u); },
+         R"("L\M","V","REG_QWORD","5000000000")"},
+        {[](ozADMRegEntry& e) {
+             e.Value().SetMultiString({"a", "b"});
+         },
+         R"("L\M","V","REG_MULTI_SZ","a~b~~")"},
         {[](ozADMRegEntry& e) { e.Value().SetDelete(); }, R"("L\M","**Del.V","REG_EXPAND_SZ","")"},
         {[](ozADMRegEntry& e) { e.ClearKey(true); }, R"("L\M","**DelVals")"},
         {[](ozADMRegEntry& e) { e = Entry(HKEY_LOCAL_MACHINE, nullptr, nullptr, ozADMValue()); },

@@ -5,13 +5,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "control/CADMCtrl.h"
+#include "core/adm/ozADMMultiText.h"
+#include "core/adm/ozADMNumeric.h"
 #include "core/adm/ozADMPolicy.h"
 #include "core/adm/tTreeCodeHandle.h"
 #include "tests/support/ozRecordingHostUI.h"
@@ -230,6 +234,57 @@ TEST(PolicyRoundTripTest, ReplacingListOfARealProfileComesBackAsItWas)
         return bytes.substr(from, bytes.find(ozUtf16Bytes(u"*.gov").substr(2), from) + 14 - from);
     };
     EXPECT_EQ(records(ozReadTestFile(machine.Path())), records(original));
+}
+
+// The parts of XML templates come back through every library: lines as a REG_MULTI_SZ, a
+// number beyond 32 bits as a REG_QWORD.
+TEST(PolicyRoundTripTest, MultiLineTextAndQwordThroughEveryLibrary)
+{
+    const char* const path = "MACHINE\\Network\\Proxy server";
+    // The proxy policy with the two parts added, as an XML template would give them.
+    auto open = [path](CADMCtrl& control) {
+        EXPECT_TRUE(control.SetADM(ozSourcePath("tests/templates/every-part.adm").c_str()));
+        auto* policy = static_cast<ozADMPolicy*>(control.Code()->tree->FindNode(path));
+        auto* lines = new ozADMMultiText;
+        auto* wide = new ozADMNumeric;
+        wide->Qword(true);
+        wide->Max(UINT64_MAX);
+        for (ozADMCtrl* part : {static_cast<ozADMCtrl*>(lines), static_cast<ozADMCtrl*>(wide)}) {
+            part->Key(control.Code()->tree->MacTree(), HKEY_LOCAL_MACHINE, "Software\\Wide");
+            part->ValueName(part == lines ? "Lines" : "Wide");
+            policy->AddControl(part);
+        }
+        return std::pair{lines, wide};
+    };
+    for (const char* library : {OZ_OZP_LIBRARY, OZ_POL_LIBRARY, OZ_REG_LIBRARY}) {
+        SCOPED_TRACE(library);
+        ozRecordingHostUI ui;
+        CADMCtrl control{ui};
+        ASSERT_TRUE(control.SetEBNF(ozSourcePath("grammar/adm.bnf").c_str()));
+        control.ozImpExLibrary(ozPlatformPath(library));
+        control.DisplayMode(DisplayPolicies);
+        auto [lines, wide] = open(control);
+        lines->Lines({"first line", "second; with a ~ and $"});
+        wide->Value(18446744073709551615ULL);
+        wide->Empty(false);
+        static_cast<ozADMPolicy*>(control.Code()->tree->FindNode(path))->State(PolicyEnabled);
+        ASSERT_TRUE(control.SaveSelState());
+        std::vector<std::string> expected = control.PolicyConfigures(path).Elements();
+        EXPECT_NE(std::find(expected.begin(), expected.end(),
+                            R"("HKLM\Software\Wide","Wide","REG_QWORD","18446744073709551615")"),
+                  expected.end());
+        ozTestFile user("wide-user");
+        ozTestFile machine("wide-machine");
+        ASSERT_TRUE(control.Save(user.Path(), machine.Path()));
+
+        control.Cleanup();
+        auto [linesAgain, wideAgain] = open(control);
+        ASSERT_TRUE(control.Load(user.Path(), machine.Path()));
+        EXPECT_EQ(control.PolicyConfigures(path).Elements(), expected);
+        EXPECT_EQ(linesAgain->Lines(),
+                  (std::vector<std::string>{"first line", "second; with a ~ and $"}));
+        EXPECT_EQ(wideAgain->Value(), 18446744073709551615ULL);
+    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // it writes.
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <sstream>
 
 #include "control/ozParameterText.h"
@@ -10,6 +11,7 @@
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMEditText.h"
 #include "core/adm/ozADMListBox.h"
+#include "core/adm/ozADMMultiText.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/ozADMText.h"
 #include "ozScriptResult.h"
@@ -82,6 +84,12 @@ TEST(PartValues, EachPartReadsItsFormsAndKeepsItsValueWhenRefused)
     ozADMEditText edit;
     edit.MaxLen(3);
     ozADMText text;
+    ozADMNumeric wide;
+    wide.Qword(true);
+    wide.Max(UINT64_MAX);
+    ozADMMultiText lines;
+    lines.MaxStrings(2);
+    lines.MaxLength(3);
     ozADMDropdownList list;
     ozADMValue value;
     value.SetNumeric(1);
@@ -102,6 +110,12 @@ TEST(PartValues, EachPartReadsItsFormsAndKeepsItsValueWhenRefused)
         {&edit, "abc", true, "abc", ""},            {&edit, "abcd", false, "abc", ""},
         {&text, "x", false, nullptr, "TEXT"},       {&list, "high", true, "High", ""},
         {&list, "Medium", false, "High", ""},       {&list, "", true, "", ""},
+        {&wide, "18446744073709551615", true, "18446744073709551615", ""},
+        {&wide, "18446744073709551616", false, "18446744073709551615", "0 to"},
+        {&wide, "0x100000000", true, "4294967296", ""},
+        {&lines, "a;;b", true, "a;;b", ""},         {&lines, "ab;cd;", true, "ab;cd", ""},
+        {&lines, "a;b;c", false, "ab;cd", "2 lines"},
+        {&lines, "abcd", false, "ab;cd", "3 characters"},
         // clang-format on
     };
     for (const auto& step : steps) {

@@ -9,6 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "core/adm/ozADMMultiText.h"
+#include "core/adm/ozADMNumeric.h"
+#include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMTree.h"
 #include "platform/ozAsciiCase.h"
 #include "tests/support/ozTemplateLoad.h"
@@ -119,6 +122,45 @@ TEST_F(RoundTripTest, TwoTemplatesWriteOneFileOfTheMergedTree)
     ASSERT_NE(merged.Tree().FindNode("USER\\Desktop\\Wallpaper"), nullptr);
     ASSERT_NE(merged.Tree().FindNode("USER\\Cat\\Pol"), nullptr);
     WriteAndReload(merged);
+}
+
+// The parts of XML templates that the template language lacks are written in their nearest
+// form, each reported with its policy, and the file loads again.
+TEST_F(RoundTripTest, PartsWithoutTemplateKeywordWriteTheirNearestFormAndSaySo)
+{
+    ozTemplateLoad original;
+    ASSERT_TRUE(original.Load(ozSourcePath("tests/templates/every-part.adm")))
+        << original.Message();
+    auto* policy = static_cast<ozADMPolicy*>(original.Tree().FindNode("USER\\Desktop\\Wallpaper"));
+    ASSERT_NE(policy, nullptr);
+    auto* lines = new ozADMMultiText;
+    auto* wide = new ozADMNumeric;
+    lines->Name("Lines");
+    wide->Name("Wide");
+    wide->Qword(true);
+    wide->Max(1ULL << 40);
+    for (ozADMCtrl* part : {static_cast<ozADMCtrl*>(lines), static_cast<ozADMCtrl*>(wide)}) {
+        part->Key(policy->RegKey());
+        part->ValueName(part->Name());
+        policy->AddControl(part);
+    }
+
+    ozTestFile written("ozadm-round-trip-extensions.adm");
+    ASSERT_TRUE(SaveTree(original.Tree(), written.Path()));
+    const std::vector<std::string>& losses = original.Tree().ConversionLosses();
+    ASSERT_EQ(losses.size(), 2u);
+    for (const std::string& loss : losses)
+        EXPECT_EQ(loss.rfind(std::string(policy->Name()) + ": ", 0), 0u) << loss;
+    ozTemplateLoad reloaded;
+    ASSERT_TRUE(reloaded.Load(written.Path())) << reloaded.Message();
+    auto* again = static_cast<ozADMPolicy*>(reloaded.Tree().FindNode("USER\\Desktop\\Wallpaper"));
+    ASSERT_NE(again, nullptr);
+    int count = again->Controls().Count();
+    ASSERT_GE(count, 2);
+    EXPECT_EQ(again->Controls().At(count - 2)->CtrlType(), CtrlEditText);
+    auto* numeric = dynamic_cast<ozADMNumeric*>(again->Controls().At(count - 1));
+    ASSERT_NE(numeric, nullptr);
+    EXPECT_EQ(numeric->Max(), 4294967295u);
 }
 
 }  // namespace
