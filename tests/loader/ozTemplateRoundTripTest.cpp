@@ -13,6 +13,7 @@
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/ozADMPolicy.h"
 #include "core/adm/ozADMTree.h"
+#include "loader/ozADMXLoad.h"
 #include "platform/ozAsciiCase.h"
 #include "tests/support/ozTemplateLoad.h"
 #include "tests/support/ozTestFiles.h"
@@ -162,5 +163,81 @@ TEST_F(RoundTripTest, PartsWithoutTemplateKeywordWriteTheirNearestFormAndSaySo)
     ASSERT_NE(numeric, nullptr);
     EXPECT_EQ(numeric->Max(), 4294967295u);
 }
+
+// Every ADMX file of the corpus in each of its languages, converted: the written template
+// reports each part it has no keyword for, with its policy, and loads again to the same
+// classes, categories and policies.
+struct ADMXCase {
+    std::string path;
+    std::string language;
+};
+
+void PrintTo(const ADMXCase& file, std::ostream* out)
+{
+    *out << file.path << " in " << file.language;
+}
+
+std::vector<ADMXCase> CorpusADMX()
+{
+    std::vector<ADMXCase> cases;
+    std::error_code error;
+    std::string folder = ozCorpusPath("admx");
+    if (folder.empty() || !std::filesystem::is_directory(folder, error))
+        return cases;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder, error))
+        if (entry.path().extension() == ".admx")
+            for (const char* language : {"en-US", "de-DE"})
+                cases.push_back({entry.path().generic_string(), language});
+    std::sort(cases.begin(), cases.end(), [](const ADMXCase& a, const ADMXCase& b) {
+        return a.path + a.language < b.path + b.language;
+    });
+    return cases;
+}
+
+// The path of every class, category and policy, and how many parts have no template keyword.
+struct TreeOutline {
+    std::vector<std::string> paths;
+    size_t partsWithoutKeyword = 0;
+};
+
+void Outline(ozTreeNode* node, TreeOutline& outline)
+{
+    for (; node != nullptr; node = node->Next()) {
+        auto* admNode = static_cast<ozADMNode*>(node);
+        outline.paths.push_back(admNode->Path());
+        if (admNode->NodeType() == NodePolicy) {
+            auto& parts = static_cast<ozADMPolicy*>(admNode)->Controls();
+            for (int i = 0; i < parts.Count(); ++i) {
+                auto* numeric = dynamic_cast<ozADMNumeric*>(parts.At(i));
+                if (parts.At(i)->CtrlType() == CtrlMultiText || (numeric && numeric->Qword()))
+                    ++outline.partsWithoutKeyword;
+            }
+        }
+        Outline(node->Down(), outline);
+    }
+}
+
+class ADMXConversion : public RoundTripTest, public ::testing::WithParamInterface<ADMXCase> {};
+
+TEST_P(ADMXConversion, WrittenTemplateLoadsAgainAndNamesWhatItLacks)
+{
+    ozTemplateLanguage(GetParam().language.c_str());
+    ozTemplateLoad original;
+    bool loaded = original.Load(GetParam().path);
+    ozTemplateLanguage("");
+    ASSERT_TRUE(loaded) << original.Message();
+    ozTestFile written("ozadm-converted.adm");
+    ASSERT_TRUE(SaveTree(original.Tree(), written.Path()));
+    TreeOutline before;
+    Outline(original.Tree().Down(), before);
+    EXPECT_EQ(original.Tree().ConversionLosses().size(), before.partsWithoutKeyword);
+    ozTemplateLoad reloaded;
+    ASSERT_TRUE(reloaded.Load(written.Path())) << reloaded.Message();
+    TreeOutline after;
+    Outline(reloaded.Tree().Down(), after);
+    EXPECT_EQ(ozFirstDifference(before.paths, after.paths), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Corpus, ADMXConversion, ::testing::ValuesIn(CorpusADMX()));
 
 }  // namespace
