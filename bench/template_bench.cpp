@@ -13,6 +13,7 @@
 #include "core/adm/tTreeCodeHandle.h"
 #include "engine/ozEBNF.h"
 #include "engine/ozTemplateText.h"
+#include "loader/ozADMXLoad.h"
 
 namespace {
 
@@ -43,15 +44,19 @@ BENCHMARK(BM_ReadAndDecode)->Unit(benchmark::kMillisecond);
 
 // A whole load as a control does it: the [strings] section, the parse, the policy tree with
 // its registry keys; then the code object is destroyed.
-// Loads the template at path once per iteration, destroying the code object untimed.
+// Loads the template at path once per iteration, destroying the code object untimed: an ADM
+// template through the engine, ADMX definitions (with their en-US language file) through the
+// ADMX reader.
 void LoadRepeatedly(benchmark::State& state, const std::string& path)
 {
+    bool admx = ozIsADMXFile(path.c_str());
+    ozTemplateLanguage("en-US");
     if (EBNFLoad(OZ_SOURCE_DIR "/grammar/adm.bnf") == 0) {
         state.SkipWithError(ErrorMessage());
         return;
     }
     for (auto _ : state) {
-        if (FileLoad(path.c_str(), 1) <= 0) {
+        if ((admx ? ozADMXFileLoad(path.c_str()) : FileLoad(path.c_str(), 1)) <= 0) {
             state.SkipWithError(ErrorMessage());
             break;
         }
@@ -71,6 +76,23 @@ void BM_LoadTemplate(benchmark::State& state)
                             static_cast<int64_t>(std::filesystem::file_size(Template)));
 }
 BENCHMARK(BM_LoadTemplate)->Unit(benchmark::kMillisecond);
+
+// The same policies as ADMX definitions with their en-US language file; the bytes processed
+// are those of both files.
+void BM_LoadADMXDefinitions(benchmark::State& state)
+{
+    const std::string definitions = OZ_CORPUS_DIR "/admx/msedge/msedge.admx";
+    const std::string resources = OZ_CORPUS_DIR "/admx/msedge/en-US/msedge.adml";
+    if (!std::filesystem::exists(definitions) || !std::filesystem::exists(resources)) {
+        state.SkipWithError(("the corpus definitions are not there: " + definitions).c_str());
+        return;
+    }
+    LoadRepeatedly(state, definitions);
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) *
+                            static_cast<int64_t>(std::filesystem::file_size(definitions) +
+                                                 std::filesystem::file_size(resources)));
+}
+BENCHMARK(BM_LoadADMXDefinitions)->Unit(benchmark::kMillisecond);
 
 // Writing the loaded tree back as a template into a file; the bytes processed are those of
 // the written file.
@@ -170,5 +192,49 @@ void BM_LoadStringsEntries(benchmark::State& state)
     LoadGenerated(state, Shape::StringsEntries);
 }
 BENCHMARK(BM_LoadStringsEntries)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond);
+
+// ADMX definitions of n policies below one category, each with a decimal element, and their
+// en-US language file, written into a folder of their own.
+std::string GeneratedADMX(int n)
+{
+    std::filesystem::path folder = std::filesystem::temp_directory_path() / "ozadm-bench-admx";
+    std::filesystem::create_directories(folder / "en-US");
+    std::string definitions =
+        "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<policyDefinitions revision=\"1.0\" "
+        "schemaVersion=\"1.0\">\n<policyNamespaces><target prefix=\"bench\" "
+        "namespace=\"Bench.Policies\"/></policyNamespaces>\n<resources "
+        "minRequiredRevision=\"1.0\"/>\n<categories><category name=\"Bench\" "
+        "displayName=\"$(string.Bench)\"/></categories>\n<policies>\n";
+    std::string strings = "<string id=\"Bench\">Bench</string>\n";
+    std::string presentations;
+    for (int i = 0; i < n; ++i) {
+        std::string name = "P" + std::to_string(i);
+        definitions += "<policy name=\"" + name + "\" class=\"Machine\" displayName=\"$(string." +
+                       name + ")\" key=\"Software\\Bench\" presentation=\"$(presentation." + name +
+                       ")\"><parentCategory ref=\"Bench\"/><elements><decimal id=\"D\" "
+                       "valueName=\"" +
+                       name + "\" maxValue=\"100\"/></elements></policy>\n";
+        strings += "<string id=\"" + name + "\">Policy " + std::to_string(i) + "</string>\n";
+        presentations += "<presentation id=\"" + name +
+                         "\"><decimalTextBox refId=\"D\">Number</decimalTextBox></presentation>\n";
+    }
+    definitions += "</policies>\n</policyDefinitions>\n";
+    std::ofstream(folder / "bench.admx", std::ios::binary) << definitions;
+    std::ofstream(folder / "en-US" / "bench.adml", std::ios::binary)
+        << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<policyDefinitionResources "
+           "revision=\"1.0\" schemaVersion=\"1.0\"><displayName/><description/><resources>"
+           "<stringTable>\n"
+        << strings << "</stringTable><presentationTable>\n"
+        << presentations << "</presentationTable></resources></policyDefinitionResources>\n";
+    return (folder / "bench.admx").string();
+}
+
+void BM_LoadGeneratedADMX(benchmark::State& state)
+{
+    std::string path = GeneratedADMX(static_cast<int>(state.range(0)));
+    LoadRepeatedly(state, path);
+    std::filesystem::remove_all(std::filesystem::path(path).parent_path());
+}
+BENCHMARK(BM_LoadGeneratedADMX)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
