@@ -11,6 +11,7 @@
 #include <xmllite.h>
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -145,7 +146,12 @@ ozStatus Failure(unsigned line, unsigned column, const std::string& reason)
 // Reads node after node into the tree, keeping the path of open elements.
 class TreeBuilder {
 public:
-    explicit TreeBuilder(IXmlReader& reader) : m_reader(reader) {}
+    // firstLineShift: characters put before the document's first line, taken off the columns
+    // of that line.
+    TreeBuilder(IXmlReader& reader, unsigned firstLineShift)
+        : m_reader(reader), m_firstLineShift(firstLineShift)
+    {
+    }
 
     ozStatus Build(ozXmlElement& root)
     {
@@ -232,10 +238,15 @@ private:
     unsigned Column()
     {
         UINT column = 0;
-        return SUCCEEDED(m_reader.GetLinePosition(&column)) ? column : 0;
+        if (FAILED(m_reader.GetLinePosition(&column)))
+            return 0;
+        if (Line() == 1)
+            column = column > m_firstLineShift ? column - m_firstLineShift : 1;
+        return column;
     }
 
     IXmlReader& m_reader;
+    unsigned m_firstLineShift;
     // The elements whose end tag is still to come; each lives in its parent's children, which
     // do not grow while it is open (children are added only to the innermost open element).
     std::vector<ozXmlElement*> m_open;
@@ -253,6 +264,14 @@ ozStatus ozReadXmlDocument(std::string_view bytes, ozXmlElement& root)
         std::string utf8;
         if (!AsUtf8(bytes, utf8))
             return Failure(1, 1, "UTF-16 text of an odd number of bytes");
+        // Wine's XmlLite finds no document element behind white space that no XML declaration
+        // precedes (ADML files of real templates begin so); a declaration put first mends it.
+        unsigned firstLineShift = 0;
+        if (!utf8.empty() && std::strchr(" \t\r\n", utf8[0]) != nullptr) {
+            static constexpr std::string_view declaration = "<?xml version=\"1.0\"?>";
+            utf8.insert(0, declaration);
+            firstLineShift = static_cast<unsigned>(declaration.size());
+        }
         Held<IStream> stream;
         *stream.out() = SHCreateMemStream(reinterpret_cast<const BYTE*>(utf8.data()),
                                           static_cast<UINT>(utf8.size()));
@@ -267,7 +286,7 @@ ozStatus ozReadXmlDocument(std::string_view bytes, ozXmlElement& root)
         reader->SetProperty(XmlReaderProperty_MaxElementDepth, ozXmlMaximumDepth + 1);
         if (FAILED(reader->SetInput(stream.get())))
             return ozStatus::Error("out of memory reading the XML document");
-        ozStatus built = TreeBuilder(*reader.get()).Build(root);
+        ozStatus built = TreeBuilder(*reader.get(), firstLineShift).Build(root);
         if (!built)
             root = ozXmlElement();
         return built;
