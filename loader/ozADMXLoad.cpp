@@ -22,12 +22,14 @@ std::string& ChosenLanguage()
     return language;
 }
 
-// The entries of folder, sorted by name; none when it cannot be read.
+// The entries of folder (the current one when empty), sorted by name; none when it cannot be
+// read.
 std::vector<fs::path> Entries(const fs::path& folder)
 {
     std::vector<fs::path> entries;
     std::error_code error;
-    for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error))
+    for (fs::directory_iterator it(folder.empty() ? fs::path(".") : folder, error), end;
+         !error && it != end; it.increment(error))
         entries.push_back(it->path());
     std::sort(entries.begin(), entries.end());
     return entries;

@@ -9,7 +9,8 @@
 // an edit (MAXLEN, EXPANDABLETEXT, REQUIRED); a combo box with the SUGGESTIONS; a line of text;
 // a drop-down list of the items (sorted unless NOSORT); for a list box a "Show..." button that
 // opens the list's dialog (entries, with their value names in a second column when the part
-// has EXPLICITVALUE, Add and Remove).
+// has EXPLICITVALUE, Add and Remove); a multi-line edit for a multi-line text, one line per
+// string.
 //
 // In the registry view the panel shows instead the editor of one registry value (ozValueEditor),
 // which takes each field over as the user leaves it.

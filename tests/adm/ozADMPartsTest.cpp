@@ -24,26 +24,8 @@
 
 namespace {
 
-// The lines of "a|b".
-std::vector<std::string> Lines(const std::string& joined)
-{
-    std::vector<std::string> lines;
-    std::istringstream parts(joined);
-    for (std::string line; std::getline(parts, line, '|');)
-        lines.push_back(line);
-    return lines;
-}
-
-std::string Joined(const std::vector<std::string>& lines)
-{
-    std::string text;
-    for (const std::string& line : lines)
-        text += (text.empty() ? "" : "|") + line;
-    return text;
-}
-
-// A template value written as dword:n, qword:n, multi:a|b, sz:text or deleted (or any other
-// kind: a string).
+// A template value written as dword:n, qword:n, multi:a~b~~ (the registry's text form), sz:text
+// or deleted (or any other kind: a string).
 ozADMValue Adm(const std::string& notation)
 {
     ozADMValue value;
@@ -53,9 +35,11 @@ ozADMValue Adm(const std::string& notation)
         value.SetNumeric(std::stoul(notation.substr(6)));
     else if (notation.rfind("qword:", 0) == 0)
         value.SetQword(std::stoull(notation.substr(6)));
-    else if (notation.rfind("multi:", 0) == 0)
-        value.SetMultiString(Lines(notation.substr(6)));
-    else
+    else if (notation.rfind("multi:", 0) == 0) {
+        ozRegValue text;
+        text.SetFormattedData(RegMultiSz, notation.substr(6).c_str(), false);
+        value.SetMultiString(text.MultiStringLines());
+    } else
         value.SetString(notation.substr(notation.find(':') + 1).c_str());
     return value;
 }
@@ -95,8 +79,8 @@ std::string Describe(const ozRegValue& value)
         std::memcpy(&number, value.Data(), sizeof number);
         return "qword:" + std::to_string(number);
     }
-    if (value.Type() == RegMultiSz)
-        return "multi:" + Joined(value.MultiStringLines());
+    if (value.Type() == RegMultiSz)  // the text form: every string ended by "~"
+        return "multi:" + value.FormattedValue();
     std::string kind = value.Op() == OpAppend  ? "append:"
                        : value.Type() == RegSz ? "sz:"
                                                : "expand:";
@@ -107,10 +91,10 @@ std::string Describe(const ozADMValue& value, bool expand)
 {
     if (value.Type() == ozADMValue::ValueNumeric)
         return "dword:" + std::to_string(static_cast<unsigned long>(value));
-    if (value.Type() == ozADMValue::ValueQword)
-        return "qword:" + std::to_string(value.Qword());
-    if (value.Type() == ozADMValue::ValueMultiString)
-        return "multi:" + Joined(value.Lines());
+    if (value.Type() >= ozADMValue::ValueQword) {
+        ozRegValue written;
+        return value.SaveToRegistry(written) ? Describe(written) : "refused";
+    }
     if (value.Type() == ozADMValue::ValueString)
         return (expand ? "expand:" : "sz:") + std::string(static_cast<const char*>(value));
     return value.Type() == ozADMValue::ValueDelete ? "deleted" : "empty";
@@ -156,7 +140,8 @@ std::unique_ptr<ozADMCtrl> MakePart(const std::string& variant, ozSubKey* key)
         part.reset(box);
     } else if (has("multitext")) {
         auto* multiText = new ozADMMultiText;
-        multiText->Lines(has("empty") ? std::vector<std::string>{} : Lines("a||b"));
+        multiText->Lines(has("empty") ? std::vector<std::string>{}
+                                      : std::vector<std::string>{"a", "", "b"});
         part.reset(multiText);
     } else if (has("numeric")) {
         auto* numeric = new ozADMNumeric;
@@ -284,10 +269,9 @@ TEST_F(PartsTest, SyncReadsEachPartsValueAndJudgesIt)
          "erase Item1=sz:x Item=sz:z"},
         {"explicit list box", "Item1=sz:x Other=sz:w", SyncEnabled, "erase Item1=sz:x Other=sz:w"},
         {"list box", "Item1=sz:x Item2=expand:y Item3=sz:z", SyncConflict, "erase Item1=sz:x"},
-        {"multitext", "Val=multi:x|y", SyncEnabled, "Val=multi:x|y"},
-        {"multitext", "Val=multi:", SyncEnabled, "Val=multi:"},
-        {"multitext", "Val=sz:x", SyncConflict, "Val=multi:a|b"},
-        {"multitext", "Val=deleted", SyncDisabled, "Val=multi:a|b"},
+        {"multitext", "Val=multi:x~y~~", SyncEnabled, "Val=multi:x~y~~"},
+        {"multitext", "Val=sz:x", SyncConflict, "Val=multi:a~b~~"},
+        {"multitext", "Val=deleted", SyncDisabled, "Val=multi:a~b~~"},
         {"qword numeric set", "Val=qword:8589934592", SyncEnabled, "Val=qword:8589934592"},
         {"qword numeric set", "Val=dword:5", SyncConflict, "Val=qword:5000000000"},
     };
@@ -348,8 +332,8 @@ TEST_F(PartsTest, SaveToRegistryWritesEachPartsValueOrDeletesIt)
         {"list box", true, "Item9=sz:z", "erase Item1=sz:a Item2=sz:b"},  // replaces
         {"list box", false, "Item1=sz:a", "erase"},
         {"text", true, "Val=sz:x", "Val=sz:x"},
-        {"multitext", true, "Val=sz:x", "Val=multi:a|b"},  // the empty line is dropped
-        {"empty multitext", true, "", "Val=multi:"},
+        {"multitext", true, "Val=sz:x", "Val=multi:a~b~~"},  // the empty line is dropped
+        {"empty multitext", true, "", "Val=multi:~"},
         {"multitext", false, "Val=multi:q", "Val=deleted"},
         {"qword numeric set", true, "Val=dword:1", "Val=qword:5000000000"},
     };

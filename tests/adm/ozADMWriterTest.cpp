@@ -9,7 +9,6 @@
 #include "core/adm/ozADMCheckBox.h"
 #include "core/adm/ozADMDropdownList.h"
 #include "core/adm/ozADMListBox.h"
-#include "core/adm/ozADMMultiText.h"
 #include "core/adm/ozADMNumeric.h"
 #include "core/adm/ozADMText.h"
 #include "core/registry/ozRegTree.h"
@@ -227,17 +226,6 @@ TEST(WriterParts, Lines)
              return part;
          },
          "LISTBOX\n" + in + "EXPLICITVALUE\n"},
-        {"multi-line text as an edit text of its value name and longest line",
-         [](TemplateTree&) {
-             auto* part = new ozADMMultiText;
-             part->ValueName("m");
-             part->Required(true);
-             part->MaxLength(10);
-             part->MaxStrings(3);
-             part->Lines({"not written"});
-             return part;
-         },
-         "EDITTEXT\n" + in + "VALUENAME !!string1\n" + in + "REQUIRED\n" + in + "MAXLEN 10\n"},
     };
     for (const Row& row : rows) {
         TemplateTree fresh;

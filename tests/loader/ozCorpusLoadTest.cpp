@@ -2,6 +2,7 @@
 // tree its text declares.
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -140,8 +141,8 @@ TEST_F(CorpusSpotCheckTest, NamesKeysAndValuesOfAPolicy)
     EXPECT_EQ(policy->RegKey()->KeyPath(), "Software\\Policies\\Google\\Update");
     auto* numeric = static_cast<ozADMNumeric*>(policy->Controls().At(0));
     EXPECT_STREQ(numeric->ValueName(), "AutoUpdateCheckPeriodMinutes");
-    EXPECT_EQ(std::vector<unsigned long>({numeric->Default(), numeric->Min(), numeric->Max()}),
-              std::vector<unsigned long>({295, 0, 43200}));
+    EXPECT_EQ(std::vector<std::uint64_t>({numeric->Default(), numeric->Min(), numeric->Max()}),
+              std::vector<std::uint64_t>({295, 0, 43200}));
     EXPECT_EQ(numeric->Spin(), 60);
 
     auto* checkBox = static_cast<ozADMCheckBox*>(policy->Controls().At(1));
