@@ -14,6 +14,7 @@
 #include "ozApplication.h"
 #include "ozMessageFormat.h"
 #include "ozProfileBinding.h"
+#include "platform/ozReplacementFile.h"
 #include "platform/ozSystemMessage.h"
 
 namespace {
@@ -327,12 +328,14 @@ bool CADMCtrl::WriteADM(const char* pszFilename)
     m_writeADMLosses.clear();
     if (m_code == nullptr || pszFilename == nullptr)
         return false;
-    FILE* file = std::fopen(pszFilename, "w");
-    if (file == nullptr)
+    // Written beside the file and put in its place only when complete: a write that fails
+    // leaves the file as it was.
+    ozReplacementFile file(pszFilename);
+    if (!file.Open(true))
         return false;
-    bool written = m_code->tree->Save(file);
+    bool written = m_code->tree->Save(file.Stream());
     m_writeADMLosses = m_code->tree->ConversionLosses();
-    return std::fclose(file) == 0 && written;
+    return written && file.Commit().IsOk();
 }
 
 bool CADMCtrl::ozInsert()

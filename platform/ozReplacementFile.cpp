@@ -143,7 +143,7 @@ void ozReplacementFile::Discard()
         std::remove(m_temporary.c_str());
 }
 
-ozStatus ozReplacementFile::Open()
+ozStatus ozReplacementFile::Open(bool lineEnds)
 {
     Discard();
     m_finished = false;
@@ -156,7 +156,7 @@ ozStatus ozReplacementFile::Open()
         return ozStatus::Error("cannot replace \"" + m_target + "\": it is a folder", EISDIR);
     if (ozStatus allowed = TakeOverPermissions(m_target, m_replaced, nullptr); !allowed)
         return allowed;
-    m_file = std::fopen(m_temporary.c_str(), "wb");
+    m_file = std::fopen(m_temporary.c_str(), lineEnds ? "w" : "wb");
     if (m_file == nullptr)
         return SystemError("cannot create", m_target, errno);
     if (ozStatus taken = TakeOverPermissions(m_target, m_replaced, m_file); !taken) {

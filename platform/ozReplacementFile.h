@@ -33,8 +33,12 @@ public:
     // the process's own, so no two replacements share one. Fails when the target is read-only
     // or a folder, or the temporary file cannot be created (a missing folder, no right to
     // write there).
-    ozStatus Open();
+    // With lineEnds, the file is written as text in the system's line ends (on Windows "\n"
+    // becomes CR LF); otherwise bytes go as they are.
+    ozStatus Open(bool lineEnds = false);
     bool IsOpen() const { return m_file != nullptr; }
+    // The temporary file, for writers that write through stdio; null unless open.
+    std::FILE* Stream() const { return m_file; }
     // Appends bytes.
     ozStatus Write(std::string_view bytes);
     // Completes the temporary file and forces it to the disk; on failure the temporary file

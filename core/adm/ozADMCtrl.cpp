@@ -210,3 +210,10 @@ bool ozADMCtrl::AddOwnWrite(ozADMRegWrites& writes, bool enabled, const ozADMVal
     writes.push_back(std::move(write));
     return true;
 }
+
+std::string ozADMCtrl::ConversionName() const
+{
+    if (Name() != nullptr && *Name() != '\0')
+        return std::string("\"") + Name() + "\"";
+    return std::string("of the value \"") + (ValueName() != nullptr ? ValueName() : "") + "\"";
+}

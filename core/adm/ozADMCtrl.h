@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <string>
 
 #include "core/tree/CCollection.h"
 #include "ozADMRegWrite.h"
@@ -104,6 +105,9 @@ protected:
     virtual bool _SaveClientExtADM(FILE* file, ozADMTree& tree);
     bool _SaveHeadADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey, const char* typeKeyword);
     bool _SaveValueNameADM(FILE* file, ozADMTree& tree, bool withRequired);
+    // How a conversion loss names the part: its name in quotes, or the value it writes when it
+    // has no name.
+    std::string ConversionName() const;
     // The key a list inside the part inherits when read back: the part's, else the policy's.
     ozSubKey* _CurrentKey(ozSubKey* policyKey) const;
 

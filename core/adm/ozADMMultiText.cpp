@@ -25,8 +25,7 @@ bool ozADMMultiText::LeftEmpty() const
 
 bool ozADMMultiText::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
 {
-    tree.ReportConversionLoss(std::string("the multi-line text ") +
-                              (Name() != nullptr ? Name() : "") +
+    tree.ReportConversionLoss(std::string("the multi-line text ") + ConversionName() +
                               " is written as a one-line EDITTEXT (REG_SZ, not REG_MULTI_SZ)");
     return _SaveHeadADM(file, tree, policyKey, "EDITTEXT") &&
            _SaveValueNameADM(file, tree, /*withRequired=*/true) &&

@@ -42,8 +42,7 @@ bool ozADMNumeric::SaveADM(FILE* file, ozADMTree& tree, ozSubKey* policyKey)
     // A 64-bit part is written as the nearest 32-bit one: its numbers cut to what a REG_DWORD
     // holds.
     if (m_qword)
-        tree.ReportConversionLoss(std::string("the 64-bit number part ") +
-                                  (Name() != nullptr ? Name() : "") +
+        tree.ReportConversionLoss(std::string("the 64-bit number part ") + ConversionName() +
                                   " is written as a 32-bit NUMERIC (REG_DWORD)");
     auto written = [](std::uint64_t number) {
         return static_cast<unsigned long>(std::min<std::uint64_t>(number, UINT32_MAX));

@@ -287,9 +287,20 @@ bool ozADMPolicy::SaveNode(FILE* file)
 {
     ozADMTree* tree = ADMTree();
     ozSubKey* key = RegKey();
-    if (tree == nullptr || !ozWriteTextLine(file, *tree, "POLICY", Name()))
+    if (tree == nullptr)
         return false;
-    tree->WritingPolicy(Name());
+    tree->WritingPolicy(Path());
+    // The template language has policies only inside categories; one that stands directly in
+    // its class (possible in XML templates) gets a category of its own name around it.
+    if (StandsInClass()) {
+        if (!ozWriteTextLine(file, *tree, "CATEGORY", Name()))
+            return false;
+        tree->IndentInc();
+        tree->ReportConversionLoss(
+            "the policy stands in no category; it is written inside a category of its own name");
+    }
+    if (!ozWriteTextLine(file, *tree, "POLICY", Name()))
+        return false;
     tree->IndentInc();
     if (m_explain != nullptr && !(ozBeginVersionBlock(file, *tree, 2) &&
                                   ozWriteTextLine(file, *tree, "EXPLAIN", m_explain.get()) &&
@@ -333,5 +344,18 @@ bool ozADMPolicy::SaveNodeAfter(FILE* file)
     if (tree == nullptr)
         return false;
     tree->IndentDec();
-    return ozWriteLine(file, *tree, "END POLICY");
+    if (!ozWriteLine(file, *tree, "END POLICY"))
+        return false;
+    if (!StandsInClass())
+        return true;
+    // As a category's closing line, at the indentation of its contents.
+    bool closed = ozWriteLine(file, *tree, "END CATEGORY");
+    tree->IndentDec();
+    return closed;
+}
+
+bool ozADMPolicy::StandsInClass() const
+{
+    ozTreeNode* parent = Up();
+    return parent != nullptr && static_cast<ozADMNode*>(parent)->NodeType() == NodeRoot;
 }

@@ -99,6 +99,8 @@ public:
     bool AddControl(ozADMCtrl* part);
 
 private:
+    // Whether the policy's parent is a class root rather than a category.
+    bool StandsInClass() const;
     // VALUEON and VALUEOFF with the meaning of a missing one (see AddRegWrites).
     ozADMValue EffectiveValueOn() const;
     ozADMValue EffectiveValueOff() const;

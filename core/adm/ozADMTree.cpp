@@ -98,9 +98,9 @@ void ozADMTree::ReportConversionLoss(const std::string& what)
     m_conversionLosses.push_back(m_writingPolicy + ": " + what);
 }
 
-void ozADMTree::WritingPolicy(const char* name)
+void ozADMTree::WritingPolicy(const char* path)
 {
-    m_writingPolicy = name != nullptr ? name : "";
+    m_writingPolicy = path != nullptr ? path : "";
 }
 
 bool ozADMTree::WriteString(FILE* file, const char* text)

@@ -37,14 +37,14 @@ public:
     // written, and what was written stays in the stream.
     bool Save(FILE* file) override;
     // What the last Save could not express in the template language, one line per loss in
-    // writing order: "policy name: what was written instead, or left out". A save with losses
+    // writing order: "policy path: what was written instead, or left out". A save with losses
     // still succeeds, and its template loads again.
     const std::vector<std::string>& ConversionLosses() const;
     // Records a loss for the policy being written (see WritingPolicy).
     void ReportConversionLoss(const std::string& what);
-    // The policy whose text is being written, named in the losses reported until the next
-    // call (copied; null for none).
-    void WritingPolicy(const char* name);
+    // The policy whose text is being written (its path), named in the losses reported until
+    // the next call (copied; null for none).
+    void WritingPolicy(const char* path);
     // Writes "" for a null or empty text; otherwise the next reference !!stringN, remembering
     // the text for the [strings] section. Every call takes a new number, even for a text
     // written before. False for a null stream or a failed write.

@@ -109,6 +109,27 @@ TEST_F(OzadmCommands, RefusesBadEditsNamingThem)
     }
 }
 
+// write-adm converts ADMX definitions, warning of each part the template language lacks; the
+// file it writes loads again, and a read-only file is left as it was.
+TEST_F(OzadmCommands, WriteAdmConvertsDefinitionsAndRespectsAReadOnlyFile)
+{
+    fs::path templates = fs::path(OZ_SOURCE_DIR) / "tests/templates/admx";
+    fs::create_directories(m_folder / "en-US");
+    fs::copy_file(templates / "beyond-adm.admx", m_folder / "beyond-adm.admx");
+    fs::copy_file(templates / "en-US/beyond-adm.adml", m_folder / "en-US/beyond-adm.adml");
+    ASSERT_EQ(Run("write-adm beyond-adm.admx --template-language en-US --output out.adm"), 0)
+        << err;
+    EXPECT_NE(err.find("warning: "), std::string::npos) << err;
+    EXPECT_EQ(Run("show out.adm"), 0) << err;
+
+    std::ofstream(m_folder / "kept.adm") << "kept";
+    fs::permissions(m_folder / "kept.adm", fs::perms::owner_read | fs::perms::group_read);
+    EXPECT_EQ(Run("write-adm beyond-adm.admx --template-language en-US --output kept.adm"), 1);
+    EXPECT_EQ(Read("kept.adm"), "kept");
+    EXPECT_EQ(std::distance(fs::directory_iterator(m_folder), fs::directory_iterator()), 8)
+        << "a temporary file was left behind";
+}
+
 // A profile named alone is read and written as that profile, in every library: edits in place
 // keep what the file held, and a conversion carries it over under its own class.
 TEST_F(OzadmCommands, AProfileNamedAloneStaysThatProfile)

@@ -150,10 +150,10 @@ TEST_F(RoundTripTest, PartsWithoutTemplateKeywordWriteTheirNearestFormAndSaySo)
     EXPECT_EQ(
         original.Tree().ConversionLosses(),
         std::vector<std::string>(
-            {"Wallpaper: the multi-line text Lines is written as a one-line EDITTEXT (REG_SZ, "
-             "not REG_MULTI_SZ)",
-             "Wallpaper: the 64-bit number part Wide is written as a 32-bit NUMERIC "
-             "(REG_DWORD)"}));
+            {"USER\\Desktop\\Wallpaper: the multi-line text \"Lines\" is written as a one-line "
+             "EDITTEXT (REG_SZ, not REG_MULTI_SZ)",
+             "USER\\Desktop\\Wallpaper: the 64-bit number part \"Wide\" is written as a 32-bit "
+             "NUMERIC (REG_DWORD)"}));
     ozTemplateLoad reloaded;
     ASSERT_TRUE(reloaded.Load(written.Path())) << reloaded.Message();
     const auto& parts = static_cast<ozADMPolicy*>(reloaded.Tree().FindNode(path))->Controls();
