@@ -32,14 +32,6 @@ public:
 
 class DesktopWindow : public testing::Test {
 protected:
-    static void SetUpTestSuite()
-    {
-        static int argc = 1;
-        static char name[] = "ozadm_gui_window_tests";
-        static char* argv[] = {name, nullptr};
-        static QApplication application(argc, argv);
-        QStandardPaths::setTestModeEnabled(true);
-    }
     void SetUp() override
     {
         std::string error;
@@ -108,3 +100,12 @@ TEST_F(DesktopWindow, ChangesAreAskedAboutBeforeClosingAndSavedWhereChosen)
 }
 
 }  // namespace
+
+// The application lives while the tests run and goes before Qt's own objects at exit.
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    QStandardPaths::setTestModeEnabled(true);
+    return RUN_ALL_TESTS();
+}
