@@ -19,6 +19,7 @@
 #include "control/CADMCtrl.h"
 #include "control/ozApplication.h"
 #include "control/ozMessageFormat.h"
+#include "ozBundledFiles.h"
 #include "ui/ozViews.h"
 
 namespace {
@@ -97,6 +98,11 @@ ozDesktopWindow::ozDesktopWindow(const std::map<unsigned short, std::string>& te
     ChooseSaveFile = [this](const QString& filters) {
         return QFileDialog::getSaveFileName(this, Text(TextSaveAs).remove('&'), QString(), filters);
     };
+    // The widget looks for its grammar where it was built to be installed; an installed tree
+    // that was moved has it beside the program.
+    const std::string grammar = ozBundledFile("adm.bnf");
+    if (ozADMWidget::BundledFile(QStringLiteral("adm.bnf")) != QString::fromStdString(grammar))
+        m_widget->SetEBNF(QString::fromStdString(grammar));
     setCentralWidget(m_widget);
     BuildMenus();
     connect(m_widget, &ozADMWidget::statusChange, this, [this] { UpdateState(); });
