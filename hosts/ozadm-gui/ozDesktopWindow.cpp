@@ -123,7 +123,9 @@ QAction* ozDesktopWindow::AddAction(QMenu* menu, unsigned short text, const QKey
 {
     QAction* action = menu->addAction(Text(text));
     action->setShortcut(keys);
-    connect(action, &QAction::triggered, this, [triggered = std::move(triggered)] { triggered(); });
+    if (triggered)
+        connect(action, &QAction::triggered, this,
+                [triggered = std::move(triggered)] { triggered(); });
     return action;
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QStandardPaths>
+#include <QtGui/QAction>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
@@ -69,6 +70,11 @@ TEST_F(DesktopWindow, KeysSwitchViewsAndFindAndOpenedFilesAreRecent)
         EXPECT_EQ(widget.DisplayMode(), key.displayMode) << key.key;
         EXPECT_TRUE(widget.Views().IsVisible(key.displayMode)) << key.key;
     }
+    // The View menu's check marks are the widget's properties.
+    for (QAction* action : m_window->findChildren<QAction*>())
+        if (action->text() == QStringLiteral("&User configuration"))
+            action->trigger();
+    EXPECT_FALSE(widget.ShowUser());
     EXPECT_FALSE(m_window->Open(QStringLiteral("notes.txt")));
     EXPECT_NE(m_told.find("notes.txt\" is neither a template"), std::string::npos) << m_told;
 }
