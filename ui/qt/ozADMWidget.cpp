@@ -4,10 +4,13 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QTimer>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 
 #include "control/CADMCtrl.h"
-#include "ui/headless/ozHeadlessPlatform.h"
+#include "ozQtPlatform.h"
 #include "ui/ozViews.h"
 
 namespace {
@@ -61,7 +64,7 @@ struct ozADMWidget::Parts {
     Parts(QWidget& owner, ozHostUI* hostUI)
         : messageBoxes(owner),
           ui(hostUI != nullptr ? *hostUI : messageBoxes),
-          platform(ui),
+          platform(owner, ui),
           views(platform),
           control(ui, &views)
     {
@@ -69,25 +72,25 @@ struct ozADMWidget::Parts {
     }
     ozMessageBoxUI messageBoxes;
     ozHostUI& ui;
-    ozHeadlessPlatform platform;
+    ozQtPlatform platform;
     ozViews views;
     CADMCtrl control;
 };
 
-ozADMWidget::ozADMWidget(QWidget* parent)
-    : QWidget(parent), m_parts(std::make_unique<Parts>(*this, nullptr))
-{
-    const QString grammar = BundledFile(QStringLiteral("adm.bnf"));
-    if (!grammar.isEmpty())
-        m_parts->control.SetEBNF(QFile::encodeName(grammar).constData());
-}
+ozADMWidget::ozADMWidget(QWidget* parent) : ozADMWidget(nullptr, parent) {}
 
-ozADMWidget::ozADMWidget(ozHostUI& ui, QWidget* parent)
-    : QWidget(parent), m_parts(std::make_unique<Parts>(*this, &ui))
+ozADMWidget::ozADMWidget(ozHostUI& ui, QWidget* parent) : ozADMWidget(&ui, parent) {}
+
+ozADMWidget::ozADMWidget(ozHostUI* ui, QWidget* parent)
+    : QWidget(parent), m_parts(std::make_unique<Parts>(*this, ui))
 {
     const QString grammar = BundledFile(QStringLiteral("adm.bnf"));
     if (!grammar.isEmpty())
         m_parts->control.SetEBNF(QFile::encodeName(grammar).constData());
+    // What the user does anywhere in the widget, its dialogs and menus, may change ShouldSave;
+    // keys pressed in the widget are its keyDown.
+    m_parts->platform.AfterUserAction([this] { ReportStatus(); });
+    qApp->installEventFilter(this);
 }
 
 ozADMWidget::~ozADMWidget() = default;
@@ -100,6 +103,11 @@ CADMCtrl& ozADMWidget::Control()
 ozViews& ozADMWidget::Views()
 {
     return m_parts->views;
+}
+
+ozQtPlatform& ozADMWidget::Platform()
+{
+    return m_parts->platform;
 }
 
 QString ozADMWidget::BundledFile(const QString& name)
@@ -126,6 +134,24 @@ void ozADMWidget::ReportStatus()
 
 bool ozADMWidget::eventFilter(QObject* watched, QEvent* event)
 {
+    const QEvent::Type type = event->type();
+    if (type != QEvent::KeyPress && type != QEvent::KeyRelease &&
+        type != QEvent::MouseButtonRelease)
+        return QWidget::eventFilter(watched, event);
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (type == QEvent::KeyPress && widget != nullptr && (widget == this || isAncestorOf(widget))) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        emit keyDown(key->key(), key->modifiers());
+    }
+    // Whatever the user did (here or in one of the widget's dialogs) is checked once the event
+    // did its work; the check only compares a flag.
+    if (!m_statusCheckPending) {
+        m_statusCheckPending = true;
+        QTimer::singleShot(0, this, [this] {
+            m_statusCheckPending = false;
+            ReportStatus();
+        });
+    }
     return QWidget::eventFilter(watched, event);
 }
 

@@ -129,6 +129,8 @@ public:
     // views' menus). Owned by the widget.
     CADMCtrl& Control();
     ozViews& Views();
+    // The Qt widgets the views drive, with the menu and dialogs open now.
+    ozQtPlatform& Platform();
 
     // A file shipped with the widget (adm.bnf, strings-en.txt, strings-de.txt): looked for in
     // the folder "ozadm-data" beside the executable, then in the installed data folder, then
@@ -148,9 +150,11 @@ protected:
 
 private:
     struct Parts;
+    ozADMWidget(ozHostUI* ui, QWidget* parent);
     // Emits statusChange when ShouldSave differs from what was reported last.
     void ReportStatus();
 
     std::unique_ptr<Parts> m_parts;
     bool m_reportedShouldSave = false;
+    bool m_statusCheckPending = false;
 };
