@@ -20,6 +20,8 @@ set(OZ_INSTALL_RPATH "$ORIGIN/${oz_bin_to_lib}")
 
 set_target_properties(ozadm PROPERTIES INSTALL_RPATH "${OZ_INSTALL_RPATH}")
 install(TARGETS ozadm RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# (ui/qt installs the libraries and the grammar and string tables too, for the widget; the
+# rules are the same and may both run.)
 install(TARGETS ozEBNF ozRegOZP ozRegPOL ozRegREG LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/grammar/adm.bnf
               ${PROJECT_SOURCE_DIR}/hosts/ozadm/data/strings-en.txt
@@ -37,37 +39,13 @@ install(TARGETS ozadm-gui RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/hosts/ozadm-gui/ozadm-gui.desktop
         DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 
-# The widget for other programs: one shared library with the widget and everything it runs on
-# (the views, the control, the template loader, whose actions the grammar engine finds in it
-# by name); only Qt is left for the program to link. It loads the profile libraries from its
-# own folder.
-file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/ozADMWidgetLibrary.cpp
-     "// The widget's shared library: its code comes whole from the static library oz_ui_qt.\n")
-add_library(ozADMWidget SHARED ${CMAKE_CURRENT_BINARY_DIR}/ozADMWidgetLibrary.cpp)
-target_link_libraries(ozADMWidget PRIVATE "$<LINK_LIBRARY:WHOLE_ARCHIVE,oz_ui_qt>"
-                                  PUBLIC Qt6::Widgets)
-target_include_directories(ozADMWidget INTERFACE
-  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/ui/qt> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
-  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ozADM>)
-set(oz_widget_build_rpath "")
-foreach(library ozRegOZP ozRegPOL ozRegREG)
-  list(APPEND oz_widget_build_rpath "$<TARGET_FILE_DIR:${library}>")
-endforeach()
-set_target_properties(ozADMWidget PROPERTIES
-  AUTOMOC OFF VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
-  BUILD_RPATH "${oz_widget_build_rpath}" INSTALL_RPATH "$ORIGIN")
-add_dependencies(ozADMWidget ozRegOZP ozRegPOL ozRegREG)
-add_library(ozADM::ozADMWidget ALIAS ozADMWidget)
-
-install(TARGETS ozADMWidget EXPORT ozADMTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES ${PROJECT_SOURCE_DIR}/ui/qt/ozADMWidget.h
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ozADM)
-# A host that answers the widget's messages itself implements this interface.
+# The widget for other programs: ui/qt installs its shared library ozADMWidget with its header
+# into the export set ozADMTargets; here the package around it, and the interface a host
+# implements to answer the widget's messages itself.
 install(FILES ${PROJECT_SOURCE_DIR}/control/ozHostUI.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ozADM/control)
 
 set(oz_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ozADM)
-install(EXPORT ozADMTargets NAMESPACE ozADM:: DESTINATION ${oz_package_dir})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ozADMConfig.cmake.in
                               ${CMAKE_CURRENT_BINARY_DIR}/ozADMConfig.cmake
                               INSTALL_DESTINATION ${oz_package_dir})

@@ -111,6 +111,9 @@ TEST_F(DesktopWindow, ChangesAreAskedAboutBeforeClosingAndSavedWhereChosen)
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
+    // Offscreen also when the build lists the tests.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QStandardPaths::setTestModeEnabled(true);
     return RUN_ALL_TESTS();
