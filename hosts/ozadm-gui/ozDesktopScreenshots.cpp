@@ -1,7 +1,8 @@
 // Takes the pictures of ozadm-gui for the documentation (scripts/linux-screenshots.sh runs it
 // under Xvfb on the xcb platform): the program's window on a template and a profile, in the
-// policy view with a configured policy selected, in the registry view with a key selected, in
-// the grid with the search sheet over it, and with the legend dialog open. Each picture is the
+// policy view with a configured policy selected, with the list box dialog of a list part open,
+// in the registry view with a key and a value selected, and in the grid with the search sheet
+// over it, a match found. Each picture is the
 // whole screen, so that dialogs and the search sheet are in it.
 //
 //   ozadm-gui-screenshots OUTPUT_FOLDER TEMPLATE PROFILE [POLICY [KEY]]
@@ -9,11 +10,14 @@
 // POLICY is the path of the policy to select (default: the first enabled one), KEY the name of
 // the registry key to select (default: the last part of the policy's first registry entry).
 #include <QtCore/QTimer>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTreeWidget>
+#include <functional>
 #include <iostream>
 
 #include "ozBundledFiles.h"
@@ -38,13 +42,16 @@ bool Picture(const QString& folder, const QString& name)
     return false;
 }
 
-// The first visible tree of the window.
+// The view's tree: of the visible trees of the window (a value list may be one too), the one
+// with the most items at its top level.
 QTreeWidget* VisibleTree(QWidget& window)
 {
+    QTreeWidget* widest = nullptr;
     for (QTreeWidget* tree : window.findChildren<QTreeWidget*>())
-        if (tree->isVisible())
-            return tree;
-    return nullptr;
+        if (tree->isVisible() &&
+            (widest == nullptr || tree->topLevelItemCount() > widest->topLevelItemCount()))
+            widest = tree;
+    return widest;
 }
 
 // The item at path below `parent` (null: the top level, where any item may stand for the
@@ -117,6 +124,37 @@ Widget* VisibleChild(const QString& text = {})
     return nullptr;
 }
 
+// Types text into the widget as the user does, key by key.
+void Type(QWidget& widget, const QString& text)
+{
+    widget.setFocus();
+    for (QChar c : text) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(&widget, &press);
+        QKeyEvent release(QEvent::KeyRelease, 0, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(&widget, &release);
+    }
+}
+
+// Pictures the dialog that `open` opens, then cancels it, whether it runs modally (the picture is
+// taken from within its loop) or not.
+bool PictureOfDialog(const QString& folder, const QString& name, const std::function<void()>& open)
+{
+    bool done = false, pictured = false;
+    QTimer::singleShot(500, [&] {
+        pictured = Picture(folder, name);
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (auto* dialog = qobject_cast<QDialog*>(top);
+                dialog != nullptr && dialog->isVisible())
+                dialog->reject();
+        done = true;
+    });
+    open();
+    while (!done)
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return pictured;
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -137,7 +175,7 @@ int main(int argc, char** argv)
     window.move(0, 0);
     window.resize(1180, 760);
     window.show();
-    if (!window.Open(args[1]) || !window.Open(args[2]))
+    if (!window.Open(args[1]) || !window.Open(args[2]) || !window.ShowView(0))
         return 1;
     ozADMWidget& widget = window.Widget();
 
@@ -150,7 +188,20 @@ int main(int argc, char** argv)
     bool taken =
         !policy.isEmpty() && Select(window, policy.split('\\')) && Picture(args[0], "policy-view");
 
-    // The registry view on the deepest key of that policy.
+    // A list part's entries in the list box dialog, from the first enabled policy that has one.
+    bool listShown = false;
+    for (const QString& entry : configured) {
+        if (!taken || listShown || !entry.startsWith("+ ") ||
+            !Select(window, entry.mid(2).split('\\')))
+            continue;
+        Settle();
+        if (QPushButton* show = VisibleChild<QPushButton>(QStringLiteral("Show...")))
+            listShown = PictureOfDialog(args[0], "dialog", [show] { show->click(); });
+    }
+    taken = taken && listShown;
+
+    // The registry view on the policy's key, a value selected: its editor below the list.
+    Select(window, policy.split('\\'));
     taken = taken && window.ShowView(1);
     QString key = args.value(4);
     if (key.isEmpty()) {
@@ -159,32 +210,27 @@ int main(int argc, char** argv)
         if (!entries.isEmpty())
             key = entries.front().section('"', 1, 1).section('\\', -1);
     }
-    taken = taken && Select(window, {key}) && Picture(args[0], "registry-view");
+    QTreeWidget* keys = VisibleTree(window);
+    taken = taken && Select(window, {key});
+    Settle();
+    for (QTreeWidget* list : window.findChildren<QTreeWidget*>())
+        if (taken && list->isVisible() && list != keys && list->topLevelItemCount() > 2) {
+            list->setFocus();
+            list->setCurrentItem(list->topLevelItem(2));
+        }
+    taken = taken && Picture(args[0], "registry-view");
 
     // The grid with the search sheet, a match found.
     taken = taken && window.ShowView(2) && widget.ozSRShowSearch();
     if (taken) {
+        Settle();
         if (auto* find = VisibleChild<QLineEdit>())
-            find->setText(QStringLiteral("Google"));
+            Type(*find, QStringLiteral("Encrypted"));
+        Settle();
         if (auto* next = VisibleChild<QPushButton>(QString::fromStdString(texts[114])))
             next->click();
     }
     taken = taken && Picture(args[0], "value-grid");
     widget.ozSRHide();
-
-    // The legend, a dialog: pictured and closed once it is open, whether it runs modally or not.
-    if (taken) {
-        window.ShowView(1);
-        bool pictured = false;
-        QTimer::singleShot(300, [&] {
-            pictured = Picture(args[0], "dialog");
-            if (QWidget* dialog = QApplication::activeModalWidget())
-                dialog->close();
-        });
-        widget.ShowLegend();
-        while (!pictured)
-            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        taken = pictured;
-    }
     return taken ? 0 : 1;
 }
