@@ -7,7 +7,9 @@
 #include <QtGui/QAction>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QTreeWidget>
 #include <filesystem>
 
 #include "control/ozHostUI.h"
@@ -103,6 +105,39 @@ TEST_F(DesktopWindow, ChangesAreAskedAboutBeforeClosingAndSavedWhereChosen)
     fs::remove(chosen.toStdString());
     QTest::keyClick(m_window.get(), Qt::Key_S, Qt::ControlModifier);
     EXPECT_TRUE(fs::exists(chosen.toStdString())) << m_told;
+}
+
+// Del is the view's key: pressed in the registry view's key tree it reaches the view (which asks
+// before deleting the key), and the Edit menu's Delete sends it to the view that had the focus.
+TEST_F(DesktopWindow, DelReachesTheViewThatHasTheFocus)
+{
+    ASSERT_TRUE(m_window->Open(m_template) && m_window->Open(m_profile)) << m_told;
+    ASSERT_TRUE(m_window->ShowView(1));
+    QTreeWidget* keys = nullptr;
+    for (QTreeWidget* tree : m_window->findChildren<QTreeWidget*>())
+        if (tree->isVisible() && tree->topLevelItemCount() > 0)
+            keys = tree;
+    ASSERT_NE(keys, nullptr);
+    QTreeWidgetItem* key = keys->topLevelItem(0);
+    for (int depth = 0; depth < 2 && key != nullptr; ++depth) {
+        keys->expandItem(key);
+        key = key->child(0);
+    }
+    ASSERT_NE(key, nullptr);
+    keys->setCurrentItem(key);
+    keys->setFocus();
+    const std::string question = m_texts[58];
+    QTest::keyClick(keys, Qt::Key_Delete);
+    EXPECT_NE(m_ui.shown.find(question), std::string::npos) << m_ui.shown;
+
+    m_ui.shown.clear();
+    for (QMenu* menu : m_window->findChildren<QMenu*>())
+        if (menu->title() == QStringLiteral("&Edit"))
+            emit menu->aboutToShow();
+    for (QAction* action : m_window->findChildren<QAction*>())
+        if (action->text() == QStringLiteral("&Delete"))
+            action->trigger();
+    EXPECT_NE(m_ui.shown.find(question), std::string::npos) << m_ui.shown;
 }
 
 }  // namespace
