@@ -139,7 +139,9 @@ bool ozADMWidget::eventFilter(QObject* watched, QEvent* event)
         type != QEvent::MouseButtonRelease)
         return QWidget::eventFilter(watched, event);
     auto* widget = qobject_cast<QWidget*>(watched);
-    if (type == QEvent::KeyPress && widget != nullptr && (widget == this || isAncestorOf(widget))) {
+    // A key goes to the focus widget first, then up to its parents: reported once, there.
+    if (type == QEvent::KeyPress && widget != nullptr && widget == QApplication::focusWidget() &&
+        (widget == this || isAncestorOf(widget))) {
         auto* key = static_cast<QKeyEvent*>(event);
         emit keyDown(key->key(), key->modifiers());
     }
