@@ -53,7 +53,7 @@ void ozQtDialogWindow::Build()
     for (ozQtFormControls::Control& control : controls.Controls()) {
         const ozControlSpec& spec = control.spec;
         QRect area(controls.PixelsX(spec.x), controls.PixelsY(spec.y), controls.PixelsX(spec.width),
-                   controls.PixelsY(spec.height));
+                   controls.FieldHeight(control, controls.PixelsY(spec.height)));
         if (control.label != nullptr && ozQtHasLabel(spec)) {
             const int labelHeight = controls.PixelsY(LabelHeight);
             if (SpansRows(spec)) {

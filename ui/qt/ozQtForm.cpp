@@ -611,6 +611,14 @@ void ozQtFormControls::Range(int id, long long min, long long max, long long ste
         Place(*control, control->area);
 }
 
+int ozQtFormControls::FieldHeight(const Control& control, int height) const
+{
+    const ozControlKind kind = control.spec.kind;
+    if (kind == ozControlKind::ComboBox || kind == ozControlKind::DropDown)
+        return control.widget->sizeHint().height();
+    return height;
+}
+
 void ozQtFormControls::Place(Control& control, const QRect& area)
 {
     control.area = area;
