@@ -137,8 +137,7 @@ private slots:
         for (auto [state, image] :
              {std::pair{"+ ", PolicyImageEnabled}, std::pair{"- ", PolicyImageDisabled},
               std::pair{"", PolicyImageNotConfigured}}) {
-            QTest::mouseClick(tree.Widget().viewport(), Qt::LeftButton, {},
-                              IconPoint(tree, proxy));
+            QTest::mouseClick(tree.Widget().viewport(), Qt::LeftButton, {}, IconPoint(tree, proxy));
             const QStringList configured = widget->ConfiguredPolicies().value_or(QStringList());
             QCOMPARE(configured.join(QString()), *state ? state + QString(Proxy) : QString());
             QCOMPARE(tree.Image(proxy), image);
@@ -152,8 +151,7 @@ private slots:
         ozQtTree& tree = Platform().Tree();
         const ozTreeItem proxy = Find(tree, Proxy);
         QTest::mouseClick(tree.Widget().viewport(), Qt::LeftButton, {}, LabelPoint(tree, proxy));
-        QTest::mouseClick(tree.Widget().viewport(), Qt::LeftButton, {},
-                          IconPoint(tree, proxy));
+        QTest::mouseClick(tree.Widget().viewport(), Qt::LeftButton, {}, IconPoint(tree, proxy));
         QWidget* port = nullptr;
         for (ozQtFormControls::Control& control : Platform().Panel().Controls().Controls())
             if (control.spec.caption == "Port")
@@ -229,8 +227,11 @@ private slots:
         QCOMPARE(keys.Text(added), std::string("t18 1"));
         QCOMPARE(keys.Parent(added), user);
         QVERIFY(widget->ShouldSave());
-        // F2 names it in place.
+        // F2 names it in place; the widget reports the key first.
+        QSignalSpy keyDown(widget.get(), &ozADMWidget::keyDown);
         QTest::keyClick(&keys.Widget(), Qt::Key_F2);
+        QCOMPARE(keyDown.count(), 1);
+        QCOMPARE(keyDown.at(0).at(0).toInt(), int(Qt::Key_F2));
         auto* editor = keys.Widget().findChild<QLineEdit*>();
         QVERIFY(editor != nullptr);
         QTest::keyClicks(editor, QStringLiteral("Proxies"));

@@ -1,5 +1,7 @@
 #include "ozADMWidget.h"
 
+#include <dlfcn.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -112,13 +114,25 @@ ozQtPlatform& ozADMWidget::Platform()
 
 QString ozADMWidget::BundledFile(const QString& name)
 {
-    QStringList folders = {QCoreApplication::applicationDirPath() + QStringLiteral("/ozadm-data"),
-                           QStringLiteral(OZ_QT_INSTALLED_DATA), QStringLiteral(OZ_QT_SOURCE_DATA),
-                           QStringLiteral(OZ_QT_SOURCE_GRAMMAR)};
+    // Installed, the files are in share/ozadm beside the lib (or bin) folder of the library or
+    // program that holds the widget, wherever the installation was put.
+    QString libraryFolder;
+    Dl_info self = {};
+    if (dladdr(reinterpret_cast<void*>(&ozADMWidget::BundledFile), &self) != 0 &&
+        self.dli_fname != nullptr)
+        libraryFolder = QFileInfo(QFile::decodeName(self.dli_fname)).absolutePath();
+    const QString programFolder = QCoreApplication::applicationDirPath();
+    const QStringList folders = {programFolder + QStringLiteral("/ozadm-data"),
+                                 libraryFolder + QStringLiteral("/../share/ozadm"),
+                                 programFolder + QStringLiteral("/../share/ozadm"),
+                                 QStringLiteral(OZ_QT_INSTALLED_DATA),
+                                 QStringLiteral(OZ_QT_SOURCE_DATA),
+                                 QStringLiteral(OZ_QT_SOURCE_GRAMMAR)};
     for (const QString& folder : folders) {
         QFileInfo file(QDir(folder), name);
-        if (file.isFile())
-            return file.filePath();
+        if (!folder.startsWith(QLatin1Char('/')) || !file.isFile())
+            continue;
+        return file.canonicalFilePath();
     }
     return {};
 }
@@ -139,7 +153,9 @@ bool ozADMWidget::eventFilter(QObject* watched, QEvent* event)
         type != QEvent::MouseButtonRelease)
         return QWidget::eventFilter(watched, event);
     auto* widget = qobject_cast<QWidget*>(watched);
-    if (type == QEvent::KeyPress && widget != nullptr && (widget == this || isAncestorOf(widget))) {
+    // A key goes to the focus widget first, then up to its parents: reported once, there.
+    if (type == QEvent::KeyPress && widget != nullptr && widget == QApplication::focusWidget() &&
+        (widget == this || isAncestorOf(widget))) {
         auto* key = static_cast<QKeyEvent*>(event);
         emit keyDown(key->key(), key->modifiers());
     }

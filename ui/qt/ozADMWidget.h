@@ -133,8 +133,9 @@ public:
     ozQtPlatform& Platform();
 
     // A file shipped with the widget (adm.bnf, strings-en.txt, strings-de.txt): looked for in
-    // the folder "ozadm-data" beside the executable, then in the installed data folder, then
-    // in the source tree it was built from. Empty when not found.
+    // the folder "ozadm-data" beside the executable, then in share/ozadm of the installation
+    // the widget's library (or the program) is in, then in the source tree it was built from.
+    // Empty when not found.
     static QString BundledFile(const QString& name);
 
 signals:

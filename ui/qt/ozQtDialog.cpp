@@ -11,21 +11,6 @@ namespace {
 constexpr int LabelHeight = 8;
 constexpr int LabelGap = 3;
 
-bool HasLabel(const ozControlSpec& spec)
-{
-    switch (spec.kind) {
-        case ozControlKind::Edit:
-        case ozControlKind::Number:
-        case ozControlKind::ComboBox:
-        case ozControlKind::DropDown:
-        case ozControlKind::List:
-        case ozControlKind::Tree:
-            return !spec.caption.empty();
-        default:
-            return false;
-    }
-}
-
 // Whether a control's label goes above it rather than in front of it.
 bool SpansRows(const ozControlSpec& spec)
 {
@@ -68,8 +53,8 @@ void ozQtDialogWindow::Build()
     for (ozQtFormControls::Control& control : controls.Controls()) {
         const ozControlSpec& spec = control.spec;
         QRect area(controls.PixelsX(spec.x), controls.PixelsY(spec.y), controls.PixelsX(spec.width),
-                   controls.PixelsY(spec.height));
-        if (control.label != nullptr && HasLabel(spec)) {
+                   controls.FieldHeight(control, controls.PixelsY(spec.height)));
+        if (control.label != nullptr && ozQtHasLabel(spec)) {
             const int labelHeight = controls.PixelsY(LabelHeight);
             if (SpansRows(spec)) {
                 control.label->setGeometry(area.left(), area.top(), area.width(), labelHeight);

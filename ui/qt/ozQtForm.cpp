@@ -76,21 +76,6 @@ private:
     std::function<void()> m_gained;
 };
 
-bool HasLabel(const ozControlSpec& spec)
-{
-    switch (spec.kind) {
-        case ozControlKind::Edit:
-        case ozControlKind::Number:
-        case ozControlKind::ComboBox:
-        case ozControlKind::DropDown:
-        case ozControlKind::List:
-        case ozControlKind::Tree:
-            return !spec.caption.empty();
-        default:
-            return false;
-    }
-}
-
 bool TwoColumns(const ozControlSpec& spec)
 {
     return spec.kind == ozControlKind::List && (spec.style & ozControlTwoColumns) != 0;
@@ -127,6 +112,21 @@ std::vector<std::string> SortedRows(const ozControlSpec& spec, std::vector<std::
 }
 
 }  // namespace
+
+bool ozQtHasLabel(const ozControlSpec& spec)
+{
+    switch (spec.kind) {
+        case ozControlKind::Edit:
+        case ozControlKind::Number:
+        case ozControlKind::ComboBox:
+        case ozControlKind::DropDown:
+        case ozControlKind::List:
+        case ozControlKind::Tree:
+            return !spec.caption.empty();
+        default:
+            return false;
+    }
+}
 
 ozQtFormControls::~ozQtFormControls()
 {
@@ -190,7 +190,7 @@ void ozQtFormControls::Create(QWidget& parent, const std::vector<ozControlSpec>&
         control.spec = spec;
         if (spec.kind == ozControlKind::Group)
             radios = nullptr;
-        if (HasLabel(spec)) {
+        if (ozQtHasLabel(spec)) {
             control.label = new QLabel(ozQtText(spec.caption), &parent);
             control.label->setWordWrap(true);
         }
@@ -609,6 +609,14 @@ void ozQtFormControls::Range(int id, long long min, long long max, long long ste
     control->step = step;
     if (control->placed)
         Place(*control, control->area);
+}
+
+int ozQtFormControls::FieldHeight(const Control& control, int height) const
+{
+    const ozControlKind kind = control.spec.kind;
+    if (kind == ozControlKind::ComboBox || kind == ozControlKind::DropDown)
+        return control.widget->sizeHint().height();
+    return height;
 }
 
 void ozQtFormControls::Place(Control& control, const QRect& area)

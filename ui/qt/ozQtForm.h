@@ -27,6 +27,9 @@ class QButtonGroup;
 class QLabel;
 class QWidget;
 
+// Whether a control of spec's kind shows its caption as a label in front of it.
+bool ozQtHasLabel(const ozControlSpec& spec);
+
 class ozQtFormControls {
 public:
     // One control: its description, its widget, the label in front of it and the arrows of a
@@ -66,6 +69,9 @@ public:
     // The pixels of x horizontal or y vertical dialog units.
     int PixelsX(int x) const { return x * m_baseX / 4; }
     int PixelsY(int y) const { return y * m_baseY / 8; }
+    // The height of the control's area for height pixels of its description: a combo box or
+    // drop-down describes itself with its list, but shows one line.
+    int FieldHeight(const Control& control, int height) const;
     // Puts the control (a number with its arrows at its right, unless its step is 0) into area
     // of the parent and shows it.
     void Place(Control& control, const QRect& area);

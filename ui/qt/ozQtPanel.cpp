@@ -82,7 +82,7 @@ void ozQtPanel::Layout()
             control.label->show();
             top += height + Gap;
         }
-        int height = m_controls.PixelsY(control.spec.height);
+        int height = m_controls.FieldHeight(control, m_controls.PixelsY(control.spec.height));
         if (control.spec.kind == ozControlKind::Label) {
             height = std::max(height, control.widget->heightForWidth(width));
         } else if (control.spec.kind != ozControlKind::List &&

@@ -109,9 +109,13 @@ protected:
         if (event != nullptr && event->type() != QEvent::MouseButtonPress &&
             event->type() != QEvent::KeyPress)
             return QItemSelectionModel::NoUpdate;
-        return events->SelectionChanging(Handle(selected), Handle(target))
-                   ? flags
-                   : QItemSelectionModel::NoUpdate;
+        if (events->SelectionChanging(Handle(selected), Handle(target)))
+            return flags;
+        // Refused: the focus mark, which Qt has moved already, goes back to the selection.
+        auto* self = const_cast<View*>(this);
+        QMetaObject::invokeMethod(
+            self, [self] { self->SelectQuietly(self->selected); }, Qt::QueuedConnection);
+        return QItemSelectionModel::NoUpdate;
     }
     void mousePressEvent(QMouseEvent* event) override
     {
