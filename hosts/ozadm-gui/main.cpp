@@ -44,6 +44,8 @@ int main(int argc, char** argv)
 
     ozDesktopWindow window(texts);
     window.Widget().WithADMEdit(options.templateEditing);
+    // The files are shown in the view chosen at once, not first in another.
+    window.Widget().DisplayMode(options.displayMode);
     window.show();
     const ozDesktopFiles& files = options.files;
     if (!files.templates.empty() || files.profiles.AnyToLoad() || !files.profiles.gpo.empty())

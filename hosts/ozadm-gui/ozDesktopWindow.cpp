@@ -103,6 +103,8 @@ ozDesktopWindow::ozDesktopWindow(const std::map<unsigned short, std::string>& te
     const std::string grammar = ozBundledFile("adm.bnf");
     if (ozADMWidget::BundledFile(QStringLiteral("adm.bnf")) != QString::fromStdString(grammar))
         m_widget->SetEBNF(QString::fromStdString(grammar));
+    // The program starts in the policy view (the control's own default is the registry view).
+    m_widget->DisplayMode(DisplayPolicies);
     setCentralWidget(m_widget);
     BuildMenus();
     connect(m_widget, &ozADMWidget::statusChange, this, [this] { UpdateState(); });

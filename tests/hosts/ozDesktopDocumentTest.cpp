@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include "control/CADMCtrl.h"
+#include "control/ozPolicyEdit.h"
 #include "ozDesktopOptions.h"
 #include "tests/support/ozTestFiles.h"
 
@@ -77,6 +79,8 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(m_control.SetEBNF((fs::path(OZ_SOURCE_DIR) / "grammar/adm.bnf").c_str()));
+        // As the window starts: policy edits reach the registry trees when saved.
+        m_control.DisplayMode(DisplayPolicies);
         fs::create_directories(m_folder);
     }
     void TearDown() override { fs::remove_all(m_folder); }
@@ -138,6 +142,26 @@ TEST_F(DesktopDocument, SaveAsWritesTheFormatChosenAndSaveWritesThereAfterwards)
     ASSERT_TRUE(reread.Open(m_template, m_err) && reread.Open(reg, m_err)) << m_err.str();
     EXPECT_EQ(Configured(), configured);
     EXPECT_EQ(m_control.ozImpExLibrary(), "ozRegREG.dll");
+}
+
+TEST_F(DesktopDocument, AGroupPolicyFolderIsSavedAsOzadmSavesIt)
+{
+    const fs::path gpo = m_folder / "gpo";
+    fs::create_directories(gpo);
+    std::ofstream(gpo / "GPT.INI", std::ios::binary) << "[General]\r\nVersion=0\r\n";
+    ASSERT_TRUE(m_document.Open(m_template, m_err) && m_document.Open(gpo.string(), m_err))
+        << m_err.str();
+    ozADMPolicy* proxy = ozFindPolicy(m_control.Code(), "MACHINE\\Browser\\Proxy server");
+    ASSERT_NE(proxy, nullptr);
+    ozEditPolicyState(m_control, *proxy, PolicyDisabled);
+    ASSERT_TRUE(m_document.Save(m_out, m_err)) << m_err.str();
+    // Both files are new: both versions are raised (the user's in the high 16 bits).
+    EXPECT_EQ(ozReadTestFile((gpo / "GPT.INI").string()), "[General]\r\nVersion=65537\r\n");
+
+    ozDesktopDocument reread(m_control);
+    ASSERT_TRUE(reread.Open(gpo.string(), m_err) && reread.Open(m_template, m_err)) << m_err.str();
+    EXPECT_EQ(Configured(), std::vector<std::string>{"- MACHINE\\Browser\\Proxy server"});
+    EXPECT_EQ(reread.Name(), gpo.string());
 }
 
 }  // namespace
