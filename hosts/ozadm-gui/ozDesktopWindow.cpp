@@ -233,6 +233,16 @@ bool ozDesktopWindow::Open(const ozDesktopFiles& files)
     std::ostringstream err;
     const bool opened = m_document.Open(files, err);
     TellErrors(err.str());
+    if (opened) {
+        const ozProfileFiles& profiles = files.profiles;
+        std::vector<std::string> named = files.templates;
+        for (const std::string* name :
+             {&profiles.gpo, &profiles.both, &profiles.user, &profiles.machine})
+            if (!name->empty() && (profiles.gpo.empty() || name == &profiles.gpo))
+                named.push_back(*name);
+        for (const std::string& name : named)
+            AddRecent(QFileInfo(QFile::decodeName(name.c_str())).absoluteFilePath());
+    }
     UpdateState();
     return opened;
 }

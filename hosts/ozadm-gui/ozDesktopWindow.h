@@ -33,8 +33,8 @@ public:
     ozADMWidget& Widget() { return *m_widget; }
     ozDesktopDocument& Document() { return m_document; }
 
-    // Opens the files after asking about unsaved changes; a failure is told. Each file
-    // opened by name goes to the recent files. False when cancelled or failed.
+    // Opens the files after asking about unsaved changes; a failure is told. The files opened
+    // (a group-policy folder as itself) go to the recent files. False when cancelled or failed.
     bool Open(const ozDesktopFiles& files);
     bool Open(const QString& path);
     // Saves to the files open, else asks for a file (SaveAs). False when cancelled or failed.
