@@ -265,6 +265,14 @@ private slots:
         const QModelIndex cell = grid.Widget().model()->index(row, column);
         QVERIFY(cell.data().toString().contains(QStringLiteral("example.com")));
         QVERIFY(grid.Widget().selectionModel()->isSelected(cell));
+        // F2 opens the editor over the cell found; Enter stores what was typed.
+        window->hide();
+        QTest::keyClick(&grid.Widget(), Qt::Key_F2);
+        QVERIFY(grid.Editor() != nullptr);
+        QTest::keyClicks(grid.Editor(), QStringLiteral("proxy.example.org"));
+        QTest::keyClick(grid.Editor(), Qt::Key_Return);
+        QCOMPARE(grid.Editor(), nullptr);
+        QCOMPARE(cell.data().toString(), QStringLiteral("proxy.example.org"));
     }
 
 private:
