@@ -6,3 +6,5 @@ scripts/setup.sh
 cmake --preset native
 cmake --build --preset native
 ctest --preset native -j"$(nproc)"
+# The installed programs, and the Qt widget's package used by examples/qt-embed.
+scripts/test-install.sh

@@ -9,24 +9,9 @@
 #include <vector>
 
 #include "ozHostOptions.h"
+#include "ozProfileFiles.h"
 
 class CADMCtrl;
-
-// The profiles a command loads first and saves at the end. One file may hold both profiles
-// (--profile); otherwise the user and the machine profile are files of their own, and either
-// may be left out: only the profiles named are read and written. A group-policy folder (--gpo)
-// names both files, its Registry.pol files (ozGroupPolicyFolder).
-struct ozProfileFiles {
-    std::string user, machine, both;
-    std::string gpo;  // the group-policy folder; user and machine are then its files
-    std::string saveUser, saveMachine, saveBoth;
-
-    bool AnyToLoad() const { return !user.empty() || !machine.empty() || !both.empty(); }
-    // Where a save writes the user / the machine profile: the --save- file, else the file
-    // loaded. Empty when neither is named.
-    std::string UserTarget() const;
-    std::string MachineTarget() const;
-};
 
 struct ozCommandLine {
     ozHostOptions host;
@@ -65,18 +50,5 @@ int ozReadCommand(
 // Adds every template to the control (SetADM); false at the first that fails.
 bool ozLoadTemplates(CADMCtrl& control, const std::vector<std::string>& templates,
                      std::ostream& err);
-// Loads the profiles named, each as its own profile. With skipMissing, a file that does not
-// exist yet is passed over (saying so on err), as a command that creates profiles needs; a
-// group-policy folder's missing files are always passed over, silently. False when the load
-// fails.
-bool ozLoadProfiles(CADMCtrl& control, const ozProfileFiles& files, bool skipMissing,
-                    std::ostream& err);
-// Saves the profiles to their targets; false (told on err) when no target is named or the
-// save fails. On success tells out which files were written. With a group-policy folder, its
-// missing Machine and User folders are created and GPT.INI's versions raised as
-// ozGroupPolicyFolder says.
-bool ozSaveProfiles(CADMCtrl& control, const ozProfileFiles& files, std::ostream& out,
-                    std::ostream& err);
-
 // Writes "ozadm COMMAND: message" with a hint at --help, for usage errors; returns 2.
 int ozUsageFailure(const std::string& command, const std::string& message, std::ostream& err);

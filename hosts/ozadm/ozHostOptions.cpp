@@ -1,5 +1,7 @@
 #include "ozHostOptions.h"
 
+#include "ozProfileFiles.h"
+
 #include "platform/ozAsciiCase.h"
 
 const std::string& ozOptionValue(const std::vector<std::string>& args, std::size_t& i)
@@ -43,29 +45,6 @@ bool ozTakeCommonOption(const std::vector<std::string>& args, std::size_t& i,
         return false;
     }
     return true;
-}
-
-std::string ozLibraryName(const std::string& name)
-{
-    if (ozAsciiSameIgnoringCase(name, "ozp"))
-        return "ozRegOZP.dll";
-    if (ozAsciiSameIgnoringCase(name, "pol"))
-        return "ozRegPOL.dll";
-    if (ozAsciiSameIgnoringCase(name, "reg"))
-        return "ozRegREG.dll";
-    return name;
-}
-
-std::string ozLibraryForFile(const std::string& file)
-{
-    std::size_t dot = file.rfind('.');
-    if (dot == std::string::npos)
-        return {};
-    std::string extension = file.substr(dot + 1);
-    for (const char* known : {"ozp", "pol", "reg"})
-        if (ozAsciiSameIgnoringCase(extension, known))
-            return known;
-    return {};
 }
 
 const char* ozCommonOptionsHelp()

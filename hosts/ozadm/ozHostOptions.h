@@ -36,13 +36,5 @@ bool ozTakeCommonOption(const std::vector<std::string>& args, std::size_t& i,
 // The value after the option at args[i], advancing i; throws ozUsageError when it is missing.
 const std::string& ozOptionValue(const std::vector<std::string>& args, std::size_t& i);
 
-// The library name for a short name: ozp, pol and reg stand for the bundled profile
-// libraries (ozRegOZP.dll, ozRegPOL.dll, ozRegREG.dll); any other name is used as it is.
-std::string ozLibraryName(const std::string& name);
-
-// The short library name a profile file's extension suggests (.ozp, .pol, .reg); empty for
-// another extension.
-std::string ozLibraryForFile(const std::string& file);
-
 // The help text of the common options, for every command's --help.
 const char* ozCommonOptionsHelp();

@@ -1,62 +1,12 @@
 #include "ozHostSession.h"
 
 #include <cstdlib>
-#include <filesystem>
 #include <map>
-#if defined(_WIN32)
-#include <windows.h>
-#endif
 
 #include "loader/ozADMXLoad.h"
+#include "ozBundledFiles.h"
 #include "ozHostStrings.h"
 #include "platform/ozRegistryApi.h"
-
-namespace {
-
-std::filesystem::path ExecutableFolder()
-{
-#if defined(_WIN32)
-    char path[MAX_PATH * 4];
-    DWORD length = GetModuleFileNameA(nullptr, path, sizeof path);
-    if (length == 0 || length >= sizeof path)
-        return {};
-    return std::filesystem::path(std::string(path, length)).parent_path();
-#else
-    std::error_code error;
-    std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::path() : self.parent_path();
-#endif
-}
-
-}  // namespace
-
-std::string ozHostSession::BundledFile(const std::string& name)
-{
-    std::filesystem::path folder = ExecutableFolder();
-    if (!folder.empty()) {
-        std::filesystem::path beside = folder / "ozadm-data" / name;
-        std::error_code error;
-        if (std::filesystem::is_regular_file(beside, error))
-            return beside.string();
-    }
-    // Not installed beside the executable: the source tree it was built from.
-    std::error_code error;
-    std::string source = std::string(OZADM_SOURCE_DATA) + "/" + name;
-    if (std::filesystem::is_regular_file(source, error))
-        return source;
-    return std::string(OZADM_SOURCE_GRAMMAR) + "/" + name;
-}
-
-std::string ozHostSession::TemplatePath(const std::string& file)
-{
-#if defined(_WIN32)
-    std::error_code error;
-    std::filesystem::path absolute = std::filesystem::absolute(file, error);
-    if (!error && !file.empty())
-        return absolute.string();
-#endif
-    return file;
-}
 
 ozHostSession::ozHostSession(const ozHostOptions& options, std::ostream& messages)
     : m_options(options),
@@ -71,7 +21,7 @@ bool ozHostSession::Prepare(std::ostream& err)
 {
     if (m_options.loadStrings) {
         std::string file = m_options.strings.empty()
-                               ? BundledFile("strings-" + m_options.language + ".txt")
+                               ? ozBundledFile("strings-" + m_options.language + ".txt")
                                : m_options.strings;
         std::map<unsigned short, std::string> table;
         std::string error;
@@ -88,7 +38,7 @@ bool ozHostSession::Prepare(std::ostream& err)
     // The views take their first texts (the placeholder item) from the string table.
     m_views.Attach(m_control);
     if (m_options.loadGrammar) {
-        std::string file = m_options.grammar.empty() ? BundledFile("adm.bnf") : m_options.grammar;
+        std::string file = m_options.grammar.empty() ? ozBundledFile("adm.bnf") : m_options.grammar;
         if (!m_control.SetEBNF(file.c_str())) {
             err << "ozadm: the grammar " << file << " cannot be loaded\n";
             return false;

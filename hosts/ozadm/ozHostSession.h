@@ -1,7 +1,6 @@
 // One control with ozadm's user interface, prepared as the options say: the host string
 // table added, the grammar loaded, the profile library and the registry chosen. Bundled files
-// (the grammar, the string tables) are looked for in the folder "ozadm-data" beside the
-// executable, then in the source tree ozadm was built from.
+// (the grammar, the string tables) are found as ozBundledFile says.
 #pragma once
 
 #include <memory>
@@ -28,14 +27,6 @@ public:
     CADMCtrl& Control() { return m_control; }
     // The control's views on headless widgets, for the script's view calls.
     ozScriptViews ScriptViews() { return {m_views, m_platform, m_ui}; }
-
-    // The name a template file is handed to the control by. On Windows a relative name
-    // becomes absolute: the [strings] section is read through the system's private-profile
-    // functions, which look for a relative name in the Windows folder, not the working folder.
-    static std::string TemplatePath(const std::string& file);
-
-    // The bundled file `name` (adm.bnf, strings-en.txt, strings-de.txt).
-    static std::string BundledFile(const std::string& name);
 
 private:
     ozHostOptions m_options;

@@ -6,6 +6,7 @@
 
 #include "control/CADMCtrl.h"
 #include "control/ozParameterText.h"
+#include "ozBundledFiles.h"
 #include "ozCommandSupport.h"
 #include "ozCommands.h"
 #include "ozHostSession.h"
@@ -64,7 +65,7 @@ bool ReadRoot(const std::string& text, unsigned int& root)
 bool LoadTemplates(CADMCtrl& control, std::vector<std::string> templates)
 {
     if (templates.empty())
-        templates.push_back(ozHostSession::BundledFile("empty.adm"));
+        templates.push_back(ozBundledFile("empty.adm"));
     return ozLoadTemplates(control, templates, std::cerr);
 }
 

@@ -5,7 +5,7 @@
 #include "control/ozPolicyEdit.h"
 #include "core/adm/ozADMCtrl.h"
 #include "core/adm/tTreeCodeHandle.h"
-#include "ozHostSession.h"
+#include "ozBundledFiles.h"
 #include "ozTreeText.h"
 #include "platform/ozAsciiCase.h"
 
@@ -217,7 +217,7 @@ std::vector<ozScriptMember> MakeMembers()
     members.push_back(FileMethod("SetEBNF", "Filename", &CADMCtrl::SetEBNF));
     members.push_back({"SetADM", false, 1, "Filename",
                        [](ozScriptCall& call) {
-                           std::string file = ozHostSession::TemplatePath(call.arguments[0]);
+                           std::string file = ozTemplatePath(call.arguments[0]);
                            return Result::Bool(call.control.SetADM(file.c_str()));
                        },
                        nullptr});
