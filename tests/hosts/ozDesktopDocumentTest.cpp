@@ -10,6 +10,7 @@
 #include "control/CADMCtrl.h"
 #include "control/ozPolicyEdit.h"
 #include "ozDesktopOptions.h"
+#include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTestFiles.h"
 
 namespace {
@@ -64,16 +65,6 @@ TEST(DesktopOptions, OpensFilesByKindAndRefusesWhatItCannot)
     fs::remove_all(folder);
 }
 
-class QuietUI : public ozHostUI {
-public:
-    bool ShowMessage(tHOSTMESSAGEKIND, const std::string& text) override
-    {
-        shown += text + "\n";
-        return false;
-    }
-    std::string shown;
-};
-
 class DesktopDocument : public testing::Test {
 protected:
     void SetUp() override
@@ -92,7 +83,7 @@ protected:
     const std::string m_template = std::string(OZ_SOURCE_DIR) + "/examples/example.adm";
     const std::string m_profile = std::string(OZ_SOURCE_DIR) + "/examples/example.ozp";
     const fs::path m_folder = ozTestFilePath("desktop-document");
-    QuietUI m_ui;
+    ozRecordingHostUI m_ui;
     CADMCtrl m_control{m_ui};
     ozDesktopDocument m_document{m_control};
     std::ostringstream m_out, m_err;

@@ -16,22 +16,13 @@
 #include "ozBundledFiles.h"
 #include "ozDesktopWindow.h"
 #include "ozHostStrings.h"
+#include "tests/support/ozRecordingHostUI.h"
 #include "tests/support/ozTestFiles.h"
 #include "ui/ozViews.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-class QuietUI : public ozHostUI {
-public:
-    bool ShowMessage(tHOSTMESSAGEKIND, const std::string& text) override
-    {
-        shown += text + "\n";
-        return false;
-    }
-    std::string shown;
-};
 
 class DesktopWindow : public testing::Test {
 protected:
@@ -52,7 +43,7 @@ protected:
     const QString m_profile = QStringLiteral(OZ_SOURCE_DIR "/examples/example.ozp");
     const fs::path m_folder = ozTestFilePath("desktop-window");
     std::map<unsigned short, std::string> m_texts;
-    QuietUI m_ui;
+    ozRecordingHostUI m_ui;
     std::unique_ptr<ozDesktopWindow> m_window;
     std::string m_told;
 };
@@ -128,16 +119,20 @@ TEST_F(DesktopWindow, DelReachesTheViewThatHasTheFocus)
     keys->setFocus();
     const std::string question = m_texts[58];
     QTest::keyClick(keys, Qt::Key_Delete);
-    EXPECT_NE(m_ui.shown.find(question), std::string::npos) << m_ui.shown;
+    ASSERT_FALSE(m_ui.messages.empty());
+    EXPECT_NE(m_ui.messages.back().text.find(question), std::string::npos)
+        << m_ui.messages.back().text;
 
-    m_ui.shown.clear();
+    m_ui.messages.clear();
     for (QMenu* menu : m_window->findChildren<QMenu*>())
         if (menu->title() == QStringLiteral("&Edit"))
             emit menu->aboutToShow();
     for (QAction* action : m_window->findChildren<QAction*>())
         if (action->text() == QStringLiteral("&Delete"))
             action->trigger();
-    EXPECT_NE(m_ui.shown.find(question), std::string::npos) << m_ui.shown;
+    ASSERT_FALSE(m_ui.messages.empty());
+    EXPECT_NE(m_ui.messages.back().text.find(question), std::string::npos)
+        << m_ui.messages.back().text;
 }
 
 }  // namespace

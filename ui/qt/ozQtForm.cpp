@@ -21,6 +21,7 @@
 #include "ozQtSupport.h"
 #include "platform/ozAsciiCase.h"
 #include "ui/ozImages.h"
+#include "ui/ozSpinStep.h"
 
 namespace {
 
@@ -352,18 +353,8 @@ void ozQtFormControls::Step(Control& control, int delta)
     auto* edit = qobject_cast<QLineEdit*>(control.widget.data());
     if (edit == nullptr || !edit->isEnabled())
         return;
-    const std::string text = ozQtNarrow(edit->text());
-    char* end = nullptr;
-    long long value = std::strtoll(text.c_str(), &end, 10);
-    if (end == text.c_str())
-        value = control.min == LLONG_MIN ? 0 : control.min;
-    // Saturating, so that a step near the ends of the range cannot overflow.
-    long long stepped = value;
-    if (delta > 0)
-        stepped = value > control.max - control.step ? control.max : value + control.step;
-    else if (delta < 0)
-        stepped = value < control.min + control.step ? control.min : value - control.step;
-    stepped = std::clamp(stepped, control.min, control.max);
+    const long long stepped =
+        ozSpinStep(ozQtNarrow(edit->text()), control.min, control.max, control.step, delta);
     {
         ozQtQuiet quietly(m_quiet);
         edit->setText(QString::number(stepped));

@@ -8,6 +8,7 @@
 #include "ozWin32Tree.h"
 #include "platform/ozTextConversion.h"
 #include "ui/ozImages.h"
+#include "ui/ozSpinStep.h"
 
 namespace {
 
@@ -482,18 +483,8 @@ void ozWin32FormControls::StepNumber(HWND upDown, int delta)
         return;
     const int id = GetDlgCtrlID(edit);
     const NumberRange range = m_ranges.count(id) != 0 ? m_ranges.at(id) : NumberRange{};
-    std::string text = ozWin32WindowText(edit);
-    char* end = nullptr;
-    long long value = std::strtoll(text.c_str(), &end, 10);
-    if (end == text.c_str())
-        value = range.min == LLONG_MIN ? 0 : range.min;
-    // Saturating, so that a step near the ends of the range cannot overflow.
-    long long stepped = value;
-    if (delta > 0)
-        stepped = value > range.max - range.step ? range.max : value + range.step;
-    else if (delta < 0)
-        stepped = value < range.min + range.step ? range.min : value - range.step;
-    stepped = std::clamp(stepped, range.min, range.max);
+    const long long stepped =
+        ozSpinStep(ozWin32WindowText(edit), range.min, range.max, range.step, delta);
     // The edit reports the change as typing does.
     SetWindowTextW(edit, std::to_wstring(stepped).c_str());
 }
