@@ -5,6 +5,7 @@
 #include <iostream>
 #include <map>
 
+#include "loader/ozADMXLoad.h"
 #include "ozBundledFiles.h"
 #include "ozDesktopOptions.h"
 #include "ozDesktopWindow.h"
@@ -42,6 +43,7 @@ int main(int argc, char** argv)
         return 1;
     }
 
+    ozTemplateLanguage(options.templateLanguage.c_str());
     ozDesktopWindow window(texts);
     window.Widget().WithADMEdit(options.templateEditing);
     // The files are shown in the view chosen at once, not first in another.

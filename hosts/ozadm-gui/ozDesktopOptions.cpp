@@ -22,7 +22,8 @@ bool ozReadDesktopOptions(const std::vector<std::string>& args, ozDesktopOptions
             continue;
         }
         const bool takesValue = arg == "--user" || arg == "--machine" || arg == "--gpo" ||
-                                arg == "--view" || arg == "--language";
+                                arg == "--view" || arg == "--language" ||
+                                arg == "--template-language";
         if (arg.rfind("--", 0) == 0 && !takesValue) {
             error = "unknown option " + arg;
             return false;
@@ -38,6 +39,8 @@ bool ozReadDesktopOptions(const std::vector<std::string>& args, ozDesktopOptions
                 return false;
             }
             options.language = value;
+        } else if (arg == "--template-language") {
+            options.templateLanguage = value;
         } else if (arg == "--view") {
             int mode = 0;
             while (mode < 3 && value != kDisplayModes[mode])
@@ -96,6 +99,9 @@ User Registry.pol files; a save raises the versions in its GPT.INI) names the pr
   --view MODE           the view shown first: policies (default), registry or grid
   --template-editing    offer the template-editing menus in the policy view
   --language en|de      the language of menus and messages (default: the system's)
+  --template-language LANG
+                        the language folder ADMX templates take their texts from first,
+                        as de-DE (default: the system's, then en-US)
   --help                this text
 
 Keys: Ctrl+O open a template, Ctrl+S save, Ctrl+F find in the grid, Ctrl+H replace,

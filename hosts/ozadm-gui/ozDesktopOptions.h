@@ -10,7 +10,10 @@
 struct ozDesktopOptions {
     ozDesktopFiles files;
     std::string language;  // en or de; empty: from the system's locale
-    int displayMode = 0;   // 0 the policy view, 1 the registry view, 2 the grid
+    // The language folder ADMX templates take their texts from first ("de-DE"); empty: the
+    // user's interface language.
+    std::string templateLanguage;
+    int displayMode = 0;  // 0 the policy view, 1 the registry view, 2 the grid
     bool templateEditing = false;
     bool help = false;
 };

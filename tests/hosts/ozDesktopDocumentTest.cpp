@@ -28,7 +28,8 @@ std::string Describe(const ozDesktopOptions& options)
     for (const std::string* name :
          {&profiles.both, &profiles.user, &profiles.machine, &profiles.gpo})
         text += (name->empty() ? "-" : *name) + " ";
-    return text + "|" + options.files.library + "|" + std::to_string(options.displayMode);
+    return text + "|" + options.files.library + "|" + std::to_string(options.displayMode) +
+           options.templateLanguage;
 }
 
 TEST(DesktopOptions, OpensFilesByKindAndRefusesWhatItCannot)
@@ -39,8 +40,8 @@ TEST(DesktopOptions, OpensFilesByKindAndRefusesWhatItCannot)
         std::vector<std::string> args;
         std::string expected;  // Describe(), or the start of the error
     } cases[] = {
-        {{"a.ADM", "b.admx", "p.ozp", "--view", "grid"},
-         "a.ADM b.admx |p.ozp - - - |ozRegOZP.dll|2"},
+        {{"a.ADM", "b.admx", "p.ozp", "--view", "grid", "--template-language", "de-DE"},
+         "a.ADM b.admx |p.ozp - - - |ozRegOZP.dll|2de-DE"},
         {{"x/USER/Registry.pol"}, "|- x/USER/Registry.pol - - |ozRegPOL.dll|0"},
         {{"x/Machine/Registry.POL", "--view", "registry"},
          "|- - x/Machine/Registry.POL - |ozRegPOL.dll|1"},
