@@ -48,6 +48,14 @@ bool ozADMXPolicyBuilder::Build(const ozXmlElement& policy, const std::vector<st
             !m_calls.PushAndCall(text, PolicyExplain, at))
             return false;
     }
+    if (const ozXmlElement* reference = policy.Child("supportedOn")) {
+        std::string text;
+        bool failed = false;
+        if (SupportedOnText(*reference, text, failed)
+                ? !m_calls.PushAndCall(text, PolicySupported, at)
+                : failed)
+            return false;
+    }
     if (const std::string* extension = policy.Attribute("clientExtension"))
         if (!m_calls.PushAndCall(*extension, PolicyClientExt, at))
             return false;
@@ -61,6 +69,25 @@ bool ozADMXPolicyBuilder::Build(const ozXmlElement& policy, const std::vector<st
         if (!m_calls.Call(EndCategory, at))
             return false;
     return true;
+}
+
+bool ozADMXPolicyBuilder::SupportedOnText(const ozXmlElement& reference, std::string& text,
+                                          bool& failed)
+{
+    const std::string* name = reference.Attribute("ref");
+    const ozXmlElement* definitions =
+        m_supportedOn != nullptr ? m_supportedOn->Child("definitions") : nullptr;
+    if (name == nullptr || definitions == nullptr || name->find(':') != std::string::npos)
+        return false;
+    for (const ozXmlElement& definition : definitions->children) {
+        const std::string* definitionName = definition.Attribute("name");
+        const std::string* displayName = definition.Attribute("displayName");
+        if (definitionName == nullptr || *definitionName != *name || displayName == nullptr)
+            continue;
+        failed = !m_resources.Text(*displayName, Here(definition), m_calls, text);
+        return !failed;
+    }
+    return false;
 }
 
 bool ozADMXPolicyBuilder::Parts(const ozXmlElement& policy)

@@ -13,10 +13,11 @@
 
 class ozADMXPolicyBuilder {
 public:
-    // file names the definitions; resources and calls must outlive the builder.
+    // file names the definitions; supportedOn is the document's <supportedOn> element (null
+    // without one). resources, calls and supportedOn must outlive the builder.
     ozADMXPolicyBuilder(const std::string& file, const ozADMLResources& resources,
-                        ozADMXActionCalls& calls)
-        : m_file(file), m_resources(resources), m_calls(calls)
+                        ozADMXActionCalls& calls, const ozXmlElement* supportedOn = nullptr)
+        : m_file(file), m_resources(resources), m_calls(calls), m_supportedOn(supportedOn)
     {
     }
 
@@ -28,6 +29,11 @@ private:
     struct Part;
 
     bool Parts(const ozXmlElement& policy);
+    // The display name of the definition a policy's <supportedOn ref> names in this document;
+    // false, with nothing set, for a reference into another namespace or to a definition the
+    // document lacks (real templates refer to the system's own), and for a display name the
+    // language file lacks (recorded).
+    bool SupportedOnText(const ozXmlElement& reference, std::string& text, bool& failed);
     bool AddPart(const ozXmlElement& element, const ozXmlElement* shown);
     bool PartSettings(const Part& part);
     bool CheckBox(const Part& part);
@@ -66,4 +72,5 @@ private:
     const std::string& m_file;
     const ozADMLResources& m_resources;
     ozADMXActionCalls& m_calls;
+    const ozXmlElement* m_supportedOn;
 };

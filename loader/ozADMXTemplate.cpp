@@ -245,7 +245,7 @@ bool ozADMXTemplate::Build(ozADMXNamespaces& namespaces)
             if (heldPaths[className].count(Joined(path, path.size())) != 0 &&
                 !AddCategoryPath(path, className, Here(*category)))
                 return false;
-    ozADMXPolicyBuilder builder(m_file, m_resources, m_calls);
+    ozADMXPolicyBuilder builder(m_file, m_resources, m_calls, m_root.Child("supportedOn"));
     for (const Placed& entry : placed)
         for (const std::string& className : entry.classes)
             if (!AddCategoryPath({}, className, Here(*entry.policy)) ||

@@ -97,6 +97,8 @@ OZ_ACTION_API intptr_t BeginPolicy(intptr_t ignored);
 OZ_ACTION_API intptr_t PolicyValuename(intptr_t ignored);
 OZ_ACTION_API intptr_t PolicyExplain(intptr_t ignored);
 OZ_ACTION_API intptr_t PolicyClientExt(intptr_t ignored);
+// Fetches a String, the products and versions the current policy applies to (SUPPORTED). 1102.
+OZ_ACTION_API intptr_t PolicySupported(intptr_t ignored);
 // Fetch a Value for the current policy's ValueOn / ValueOff. 1102; 1115 described by the
 // action's own name when there is no Value.
 OZ_ACTION_API intptr_t PolicyValueOn(intptr_t ignored);

@@ -174,6 +174,11 @@ intptr_t PolicyClientExt(intptr_t)
     return PolicyText([](ozADMPolicy& policy, const char* text) { policy.ClientExt(text); });
 }
 
+intptr_t PolicySupported(intptr_t)
+{
+    return PolicyText([](ozADMPolicy& policy, const char* text) { policy.SupportedOn(text); });
+}
+
 intptr_t PolicyValueOn(intptr_t)
 {
     return OnPolicy([](ozADMPolicy& policy) {

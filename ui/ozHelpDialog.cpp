@@ -8,7 +8,7 @@ constexpr int HelpDialogResource = 102;
 
 }  // namespace
 
-ozHelpDialog::ozHelpDialog(const ozADMPolicy& policy) : m_text(DisplayText(policy.Explain()))
+ozHelpDialog::ozHelpDialog(const ozADMPolicy& policy) : m_text(ShownText(policy))
 {
     const char* name = policy.Name();
     m_layout.resource = HelpDialogResource;
@@ -32,6 +32,14 @@ std::string ozHelpDialog::DisplayText(const char* explain)
             text += *c;
         }
     }
+    return text;
+}
+
+std::string ozHelpDialog::ShownText(const ozADMPolicy& policy)
+{
+    std::string text = DisplayText(policy.Explain());
+    if (policy.SupportedOn() != nullptr && *policy.SupportedOn() != '\0')
+        text += (text.empty() ? "" : "\r\n\r\n") + DisplayText(policy.SupportedOn());
     return text;
 }
 

@@ -126,6 +126,16 @@ const char* ozADMPolicy::ClientExt() const
     return m_clientExt.get();
 }
 
+void ozADMPolicy::SupportedOn(const char* supportedOn)
+{
+    m_supportedOn = ozCopyText(supportedOn);
+}
+
+const char* ozADMPolicy::SupportedOn() const
+{
+    return m_supportedOn.get();
+}
+
 void ozADMPolicy::Selected(bool selected)
 {
     m_selected = selected;
@@ -305,6 +315,12 @@ bool ozADMPolicy::SaveNode(FILE* file)
     if (m_explain != nullptr && !(ozBeginVersionBlock(file, *tree, 2) &&
                                   ozWriteTextLine(file, *tree, "EXPLAIN", m_explain.get()) &&
                                   ozEndVersionBlock(file, *tree)))
+        return false;
+    // Templates of version 4 and later know SUPPORTED.
+    if (m_supportedOn != nullptr &&
+        !(ozBeginVersionBlock(file, *tree, 3) &&
+          ozWriteTextLine(file, *tree, "SUPPORTED", m_supportedOn.get()) &&
+          ozEndVersionBlock(file, *tree)))
         return false;
     if (!ozWriteKeyLine(file, *tree, key))
         return false;

@@ -71,6 +71,10 @@ public:
     virtual const char* Explain() const;
     virtual void ClientExt(const char* clientExt);
     virtual const char* ClientExt() const;
+    // The text naming the products and versions the policy applies to (SUPPORTED); null
+    // without one.
+    virtual void SupportedOn(const char* supportedOn);
+    virtual const char* SupportedOn() const;
     // Some registry key of the policy is selected in the view.
     virtual void Selected(bool selected);
     virtual bool Selected() const;
@@ -116,6 +120,7 @@ private:
     bool m_selected = false;
     std::unique_ptr<char[]> m_explain;
     std::unique_ptr<char[]> m_clientExt;
+    std::unique_ptr<char[]> m_supportedOn;
     CCollection<ozADMCtrl> m_controls{true};
 };
 

@@ -1,9 +1,9 @@
 // One release of a product's policies, shipped as an ADM template and as ADMX definitions with
 // their en-US language file, loaded into two controls: every policy of the ADM tree is in the
-// ADMX tree under the same category path, and enabling both with the same part values
-// configures the same registry entries, as does disabling both. The ADMX file has no
-// policy the ADM template lacks, and none of its policies uses what the ADM language cannot
-// express (a multi-line text or a 64-bit number), so the two trees match without exception.
+// ADMX tree under the same category path with the same supported-on text, and enabling both
+// with the same part values configures the same registry entries, as does disabling both. The ADMX
+// file has no policy the ADM template lacks, and none of its policies uses what the ADM language
+// cannot express (a multi-line text or a 64-bit number), so the two trees match without exception.
 // Only texts differ: some explain texts are worded otherwise, and twelve part labels end in
 // ":" in the language file; neither changes a path or an entry.
 #include <gtest/gtest.h>
@@ -117,6 +117,12 @@ TEST(ADMXCrossCheckTest, EdgeDefinitionsMatchTheirADMTemplate)
             differences += path + ": not in the ADMX tree\n";
             continue;
         }
+        auto text = [](const char* supportedOn) {
+            return std::string(supportedOn ? supportedOn : "");
+        };
+        if (text(admPolicy->SupportedOn()) != text(found->second->SupportedOn()))
+            differences += path + ": supported on \"" + text(admPolicy->SupportedOn()) +
+                           "\" against \"" + text(found->second->SupportedOn()) + "\"\n";
         std::vector<std::string> admEntries = ConfiguredEntries(fromADM, *admPolicy);
         std::vector<std::string> admxEntries = ConfiguredEntries(fromADMX, *found->second);
         if (admEntries != admxEntries) {

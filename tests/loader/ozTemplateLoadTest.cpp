@@ -53,7 +53,7 @@ TEST_F(TemplateLoadTest, PartsAndSettingsRealTemplatesSeldomUse)
         "CLASS \"USER\" type 1",
         "  CATEGORY \"Cat\"",
         "    POLICY \"Pol\" key 1:Software\\Policies\\Test value name none client ext none",
-        "      explain none",
+        "      explain none supported on none",
         "      PART \"Combo\" type 4" + part + "\"combo\" required yes client ext none",
         "        default \"two\" maxlen 20 expandable no",
         "        nosort yes",

@@ -139,7 +139,8 @@ public:
                        " value name " + Text(policy->Valuename()) + " client ext " +
                        Text(policy->ClientExt()));
         ++depth;
-        Add(depth, "explain " + Text(policy->Explain()));
+        Add(depth,
+            "explain " + Text(policy->Explain()) + " supported on " + Text(policy->SupportedOn()));
         // The on and off values mean something only with a value name.
         if (policy->Valuename() != nullptr)
             Add(depth, "on " + Value(policy->ValueOn()) + " off " + Value(policy->ValueOff()));

@@ -157,6 +157,11 @@ TEST_F(PolicyViewTest, HelpShowsTheExplainTextWithItsLineBreaks)
     EXPECT_EQ(ozHelpDialog::DisplayText("One\\nTwo\\n"), "One\r\nTwo\r\n");
     EXPECT_EQ(ozHelpDialog::DisplayText("Ends in \\"), "Ends in \\");
     EXPECT_EQ(ozHelpDialog(ozADMPolicy()).Layout().caption, "Help");
+    ozADMPolicy supported;
+    supported.SupportedOn("At least 2");
+    EXPECT_EQ(ozHelpDialog::ShownText(supported), "At least 2");
+    supported.Explain("Does\\nthis");
+    EXPECT_EQ(ozHelpDialog::ShownText(supported), "Does\r\nthis\r\n\r\nAt least 2");
     control.WithADMEdit(true);
     Tree().RightClick(Item(Proxy));
     ASSERT_TRUE(platform.Choose("Help"));
