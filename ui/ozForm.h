@@ -74,6 +74,23 @@ struct ozControlSpec {
     int maxLength = 0;
 };
 
+// Whether a control of spec's kind shows its caption as a label in front of it (edits, numbers,
+// combo boxes, drop-downs, lists and trees with a caption), the same for every widget set.
+inline bool ozControlHasLabel(const ozControlSpec& spec)
+{
+    switch (spec.kind) {
+        case ozControlKind::Edit:
+        case ozControlKind::Number:
+        case ozControlKind::ComboBox:
+        case ozControlKind::DropDown:
+        case ozControlKind::List:
+        case ozControlKind::Tree:
+            return !spec.caption.empty();
+        default:
+            return false;
+    }
+}
+
 // What the user did to a control.
 enum class ozFormEvent {
     Clicked,           // a button, check box or radio button

@@ -54,7 +54,7 @@ void ozQtDialogWindow::Build()
         const ozControlSpec& spec = control.spec;
         QRect area(controls.PixelsX(spec.x), controls.PixelsY(spec.y), controls.PixelsX(spec.width),
                    controls.FieldHeight(control, controls.PixelsY(spec.height)));
-        if (control.label != nullptr && ozQtHasLabel(spec)) {
+        if (control.label != nullptr && ozControlHasLabel(spec)) {
             const int labelHeight = controls.PixelsY(LabelHeight);
             if (SpansRows(spec)) {
                 control.label->setGeometry(area.left(), area.top(), area.width(), labelHeight);

@@ -114,21 +114,6 @@ std::vector<std::string> SortedRows(const ozControlSpec& spec, std::vector<std::
 
 }  // namespace
 
-bool ozQtHasLabel(const ozControlSpec& spec)
-{
-    switch (spec.kind) {
-        case ozControlKind::Edit:
-        case ozControlKind::Number:
-        case ozControlKind::ComboBox:
-        case ozControlKind::DropDown:
-        case ozControlKind::List:
-        case ozControlKind::Tree:
-            return !spec.caption.empty();
-        default:
-            return false;
-    }
-}
-
 ozQtFormControls::~ozQtFormControls()
 {
     Destroy();
@@ -191,7 +176,7 @@ void ozQtFormControls::Create(QWidget& parent, const std::vector<ozControlSpec>&
         control.spec = spec;
         if (spec.kind == ozControlKind::Group)
             radios = nullptr;
-        if (ozQtHasLabel(spec)) {
+        if (ozControlHasLabel(spec)) {
             control.label = new QLabel(ozQtText(spec.caption), &parent);
             control.label->setWordWrap(true);
         }

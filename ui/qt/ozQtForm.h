@@ -27,9 +27,6 @@ class QButtonGroup;
 class QLabel;
 class QWidget;
 
-// Whether a control of spec's kind shows its caption as a label in front of it.
-bool ozQtHasLabel(const ozControlSpec& spec);
-
 class ozQtFormControls {
 public:
     // One control: its description, its widget, the label in front of it and the arrows of a

@@ -101,7 +101,7 @@ std::vector<DialogWindow> DialogWindows(const ozDialogTemplate& layout)
 {
     std::vector<DialogWindow> windows;
     for (const ozControlSpec& spec : layout.controls) {
-        if (ozWin32HasLabel(spec))
+        if (ozControlHasLabel(spec))
             windows.push_back({spec.id, nullptr});
         windows.push_back({0, &spec});
         if (spec.kind == ozControlKind::Number)
@@ -235,7 +235,7 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
     // labels, so that their fields line up.
     std::map<int, int> columnLabels;
     for (const ozControlSpec& spec : layout.controls)
-        if (ozWin32HasLabel(spec) && !SpansRows(spec)) {
+        if (ozControlHasLabel(spec) && !SpansRows(spec)) {
             int& column = columnLabels[spec.x];
             column = std::max(column, LabelWidth(ozWin32Wide(spec.caption)));
         }
@@ -245,7 +245,7 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
         // A label takes the front of its control's area: the left of a one-line control, the
         // top of a list, a tree or an edit of several lines.
         int x = spec.x, y = spec.y, width = spec.width, height = spec.height;
-        if (ozWin32HasLabel(spec)) {
+        if (ozControlHasLabel(spec)) {
             const std::wstring caption = ozWin32Wide(spec.caption);
             const DWORD style = WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX;
             if (SpansRows(spec)) {
@@ -266,7 +266,8 @@ std::vector<DWORD> ozWin32DialogTemplate(const ozDialogTemplate& layout)
         if (radio && !previousRadio)
             style.style |= WS_TABSTOP;
         const bool editor = spec.kind == ozControlKind::Edit || spec.kind == ozControlKind::Number;
-        const std::wstring text = ozWin32HasLabel(spec) || editor ? L"" : ozWin32Wide(spec.caption);
+        const std::wstring text =
+            ozControlHasLabel(spec) || editor ? L"" : ozWin32Wide(spec.caption);
         // A drop-down's height includes its list.
         const bool combo =
             spec.kind == ozControlKind::ComboBox || spec.kind == ozControlKind::DropDown;

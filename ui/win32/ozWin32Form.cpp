@@ -192,21 +192,6 @@ ozWin32ControlStyle ozWin32StyleOf(const ozControlSpec& spec)
     return {L"Static", child, 0};
 }
 
-bool ozWin32HasLabel(const ozControlSpec& spec)
-{
-    switch (spec.kind) {
-        case ozControlKind::Edit:
-        case ozControlKind::Number:
-        case ozControlKind::ComboBox:
-        case ozControlKind::DropDown:
-        case ozControlKind::List:
-        case ozControlKind::Tree:
-            return !spec.caption.empty();
-        default:
-            return false;
-    }
-}
-
 namespace {
 
 // What an edit with ozControlReportOnLeave keeps in its user data: the style, and whether the

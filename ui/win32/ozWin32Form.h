@@ -27,8 +27,6 @@ struct ozWin32ControlStyle {
     DWORD extendedStyle;
 };
 ozWin32ControlStyle ozWin32StyleOf(const ozControlSpec& spec);
-// Whether a control of spec's kind shows its caption as a label in front of it.
-bool ozWin32HasLabel(const ozControlSpec& spec);
 // What a freshly created control needs besides its styles: the columns of a two-column list.
 void ozWin32PrepareControl(HWND control, const ozControlSpec& spec);
 // Converts text between the model's narrow encoding and the windows' UTF-16.

@@ -134,12 +134,12 @@ void ozWin32Panel::CreateControls()
     };
     for (Item& item : m_items) {
         const ozWin32ControlStyle style = ozWin32StyleOf(item.spec);
-        if (ozWin32HasLabel(item.spec)) {
+        if (ozControlHasLabel(item.spec)) {
             item.label = create(L"Static", item.spec.caption,
                                 WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, -1);
             m_controls.Companion(item.spec.id, item.label);
         }
-        const bool captioned = !ozWin32HasLabel(item.spec) &&
+        const bool captioned = !ozControlHasLabel(item.spec) &&
                                item.spec.kind != ozControlKind::Edit &&
                                item.spec.kind != ozControlKind::Number;
         item.control = create(style.windowClass, captioned ? item.spec.caption : std::string(),
